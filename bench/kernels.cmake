@@ -1,0 +1,14 @@
+# What bench_kernels needs beyond the other benchmarks: it times hidden functions, so it is linked from the library's
+# objects, and it runs beside GMP where that is installed.
+function(kelcl_bench_kernels target)
+    target_sources(${target} PRIVATE $<TARGET_OBJECTS:kelcl>)
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
+    find_path(KELCL_GMP_INCLUDE_DIR gmp.h)
+    find_library(KELCL_GMP_LIBRARY gmp)
+    mark_as_advanced(KELCL_GMP_INCLUDE_DIR KELCL_GMP_LIBRARY)
+    if(KELCL_GMP_INCLUDE_DIR AND KELCL_GMP_LIBRARY)
+        target_compile_definitions(${target} PRIVATE KELCL_BENCH_GMP=1)
+        target_include_directories(${target} PRIVATE ${KELCL_GMP_INCLUDE_DIR})
+        target_link_libraries(${target} PRIVATE ${KELCL_GMP_LIBRARY})
+    endif()
+endfunction()

@@ -1,0 +1,116 @@
+// DException: texts, locations, identity. How an exception is reported is in exception_logging.
+#include "except/raise.h"
+#include "except/text_chain.h"
+
+#include <exception>
+
+char const* const DException::baseLibrary = "Kel Class Library";
+char const* const DException::CLibrary = "Standard C Library";
+char const* const DException::operatingSystem = "Operating System";
+char const* const DException::presentationSystem = "Presentation System";
+char const* const DException::other = "Other Error Group";
+
+DException::DException(char const* text, unsigned long errorId, Severity severity)
+    : severity_(severity), errorId_(errorId), locationCount_(0), textCount_(0), texts_(nullptr),
+      errorCodeGroup_(baseLibrary) {
+    setText(text);
+}
+
+DException::DException(DException const& source)
+    : severity_(source.severity_), errorId_(source.errorId_), locationCount_(source.locationCount_),
+      textCount_(source.textCount_), texts_(DExcText::copyOf(source.texts_)),
+      errorCodeGroup_(source.errorCodeGroup_) {
+    for (unsigned long i = 0; i < locationCount_; ++i)
+        locations_[i] = source.locations_[i];
+    if (texts_ == nullptr) textCount_ = 0;
+}
+
+DException& DException::operator=(DException const& source) {
+    if (this == &source) return *this;
+    DExcText* const old = texts_;
+    texts_ = DExcText::copyOf(source.texts_);
+    textCount_ = texts_ != nullptr ? source.textCount_ : 0;
+    DExcText::release(old);
+    severity_ = source.severity_;
+    errorId_ = source.errorId_;
+    locationCount_ = source.locationCount_;
+    for (unsigned long i = 0; i < locationCount_; ++i)
+        locations_[i] = source.locations_[i];
+    errorCodeGroup_ = source.errorCodeGroup_;
+    return *this;
+}
+
+DException::~DException() { DExcText::release(texts_); }
+
+bool DException::isRecoverable() const { return severity_ != unrecoverable; }
+
+DException& DException::addLocation(DExceptionLocation const& location) {
+    if (locationCount_ == mostLocations) --locationCount_; // the last slot always holds the latest one
+    locations_[locationCount_++] = location;
+    return *this;
+}
+
+char const* DException::name() const { return "DException"; }
+
+DException& DException::logExceptionData() {
+    DExceptStaticPtr::traceFunction()->logData(*this);
+    return *this;
+}
+
+void DException::terminate() { std::terminate(); }
+
+DException& DException::setText(char const* text) {
+    if (text == nullptr) return *this;
+    if (DExcText* const newest = DExcText::create(text, texts_)) {
+        texts_ = newest;
+        ++textCount_;
+    }
+    return *this;
+}
+
+DException& DException::appendText(char const* text) {
+    if (texts_ == nullptr) return setText(text);
+    if (text != nullptr) texts_->appendText(text);
+    return *this;
+}
+
+char const* DException::text(unsigned long index) const {
+    if (index >= textCount_) return nullptr;
+    DExcText const* node = texts_;
+    for (; index > 0; --index)
+        node = node->next();
+    return node->text();
+}
+
+unsigned long DException::textCount() const { return textCount_; }
+
+DExceptionLocation const* DException::locationAtIndex(unsigned long index) const {
+    return index < locationCount_ ? &locations_[index] : nullptr;
+}
+
+unsigned long DException::locationCount() const { return locationCount_; }
+
+unsigned long DException::errorId() const { return errorId_; }
+
+DException& DException::setErrorId(unsigned long errorId) {
+    errorId_ = errorId;
+    return *this;
+}
+
+char const* DException::errorCodeGroup() const { return errorCodeGroup_; }
+
+DException& DException::setErrorCodeGroup(char const* errorCodeGroup) {
+    errorCodeGroup_ = errorCodeGroup;
+    return *this;
+}
+
+DException& DException::setSeverity(Severity severity) {
+    severity_ = severity;
+    return *this;
+}
+
+void DException::assertParameter(char const* text, DExceptionLocation location) {
+    DAssertionFailure failure(text, 0, unrecoverable);
+    failure.setErrorCodeGroup(other);
+    kelcl::raise(failure, location);
+}

@@ -1,0 +1,7 @@
+// Marks what the shared library exports. Everything that does not carry the mark stays inside the library.
+#ifndef KELCL_DEXPORT_H
+#define KELCL_DEXPORT_H
+
+#define KELCL_EXPORT __attribute__((visibility("default")))
+
+#endif

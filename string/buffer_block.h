@@ -1,0 +1,49 @@
+// The heap block of a buffer: its size, how a buffer is made in it, and the room that a text has to grow.
+// Which class of buffer is made is decided in buffer_factory.
+#ifndef KELCL_STRING_BUFFER_BLOCK_H
+#define KELCL_STRING_BUFFER_BLOCK_H
+
+#include "string/length.h"
+
+#include <kelcl/dbuffer.h>
+
+#include <bit>
+#include <cstddef>
+#include <new>
+
+namespace kelcl {
+
+/// Bytes of the block for a text of `length` bytes: a size class that follows from the length alone, so that
+/// the room behind a text need not be stored. Classes are 16 bytes apart below 128 bytes and four per
+/// doubling from there on, each 8 bytes more than a multiple of 16, which is what common allocators hand out
+/// without waste.
+constexpr std::size_t blockSize(unsigned int length) {
+    constexpr std::size_t allocatorHeader = 8;
+    std::size_t const needed = sizeof(DBuffer) + length + 1 + allocatorHeader;
+    std::size_t const step = needed < 128 ? 16 : std::bit_floor(needed) / (needed < 1024 ? 8 : 4);
+    return (needed + step - 1) / step * step - allocatorHeader;
+}
+
+/// The longest text that fits the block of a text of `length` bytes.
+constexpr unsigned int capacityOf(unsigned int length) {
+    std::size_t const capacity = blockSize(length) - sizeof(DBuffer) - 1;
+    return capacity < lengthLimit ? static_cast<unsigned int>(capacity) : lengthLimit - 1;
+}
+
+/// A buffer of the given class in a block of its own, its text yet to be filled.
+template <class Buffer>
+Buffer* construct(unsigned int length) {
+    return ::new (::operator new[](blockSize(length))) Buffer(length);
+}
+
+/// A new buffer of the class that `like` makes, its text yet to be filled. Unlike `allocate`, which a
+/// subclass may let return null, never null.
+inline DBuffer* allocateLike(DBuffer const& like, unsigned int length) {
+    DBuffer* const result = like.allocate(length);
+    if (result == nullptr) throw std::bad_alloc();
+    return result;
+}
+
+} // namespace kelcl
+
+#endif

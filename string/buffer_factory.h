@@ -1,0 +1,21 @@
+// Which class of buffer a process makes: the only place of this room that knows the multi-byte class.
+#ifndef KELCL_STRING_BUFFER_FACTORY_H
+#define KELCL_STRING_BUFFER_FACTORY_H
+
+#include <kelcl/dbuffer.h>
+
+namespace kelcl {
+
+/// Whether characters of the current locale may have several bytes.
+bool isMultiByteLocale();
+
+/// A buffer of the class that suits the current locale, its text yet to be filled.
+DBuffer* makeBuffer(unsigned int length);
+
+/// Whether the text may grow in the block it has up to `capacityOf` its length: the buffer is of exactly one
+/// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
+bool growsInPlace(DBuffer const& buffer);
+
+} // namespace kelcl
+
+#endif

@@ -1,0 +1,34 @@
+// The eleven character classes of single-byte text: which bytes are members in the current locale.
+// The classes of wide characters are the multi-byte room's.
+#ifndef KELCL_STRING_CHARACTER_CLASSES_H
+#define KELCL_STRING_CHARACTER_CLASSES_H
+
+#include "string/byte_set.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace kelcl {
+
+struct CharacterClass {
+    /// The class as a function for a DStringTest: 1 or 0 for a byte sign-extended to int; wide values beyond
+    /// 127 are answered by the locale's wide classes.
+    int (*test)(int);
+    /// Members among 0 to 127, which are those of the C locale in every locale.
+    ByteSet ascii;
+    /// Whether bytes of 0x80 and above can be members.
+    bool beyondAscii;
+};
+
+extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics, hexDigits, lowerCase,
+    printable, punctuation, upperCase, whiteSpace;
+
+/// The class whose `test` is the given function, or null.
+CharacterClass const* classOf(int (*test)(int));
+
+/// The offset of the first byte that is not a member, or notFound.
+std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass);
+
+} // namespace kelcl
+
+#endif

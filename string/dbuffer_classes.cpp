@@ -1,0 +1,27 @@
+// DBuffer: whole-text character classes. What the classes contain is told in character_classes.
+#include "string/byte_search.h"
+#include "string/character_classes.h"
+
+#include <kelcl/dbuffer.h>
+
+namespace {
+
+bool consistsOf(kelcl::CharacterClass const& characterClass, DBuffer const& text) {
+    return text.length != 0 && text.indexOfAnyBut(DStringTest(characterClass.test), 1) == 0;
+}
+
+} // namespace
+
+bool DBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, *this); }
+bool DBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, *this); }
+bool DBuffer::isControl() const { return consistsOf(kelcl::control, *this); }
+bool DBuffer::isDigits() const { return consistsOf(kelcl::digits, *this); }
+bool DBuffer::isGraphics() const { return consistsOf(kelcl::graphics, *this); }
+bool DBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, *this); }
+bool DBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, *this); }
+bool DBuffer::isPrintable() const { return consistsOf(kelcl::printable, *this); }
+bool DBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, *this); }
+bool DBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, *this); }
+bool DBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, *this); }
+
+bool DBuffer::isASCII() const { return length != 0 && kelcl::isAscii({contents(), length}); }

@@ -1,0 +1,237 @@
+// DBuffer: editing. Each operation decides what changes and which buffer is written to; the kernels do the
+// bytes.
+#include "string/buffer_block.h"
+#include "string/byte_edit.h"
+#include "string/byte_search.h"
+#include "string/byte_set.h"
+#include "string/length.h"
+
+#include <kelcl/dbuffer.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <functional>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
+
+/// The buffer itself, for a result that equals it.
+DBuffer* shared(DBuffer& buffer) {
+    ++buffer.refs;
+    return &buffer;
+}
+
+DBuffer* empty(DBuffer const& like) { return shared(*like.null()); }
+
+/// Edits bytes without a change of length, from offset `first` on: in place when nobody else can see the
+/// buffer, else on the way into a new one. `kernel(out, in, n)` is given the bytes; `out` is `in` when it
+/// works in place.
+template <class Kernel>
+DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
+    char* const text = buffer.contents();
+    if (buffer.refs < 2) {
+        kernel(text + first, text + first, buffer.length - first);
+        return shared(buffer);
+    }
+    DBuffer* const copy = kelcl::allocateLike(buffer, buffer.length);
+    std::memcpy(copy->contents(), text, first);
+    kernel(copy->contents() + first, text + first, buffer.length - first);
+    return copy;
+}
+
+/// Positions of occurrences, few of them without allocating.
+class Positions {
+public:
+    Positions() { positions_.reserve(withoutAllocation); }
+    void add(unsigned int position) { positions_.push_back(position); }
+    unsigned int count() const { return static_cast<unsigned int>(positions_.size()); }
+    auto begin() const { return positions_.begin(); }
+    auto end() const { return positions_.end(); }
+
+private:
+    static constexpr std::size_t withoutAllocation = 128;
+    alignas(unsigned int) std::array<std::byte, withoutAllocation * sizeof(unsigned int)> storage_;
+    std::pmr::monotonic_buffer_resource arena_{storage_.data(), storage_.size()};
+    std::pmr::vector<unsigned int> positions_{&arena_};
+};
+
+void findOccurrences(Positions& found, DBuffer const& text, char const* pattern, unsigned int patternLength,
+                     unsigned int start, unsigned int maxCount) {
+    unsigned int position = text.indexOf(pattern, patternLength, start);
+    while (position != 0) {
+        found.add(position);
+        if (found.count() == maxCount) return;
+        position = text.indexOf(pattern, patternLength, position + patternLength);
+    }
+}
+
+bool overlaps(DBuffer const& buffer, char const* bytes) {
+    std::less_equal<char const*> const notBehind;
+    return notBehind(buffer.contents(), bytes) && notBehind(bytes, buffer.contents() + buffer.length);
+}
+
+DBuffer* changeSameLength(DBuffer& buffer, Positions const& found, char const* replacement,
+                          unsigned int length) {
+    std::string copy; // a replacement that is part of the text must not change while it is written
+    if (buffer.refs < 2 && overlaps(buffer, replacement)) {
+        copy.assign(replacement, length);
+        replacement = copy.data();
+    }
+    return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
+        if (out != in) std::memcpy(out, in, n);
+        for (unsigned int const position : found)
+            std::memcpy(out + position - 1, replacement, length);
+    });
+}
+
+/// The length of a text in which `count` stretches of `oldLength` bytes give way to others of `newLength`.
+unsigned int changedLength(unsigned int length, unsigned int count, unsigned int oldLength,
+                           unsigned int newLength) {
+    unsigned int const difference = oldLength > newLength ? oldLength - newLength : newLength - oldLength;
+    if (difference >= kelcl::unboundedLength / count) kelcl::raiseLengthOverflow();
+    if (oldLength > newLength) return length - difference * count;
+    return kelcl::lengthSum(length, difference * count);
+}
+
+DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int patternLength,
+                           std::string_view replacement) {
+    unsigned int const newLength = changedLength(buffer.length, found.count(), patternLength,
+                                                 static_cast<unsigned int>(replacement.size()));
+    if (newLength == 0) return empty(buffer);
+    DBuffer* const result = kelcl::allocateLike(buffer, newLength);
+    char* out = result->contents();
+    char const* in = buffer.contents();
+    auto const copy = [&out](char const* bytes, std::size_t n) {
+        std::memcpy(out, bytes, n);
+        out += n;
+    };
+    for (unsigned int const position : found) {
+        char const* const occurrence = buffer.contents() + position - 1;
+        copy(in, static_cast<std::size_t>(occurrence - in));
+        if (!replacement.empty()) copy(replacement.data(), replacement.size());
+        in = occurrence + patternLength;
+    }
+    copy(in, static_cast<std::size_t>(buffer.contents() + buffer.length - in));
+    return result;
+}
+
+/// Strips what the given searches skip: they find the first and the last byte that stays, 0 for none.
+template <class FindFirst, class FindLast>
+DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst findFirst, FindLast findLast) {
+    if (buffer.length == 0) return shared(buffer);
+    unsigned int first = 1;
+    unsigned int last = buffer.length;
+    if (mode != DStringEnum::trailing) {
+        first = findFirst();
+        if (first == 0) return empty(buffer);
+    }
+    if (mode != DStringEnum::leading) last = findLast();
+    if (first == 1 && last == buffer.length) return shared(buffer);
+    return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
+}
+
+} // namespace
+
+DBuffer* DBuffer::upperCase() {
+    std::size_t const first = kelcl::findLowerCase(textOf(*this));
+    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
+}
+
+DBuffer* DBuffer::lowerCase() {
+    std::size_t const first = kelcl::findUpperCase(textOf(*this));
+    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
+}
+
+DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
+                            unsigned int outputLength, char padCharacter) {
+    std::size_t const first = kelcl::findFirstIn(textOf(*this), kelcl::ByteSet({inputSet, inputLength}));
+    if (first == kelcl::notFound) return shared(*this);
+    unsigned char table[256];
+    for (unsigned int value = 0; value < 256; ++value)
+        table[value] = static_cast<unsigned char>(value);
+    for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
+        table[static_cast<unsigned char>(inputSet[i])] =
+            static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
+    return editBytes(*this, first, [&table](char* out, char const* in, std::size_t n) {
+        kelcl::copyTranslated(out, in, n, table);
+    });
+}
+
+DBuffer* DBuffer::strip(char const* set, unsigned int setLength, DStringEnum::StripMode mode) {
+    return stripBytes(
+        *this, mode, [&] { return indexOfAnyBut(set, setLength, 1); },
+        [&] { return lastIndexOfAnyBut(set, setLength, length); });
+}
+
+DBuffer* DBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
+    return stripBytes(
+        *this, mode, [&] { return indexOfAnyBut(test, 1); }, [&] { return lastIndexOfAnyBut(test, length); });
+}
+
+DBuffer* DBuffer::reverse() {
+    if (length < 2) return shared(*this);
+    return editBytes(*this, 0, [](char* out, char const* in, std::size_t n) {
+        if (out == in)
+            kelcl::reverseInPlace(out, n);
+        else
+            kelcl::copyReversed(out, in, n);
+    });
+}
+
+DBuffer* DBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {
+    if (n == 0 && position <= length) return shared(*this);
+    unsigned int const before = std::max(position, 1U) - 1;
+    if (before > length) return newBuffer(contents(), length, nullptr, before - length, p, n, padCharacter);
+    unsigned int const covered = std::min(n, length - before);
+    return newBuffer(contents(), before, p, n, contents() + before + covered, length - before - covered,
+                     padCharacter);
+}
+
+DBuffer* DBuffer::insert(char const* p, unsigned int n, unsigned int position, char padCharacter) {
+    if (n == 0 && position <= length) return shared(*this);
+    if (position > length)
+        return newBuffer(contents(), length, nullptr, position - length, p, n, padCharacter);
+    return newBuffer(contents(), position, p, n, contents() + position, length - position, padCharacter);
+}
+
+DBuffer* DBuffer::leftJustify(unsigned int width, char padCharacter) {
+    if (width == length) return shared(*this);
+    unsigned int const kept = std::min(length, width);
+    return newBuffer(contents(), kept, nullptr, width - kept, nullptr, 0, padCharacter);
+}
+
+DBuffer* DBuffer::center(unsigned int width, char padCharacter) {
+    if (width == length) return shared(*this);
+    if (width < length) return newBuffer(contents() + (length - width) / 2, width);
+    unsigned int const left = (width - length) / 2;
+    return newBuffer(nullptr, left, contents(), length, nullptr, width - length - left, padCharacter);
+}
+
+DBuffer* DBuffer::copy(unsigned int times) {
+    if (length == 0 || times == 1) return shared(*this);
+    if (times == 0) return empty(*this);
+    if (times - 1 >= kelcl::unboundedLength / length) overflow();
+    unsigned int const total = kelcl::lengthProduct(length, times);
+    DBuffer* const result = kelcl::allocateLike(*this, total);
+    std::memcpy(result->contents(), contents(), length);
+    kelcl::fillRepeating(result->contents(), total, length);
+    return result;
+}
+
+DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char const* replacement,
+                         unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
+    if (maxCount == 0) return shared(*this);
+    Positions found;
+    findOccurrences(found, *this, pattern, patternLength, start, maxCount);
+    if (found.count() == 0) return shared(*this);
+    if (patternLength == replacementLength)
+        return changeSameLength(*this, found, replacement, replacementLength);
+    return changeOtherLength(*this, found, patternLength, {replacement, replacementLength});
+}

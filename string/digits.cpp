@@ -1,0 +1,87 @@
+// Hexadecimal and binary digits as plain loops, and the choice between these and the forms of digits_avx2.h.
+
+#include "string/digits.h"
+
+#include "string/byte_scan.h"
+#include "string/digits_avx2.h"
+
+namespace kelcl {
+
+namespace {
+
+constexpr ByteSet hexDigits{"0123456789ABCDEFabcdef"};
+
+KELCL_ALWAYS_INLINE char hexDigit(unsigned int value) {
+    return static_cast<char>(value + (value > 9 ? 'A' - 10 : '0'));
+}
+
+/// Letters of either case have the bit 0x40, which digits lack, and their low bits count from 1.
+KELCL_ALWAYS_INLINE unsigned int hexValue(char digit) {
+    auto const code = static_cast<unsigned char>(digit);
+    return (code & 15U) + (code >> 6U) * 9U;
+}
+
+/// The value of eight binary digits, or of fewer.
+char byteOfBits(char const* in, std::size_t digits) {
+    unsigned int value = 0;
+    for (std::size_t i = 0; i < digits; ++i)
+        value = value << 1U | (static_cast<unsigned char>(in[i]) & 1U);
+    return static_cast<char>(value);
+}
+
+} // namespace
+
+bool isHexDigits(std::string_view text) { return findFirst(text, Not{InSet{hexDigits}}) == notFound; }
+
+bool isDecimalDigits(std::string_view text) { return findFirst(text, Not{InRange{'0', '9'}}) == notFound; }
+
+bool isBinaryDigits(std::string_view text) { return findFirst(text, Not{InRange{'0', '1'}}) == notFound; }
+
+KELCL_MULTIVERSION void writeHex(char* out, char const* in, std::size_t n) {
+    char* const __restrict to = out;
+    char const* const __restrict from = in;
+    for (std::size_t i = 0; i < n; ++i) {
+        auto const byte = static_cast<unsigned char>(from[i]);
+        to[2 * i] = hexDigit(byte >> 4U);
+        to[2 * i + 1] = hexDigit(byte & 15U);
+    }
+}
+
+void readHex(char* out, char const* in, std::size_t digits) {
+    if (digits % 2 != 0) {
+        *out++ = static_cast<char>(hexValue(*in++));
+        --digits;
+    }
+    std::size_t i = 0;
+#if KELCL_AVX2_KERNELS
+    if (processorHasAvx2()) i = avx2::readHexBlocks(out, in, digits);
+#endif
+    for (; i < digits; i += 2)
+        out[i / 2] = static_cast<char>(hexValue(in[i]) << 4U | hexValue(in[i + 1]));
+}
+
+void writeBinary(char* out, char const* in, std::size_t n) {
+    std::size_t i = 0;
+#if KELCL_AVX2_KERNELS
+    if (processorHasAvx2()) i = avx2::writeBinaryBlocks(out, in, n);
+#endif
+    for (; i < n; ++i)
+        for (unsigned int bit = 0; bit < 8; ++bit)
+            out[8 * i + bit] = static_cast<char>('0' + (static_cast<unsigned char>(in[i]) >> (7 - bit) & 1U));
+}
+
+void readBinary(char* out, char const* in, std::size_t digits) {
+    if (std::size_t const shortGroup = digits % 8; shortGroup != 0) {
+        *out++ = byteOfBits(in, shortGroup);
+        in += shortGroup;
+        digits -= shortGroup;
+    }
+    std::size_t i = 0;
+#if KELCL_AVX2_KERNELS
+    if (processorHasAvx2()) i = avx2::readBinaryBlocks(out, in, digits);
+#endif
+    for (; i < digits; i += 8)
+        out[i / 8] = byteOfBits(in + i, 8);
+}
+
+} // namespace kelcl

@@ -1,0 +1,150 @@
+// DString: construction, copy-on-write, concatenation, removal and justification, debug text.
+#include "string/buffer_block.h"
+#include "string/buffer_factory.h"
+#include "string/dstring_edit.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+
+char const* const DString::null = "";
+char const* const DString::zero = "0";
+char const* const DString::maxLong = "0x7fffffffffffffffL";
+
+char* DString::nullBuffer = nullptr;
+
+char* DString::makeSharedEmpty() {
+    nullBuffer = DBuffer::defaultBuffer()->contents();
+    return nullBuffer;
+}
+
+namespace {
+
+/// The decimal text of a number.
+class Digits {
+public:
+    template <class Integer>
+    explicit Digits(Integer number)
+        : length_(static_cast<unsigned int>(std::to_chars(text_, text_ + sizeof text_, number).ptr - text_)) {
+    }
+    /// As `printf` writes it, so with the locale's decimal point.
+    explicit Digits(double number)
+        : length_(
+              static_cast<unsigned int>(std::snprintf(text_, sizeof text_, "%.*g", significant, number))) {}
+
+    char const* text() const { return text_; }
+    unsigned int length() const { return length_; }
+
+private:
+    static constexpr int significant = 15;
+    char text_[48];
+    unsigned int length_;
+};
+
+} // namespace
+
+DString::DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3,
+                 unsigned int l3, char padCharacter)
+    : text_(
+          DBuffer::fromContents(sharedEmpty())->newBuffer(p1, l1, p2, l2, p3, l3, padCharacter)->contents()) {
+}
+
+DString::DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, char padCharacter)
+    : DString(p1, l1, p2, l2, nullptr, 0, padCharacter) {}
+
+DString::DString(void const* p1, unsigned int l1, char padCharacter)
+    : DString(p1, l1, nullptr, 0, padCharacter) {}
+
+DString::DString(char const* p) : DString(p, kelcl::textOf(p).length) {}
+DString::DString(signed char const* p) : DString(reinterpret_cast<char const*>(p)) {}
+DString::DString(unsigned char const* p) : DString(reinterpret_cast<char const*>(p)) {}
+DString::DString(std::string const& text) : DString(text.data(), kelcl::checkedLength(text.size())) {}
+DString::DString(std::string_view text) : DString(text.data(), kelcl::checkedLength(text.size())) {}
+
+DString::DString(char c) : DString(&c, 1) {}
+DString::DString(signed char c) : DString(static_cast<char>(c)) {}
+DString::DString(unsigned char c) : DString(static_cast<char>(c)) {}
+
+DString::DString(int number) : DString(static_cast<long>(number)) {}
+DString::DString(short number) : DString(static_cast<long>(number)) {}
+DString::DString(long long number) : DString(static_cast<long>(number)) {}
+DString::DString(unsigned int number) : DString(static_cast<unsigned long>(number)) {}
+DString::DString(unsigned short number) : DString(static_cast<unsigned long>(number)) {}
+DString::DString(unsigned long long number) : DString(static_cast<unsigned long>(number)) {}
+DString::DString(long number) : text_(sharedEmpty()) { initBuffer(number); }
+DString::DString(unsigned long number) : text_(sharedEmpty()) { initBuffer(number); }
+DString::DString(double number) : text_(sharedEmpty()) { initBuffer(number); }
+
+DString& DString::initBuffer(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3,
+                             unsigned int l3, char padCharacter) {
+    text_ = buffer()->newBuffer(p1, l1, p2, l2, p3, l3, padCharacter)->contents();
+    return *this;
+}
+
+DString& DString::initBuffer(long number) {
+    Digits const digits(number);
+    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+}
+
+DString& DString::initBuffer(unsigned long number) {
+    Digits const digits(number);
+    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+}
+
+DString& DString::initBuffer(double number) {
+    Digits const digits(number);
+    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+}
+
+DString& DString::install(DBuffer* edited) {
+    DBuffer* const old = buffer();
+    text_ = edited->contents();
+    release(old);
+    return *this;
+}
+
+DString& DString::prepareToChange() {
+    return buffer()->refs < 2 ? *this : install(buffer()->newBuffer(text_, length()));
+}
+
+DString& DString::append(char const* data, unsigned int count) {
+    if (count == 0) return *this;
+    DBuffer* const own = buffer();
+    unsigned int const before = own->length;
+    if (own->refs != 1 || count > kelcl::capacityOf(before) - before || !kelcl::growsInPlace(*own))
+        return install(own->newBuffer(text_, before, data, count));
+    std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
+    text_[before + count] = '\0';
+    own->length = before + count;
+    return *this;
+}
+
+DString DString::joined(char const* left, unsigned int leftLength, char const* right,
+                        unsigned int rightLength) {
+    return DString(left, leftLength, right, rightLength);
+}
+
+DString& DString::remove(unsigned int start, unsigned int count) {
+    if (count == 0 || start > length() || isEmpty()) return *this;
+    return edit<During::heldAlive>([=](DBuffer& text) { return text.remove(start, count); });
+}
+
+DString& DString::remove(unsigned int start) { return remove(start, kelcl::unboundedLength); }
+
+DString DString::remove(DString const& source, unsigned int start, unsigned int count) {
+    return DString(source).remove(start, count);
+}
+
+DString& DString::rightJustify(unsigned int width, char padCharacter) {
+    if (width == length()) return *this;
+    return edit<During::heldAlive>([=](DBuffer& text) { return text.rightJustify(width, padCharacter); });
+}
+
+DString DString::asDebugInfo() const {
+    DString info("DString(@");
+    info += DString(reinterpret_cast<unsigned long>(this));
+    info += ",pBuffer->";
+    info += buffer()->asDebugInfo();
+    info += ")";
+    return info;
+}

@@ -1,0 +1,50 @@
+// DString: element access.
+#include "except/raise.h"
+
+#include <kelcl/dexception.h>
+#include <kelcl/dstring.h>
+
+namespace {
+
+// Hosts match on these line numbers.
+constexpr unsigned long readUnsignedPastEnd = 130;
+constexpr unsigned long readNegative = 174;
+constexpr unsigned long readPastEnd = 184;
+constexpr unsigned long writeNegative = 197;
+
+[[noreturn]] void raiseOutsideString(unsigned long line) {
+    constexpr unsigned long outsideString = 1011;
+    kelcl::raise(DInvalidRequest(DBase::messageText(outsideString), outsideString, DException::recoverable),
+                 {"dstring5", nullptr, line});
+}
+
+/// Indexes 0 and 1 both mean the first byte.
+unsigned int offsetOf(unsigned int index) { return index == 0 ? 0 : index - 1; }
+
+} // namespace
+
+char const& DString::operator[](unsigned int index) const {
+    if (offsetOf(index) >= length()) raiseOutsideString(readUnsignedPastEnd);
+    return text_[offsetOf(index)];
+}
+
+char const& DString::operator[](int index) const {
+    if (index < 0) raiseOutsideString(readNegative);
+    unsigned int const offset = offsetOf(static_cast<unsigned int>(index));
+    if (offset >= length()) raiseOutsideString(readPastEnd);
+    return text_[offset];
+}
+
+char& DString::operator[](int index) {
+    if (index < 0) raiseOutsideString(writeNegative);
+    return operator[](static_cast<unsigned int>(index));
+}
+
+char& DString::operator[](unsigned int index) {
+    unsigned int const offset = offsetOf(index);
+    if (offset >= length())
+        install(buffer()->newBuffer(text_, length(), nullptr, offset - length() + 1, nullptr, 0, ' '));
+    else
+        prepareToChange();
+    return text_[offset];
+}

@@ -1,0 +1,37 @@
+// DString: bitwise operators.
+#include "string/buffer_block.h"
+#include "string/byte_edit.h"
+#include "string/dstring_edit.h"
+
+#include <functional>
+#include <string>
+
+static_assert(static_cast<int>(kelcl::BitOperation::bitAnd) == DString::bitAnd);
+static_assert(static_cast<int>(kelcl::BitOperation::bitOr) == DString::bitOr);
+static_assert(static_cast<int>(kelcl::BitOperation::bitExclusiveOr) == DString::bitExclusiveOr);
+
+DString& DString::applyBitOp(char const* operand, unsigned int operandLength, BitOperator op) {
+    if (operandLength == 0) return *this;
+    prepareToChange();
+    if (isEmpty() || op > bitExclusiveOr) return *this;
+
+    std::less_equal<char const*> const notBehind;
+    bool const insideText = notBehind(text_, operand) && notBehind(operand, text_ + length());
+    bool const sameText = operand == text_ && operandLength >= length() && operandLength > 1;
+    std::string copy; // an operand that is part of the text must not change while it is used
+    if (insideText && !sameText) {
+        copy.assign(operand, operandLength);
+        operand = copy.data();
+    }
+    kelcl::combine(text_, length(), operand, operandLength, static_cast<kelcl::BitOperation>(op));
+    return *this;
+}
+
+DString DString::operator~() const {
+    DString result;
+    if (!isEmpty()) {
+        result.install(kelcl::allocateLike(*result.buffer(), length()));
+        kelcl::copyComplement(result.text_, text_, length());
+    }
+    return result;
+}

@@ -1,0 +1,56 @@
+// DString: substrings, counting and matching.
+#include "string/length.h"
+#include "string/wildcard.h"
+
+#include <kelcl/dstring.h>
+
+namespace {
+
+/// Counts what `find` finds from `startPos` on, searching again `step` bytes behind each match.
+template <class Find>
+unsigned int countMatches(Find find, unsigned int startPos, unsigned int step) {
+    unsigned int count = 0;
+    for (unsigned int position = find(startPos); position != 0; position = find(position + step))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+DString DString::subString(unsigned int start) const {
+    if (start > length()) return DString();
+    if (fgI18NState == 1) return DString(buffer()->subString(start));
+    // A start of 0 asks for one byte more than there is and gets it as a blank: callers rely on it.
+    return DString(buffer()->subString(start, length() - start + 1, ' '));
+}
+
+DString DString::subString(unsigned int start, unsigned int count, char padCharacter) const {
+    return DString(buffer()->subString(start, count, padCharacter));
+}
+
+unsigned int DString::occurrencesOf(char c, unsigned int startPos) const {
+    return countMatches([&](unsigned int from) { return indexOf(c, from); }, startPos, 1);
+}
+
+unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startPos) const {
+    DString const held(*this); // the test may change this string
+    return countMatches([&](unsigned int from) { return held.indexOf(test, from); }, startPos, 1);
+}
+
+unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
+                                    unsigned int startPos) const {
+    return countMatches([&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); },
+                        startPos, patternLength);
+}
+
+bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const {
+    unsigned int const own = length();
+    unsigned int const least = minLength == 0 ? own : minLength;
+    if (fullLength < own || least > own) return false;
+    return order(full, own) == 0;
+}
+
+bool DString::isLike(char const* pattern, unsigned int patternLength, char anyString, char anyChar) const {
+    if (order(pattern, patternLength) == 0) return true;
+    return kelcl::matchesWildcard(*this, {pattern, patternLength}, anyString, anyChar);
+}

@@ -1,0 +1,156 @@
+// DString: words. They are found with the buffer's virtual searches, which keep characters whole.
+#include "string/dstring_edit.h"
+#include "string/length.h"
+#include "string/word_separators.h"
+
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+struct Word {
+    unsigned int position = 0; ///< 0: there is no such word.
+    unsigned int length = 0;
+};
+
+/// Walks the words of a buffer in text order.
+class Words {
+public:
+    explicit Words(DBuffer const& text, unsigned int start = 1) : text_(text), next_(start) {}
+
+    /// The next word; one at position 0 when there are no more.
+    Word next() {
+        unsigned int const position = start();
+        if (position == 0) return {};
+        unsigned int const behind = next_ != 0 ? next_ : text_.length + 1;
+        return {position, behind - position};
+    }
+
+    /// Where the next word starts, for callers that do not need its end; 0 when there are no more.
+    unsigned int start() {
+        if (next_ == 0) return 0;
+        unsigned int const position =
+            text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
+        next_ =
+            position == 0 ? 0 : text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
+        return position;
+    }
+
+private:
+    DBuffer const& text_;
+    unsigned int
+        next_; ///< Where to search on: the separator behind the last word found, 0 at the end of the text.
+};
+
+std::vector<Word> wordList(DBuffer const& text) {
+    std::vector<Word> list;
+    Words words(text);
+    for (Word word = words.next(); word.position != 0; word = words.next())
+        list.push_back(word);
+    return list;
+}
+
+/// Word `n` when counting starts at byte `start` with `counted` words seen.
+Word findWord(DBuffer const& text, unsigned int n, unsigned int start = 1, unsigned int counted = 0) {
+    Words words(text, start);
+    for (Word word = words.next(); word.position != 0; word = words.next())
+        if (++counted == n) return word;
+    return {};
+}
+
+/// The position behind the last character that is no separator.
+unsigned int endOfLastWord(DBuffer const& text) {
+    unsigned int end =
+        text.lastIndexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, kelcl::unboundedLength) + 1;
+    while (end <= text.length && text.charType(end) > 1)
+        ++end;
+    return end;
+}
+
+std::string_view bytesOf(DBuffer const& text, Word word) {
+    return {text.contents() + word.position - 1, word.length};
+}
+
+} // namespace
+
+unsigned int DString::numWords() const {
+    unsigned int count = 0;
+    Words words(*buffer());
+    while (words.start() != 0)
+        ++count;
+    return count;
+}
+
+DString DString::word(unsigned int n) const {
+    Word const found = findWord(*buffer(), n == 0 ? 1 : n);
+    return found.position == 0 ? DString() : DString(text_ + found.position - 1, found.length);
+}
+
+DString DString::words(unsigned int first, unsigned int count) const {
+    if (first == 0) first = 1;
+    unsigned int const start = indexOfWord(first);
+    if (start == 0) return DString();
+    if (count == 0) return subString(start, 0, ' ');
+    unsigned int const last =
+        count - 1 > kelcl::unboundedLength - first ? kelcl::unboundedLength : first + count - 1;
+    Word const end = findWord(*buffer(), last, start, first - 1);
+    unsigned int const behind = end.position != 0 ? end.position + end.length : endOfLastWord(*buffer());
+    return subString(start, behind - start, ' ');
+}
+
+unsigned int DString::indexOfWord(unsigned int n, unsigned int startPos, unsigned int counted) const {
+    return findWord(*buffer(), n, startPos, counted).position;
+}
+
+unsigned int DString::lengthOfWord(unsigned int n) const { return findWord(*buffer(), n).length; }
+
+DString& DString::removeWords(unsigned int first, unsigned int count) {
+    if (count == 0) return *this;
+    unsigned int const start = indexOfWord(first);
+    if (start == 0) return *this;
+    unsigned int const behind = indexOfWord(first + count, start, first - 1);
+    return behind != 0 ? remove(start, behind - start) : remove(start);
+}
+
+DString& DString::space(unsigned int n, char c) {
+    if (isEmpty()) return *this;
+    Words measured(*buffer());
+    Word const first = measured.next();
+    if (first.position == 0) return *this = DString();
+    unsigned int behindFirst = 0;
+    for (Word word = measured.next(); word.position != 0; word = measured.next())
+        behindFirst = kelcl::lengthSum(behindFirst, kelcl::lengthSum(n, word.length));
+
+    return edit<During::heldAlive>([=](DBuffer& text) {
+        DBuffer* const joined = text.newBuffer(text.contents() + first.position - 1, first.length, nullptr,
+                                               behindFirst, nullptr, 0, c);
+        Words words(text, first.position + first.length);
+        char* out = joined->contents() + first.length;
+        for (Word word = words.next(); word.position != 0; word = words.next()) {
+            std::memcpy(out + n, text.contents() + word.position - 1, word.length);
+            out += n + word.length;
+        }
+        return joined;
+    });
+}
+
+unsigned int DString::findPhrase(DString const& phrase, unsigned int startWord, IndexType type) const {
+    std::vector<Word> const own = wordList(*buffer());
+    std::vector<Word> const wanted = wordList(*phrase.buffer());
+    auto const count = static_cast<unsigned int>(own.size());
+    auto const wantedCount = static_cast<unsigned int>(wanted.size());
+    auto const matchesAt = [&](unsigned int first) {
+        if (first == 0 || first > count) return wantedCount == 0; // there is no such word
+        for (unsigned int i = 0; i < wantedCount; ++i)
+            if (bytesOf(*buffer(), own[first - 1 + i]) != bytesOf(*phrase.buffer(), wanted[i])) return false;
+        return true;
+    };
+    // The sum wraps on purpose: from word 0 an empty phrase is not found.
+    for (unsigned int first = startWord; count >= first + wantedCount - 1; ++first) {
+        if (!matchesAt(first)) continue;
+        if (type != charIndex) return first;
+        return first == 0 || first > count ? 0 : own[first - 1].position;
+    }
+    return 0;
+}

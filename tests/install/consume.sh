@@ -1,0 +1,73 @@
+#!/bin/sh
+# Installs the library into a scratch prefix and builds and runs a host program against it, as a user would.
+# Usage: consume.sh WAY CMAKE CXX SOURCE BUILD WORK
+# WAY is one of: prefix (installs; the others need it), find_package, pkg_config, add_subdirectory, readme.
+set -eu
+
+way=$1
+cmake=$2
+cxx=$3
+source=$4
+build=$5
+work=$6
+
+prefix=$work/prefix
+consumer=$source/tests/install/consumer
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# run PROGRAM: as a German user would have it, with the installed catalogs.
+run() {
+    LANG=de_DE.UTF-8 NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@"
+}
+
+compile_with_pkg_config() {
+    PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name kelcl.pc)")
+    export PKG_CONFIG_PATH
+    version=$(pkg-config --modversion kelcl)
+    [ "$version" = 3.10.1 ] || fail "kelcl.pc has version $version"
+    # shellcheck disable=SC2046 # flags are several words
+    "$cxx" -std=c++17 -Wall -Wextra -Wpedantic -Werror "$1" -o "$2" $(pkg-config --cflags --libs kelcl) \
+        "-Wl,-rpath,$(pkg-config --variable=libdir kelcl)"
+}
+
+configure_and_run() {
+    rm -rf "$work/$way"
+    "$cmake" -S "$consumer" -B "$work/$way" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" "$@"
+    "$cmake" --build "$work/$way"
+    run "$work/$way/consumer"
+}
+
+case $way in
+prefix)
+    # Installed in one place, used in another: nothing in it may depend on where it was installed.
+    rm -rf "$work"
+    mkdir -p "$work"
+    "$cmake" --install "$build" --prefix "$work/elsewhere"
+    mv "$work/elsewhere" "$prefix"
+    ;;
+find_package)
+    configure_and_run -DCMAKE_PREFIX_PATH="$prefix"
+    ;;
+pkg_config)
+    compile_with_pkg_config "$consumer/main.cpp" "$work/pkg_config_consumer"
+    run "$work/pkg_config_consumer"
+    ;;
+add_subdirectory)
+    configure_and_run -DKELCL_SOURCE_DIR="$source"
+    ;;
+readme)
+    # The first block of C++ in the README is a whole program, and what it prints stands in the block of text after it.
+    sed -n '/^```cpp$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.cpp"
+    sed -n '/^```text$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.expected"
+    compile_with_pkg_config "$work/readme.cpp" "$work/readme"
+    run "$work/readme" >"$work/readme.printed"
+    diff -u "$work/readme.expected" "$work/readme.printed" || fail "README.md shows another output than its program prints"
+    ;;
+*)
+    fail "there is no way '$way' of consuming the library"
+    ;;
+esac

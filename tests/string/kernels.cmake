@@ -1,0 +1,11 @@
+# The tests of the byte kernels run twice: as the library has them, and with their portable forms only, which are what
+# other processors get.
+set(kernel_tests kernels_decimal kernels_digits kernels_edit kernels_search kernels_set kernels_wildcard)
+list(TRANSFORM kernel_tests PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
+list(TRANSFORM kernel_tests APPEND .cpp)
+
+kelcl_add_internal_test(kernels SOURCES ${kernel_tests})
+
+get_property(kernel_sources GLOBAL PROPERTY kelcl_kernel_sources)
+kelcl_add_test(kernels_portable SOURCES ${kernel_tests} ${kernel_sources} NO_LIBRARY)
+target_compile_definitions(test_kernels_portable PRIVATE KELCL_PORTABLE_KERNELS)

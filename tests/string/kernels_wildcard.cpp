@@ -1,0 +1,138 @@
+// The wildcard match against a table of which beginnings of the text match which beginnings of the pattern.
+
+#include "kernels_texts.h"
+#include "string/wildcard.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using namespace kernels_test;
+using kelcl::matchesWildcard;
+
+bool plainMatch(std::string_view text, std::string_view pattern, char anyString, char anyChar) {
+    std::vector<bool> matches(text.size() + 1); // of the pattern so far with each beginning of the text
+    matches[0] = true;
+    for (char const wanted : pattern) {
+        std::vector<bool> next(text.size() + 1);
+        if (wanted == anyString) {
+            bool reached = false;
+            for (std::size_t i = 0; i <= text.size(); ++i) {
+                reached = reached || matches[i];
+                next[i] = reached;
+            }
+        } else {
+            for (std::size_t i = 0; i < text.size(); ++i)
+                next[i + 1] = matches[i] && (wanted == anyChar || wanted == text[i]);
+        }
+        matches = next;
+    }
+    return matches[text.size()];
+}
+
+bool isLike(std::string_view text, std::string_view pattern) {
+    return matchesWildcard(text, pattern, '*', '?');
+}
+
+TEST(Wildcards, MatchRunsAndSingleBytes) {
+    for (char const* const pattern :
+         {"a*", "*c", "a?c", "*", "abc", "***", "a*b*c", "?*?", "*?*?*?*", "abc*"})
+        EXPECT_TRUE(isLike("abc", pattern)) << pattern;
+    for (char const* const pattern : {"a?", "ab", "", "a*d", "abcd", "*b", "?", "????", "*????*", "abc?"})
+        EXPECT_FALSE(isLike("abc", pattern)) << pattern;
+}
+
+TEST(Wildcards, MatchTheEmptyTextWithRunsAndTheEmptyPatternOnly) {
+    EXPECT_TRUE(isLike("", ""));
+    EXPECT_TRUE(isLike("", "*"));
+    EXPECT_TRUE(isLike("", "**"));
+    EXPECT_FALSE(isLike("", "?"));
+    EXPECT_FALSE(isLike("", "a"));
+    EXPECT_TRUE(isLike(std::string_view(), std::string_view()));
+}
+
+TEST(Wildcards, DoNotLetTheFixedBeginningAndEndOverlap) {
+    EXPECT_FALSE(isLike("aba", "ab*ba"));
+    EXPECT_TRUE(isLike("abba", "ab*ba"));
+    EXPECT_FALSE(isLike("a", "a*a"));
+    EXPECT_FALSE(isLike("abcbc", "a*bc*bc*bc"));
+}
+
+TEST(Wildcards, ThatAreTheSameByteStandForRuns) {
+    EXPECT_TRUE(matchesWildcard("abc", "a%", '%', '%'));
+    EXPECT_TRUE(matchesWildcard("a", "a%", '%', '%'));
+    EXPECT_TRUE(matchesWildcard("", "%", '%', '%'));
+}
+
+TEST(Wildcards, MayBeAnyBytes) {
+    using namespace std::string_view_literals;
+    EXPECT_TRUE(matchesWildcard("x\0y"sv, "x\xFFy"sv, '\0', '\xFF'));
+    EXPECT_TRUE(matchesWildcard("xy"sv, "x\0y"sv, '\0', '\xFF'));
+    EXPECT_TRUE(matchesWildcard("a*?b"sv, "a*?b"sv, '\0', '\xFF'));
+    EXPECT_FALSE(matchesWildcard("axxb"sv, "a*?b"sv, '\0', '\xFF'));
+}
+
+TEST(Wildcards, AgreeWithTheTableOnRandomTexts) {
+    std::mt19937 random(601);
+    int matched = 0;
+    for (int round = 0; round < 200'000; ++round) {
+        std::string const text = randomText(random, random() % 14, "aab");
+        std::string const pattern = randomText(random, random() % 9, round % 2 == 0 ? "aab*?" : "ab**?");
+        bool const wanted = plainMatch(text, pattern, '*', '?');
+        matched += wanted ? 1 : 0;
+        ASSERT_EQ(isLike(text, pattern), wanted) << text << " like " << pattern;
+    }
+    EXPECT_GT(matched, 20'000);
+}
+
+TEST(Wildcards, AgreeWithTheTableOnPatternsMadeFromTheText) {
+    std::mt19937 random(602);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string const text = randomText(random, 1 + random() % longest, "abcd");
+        std::string pattern = text;
+        for (std::size_t changes = random() % 8; changes > 0 && !pattern.empty(); --changes) {
+            std::size_t const at = random() % pattern.size();
+            switch (random() % 4) {
+            case 0:
+                pattern[at] = '?';
+                break;
+            case 1:
+                pattern.replace(at, random() % 10, "*");
+                break;
+            case 2:
+                pattern.insert(at, "*");
+                break;
+            default:
+                pattern[at] = "abcd"[random() % 4];
+            }
+        }
+        ASSERT_EQ(isLike(text, pattern), plainMatch(text, pattern, '*', '?')) << text << " like " << pattern;
+    }
+}
+
+TEST(Wildcards, TakeNoExponentialTimeForManyRuns) {
+    std::string const text(100'000, 'a');
+    std::string pattern;
+    for (int i = 0; i < 1000; ++i)
+        pattern += "*a";
+    EXPECT_TRUE(isLike(text, pattern));
+    EXPECT_FALSE(isLike(text, pattern + "*b"));
+    EXPECT_FALSE(isLike(text, pattern + "*b*"));
+}
+
+TEST(Wildcards, ReadNothingBeyondTextAndPattern) {
+    static GuardedPages textPages;
+    static GuardedPages patternPages;
+    std::mt19937 random(603);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string const text = randomText(random, random() % 80, "ab");
+        std::string const pattern = randomText(random, random() % 20, "ab*?");
+        bool const wanted = plainMatch(text, pattern, '*', '?');
+        ASSERT_EQ(isLike(textPages.atEnd(text), patternPages.atEnd(pattern)), wanted);
+        ASSERT_EQ(isLike(textPages.atBegin(text), patternPages.atBegin(pattern)), wanted);
+    }
+}
+
+} // namespace
