@@ -20,9 +20,9 @@ constexpr unsigned long newHandlerLine = 175; // hosts match on it
 
 char* DBase::msgFile = nullptr;
 
-DBase::Version DBase::version() { return {310, 1}; }
+DBase::Version DBase::version() noexcept { return {310, 1}; }
 
-char const* DBase::messageFile() {
+char const* DBase::messageFile() noexcept {
     if (msgFile == nullptr) {
         char const* const configured = std::getenv("KORVA MSGFILE");
         msgFile = kelcl::copyText(configured != nullptr ? configured : "kelcl.cat").release();
@@ -30,7 +30,7 @@ char const* DBase::messageFile() {
     return msgFile;
 }
 
-void DBase::setMessageFile(char const* fileName) {
+void DBase::setMessageFile(char const* fileName) noexcept {
     if (fileName == nullptr) return;
     kelcl::OwnedText copy = kelcl::copyText(fileName); // first: the name may be the one that is kept
     if (copy == nullptr) return;
@@ -40,7 +40,7 @@ void DBase::setMessageFile(char const* fileName) {
 
 DMessageText DBase::messageText(unsigned long messageId, char const* t1, char const* t2, char const* t3,
                                 char const* t4, char const* t5, char const* t6, char const* t7,
-                                char const* t8, char const* t9) {
+                                char const* t8, char const* t9) noexcept {
     return DMessageText(messageId, messageFile(), t1, t2, t3, t4, t5, t6, t7, t8, t9);
 }
 
@@ -100,7 +100,7 @@ I18N_Init nationalLanguageSwitch;
 
 } // namespace
 
-DException::TraceFn* DExceptStaticPtr::traceFunction() {
+DException::TraceFn* DExceptStaticPtr::traceFunction() noexcept {
     if (userFunction != nullptr) return userFunction;
     if (defaultFunction == nullptr) defaultFunction = &traceFunctions.standard;
     return defaultFunction;

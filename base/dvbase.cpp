@@ -21,7 +21,6 @@ DString description(char const* className, void const* object) {
 DString DBase::asString() const { return DString("DBase object"); }
 DString DBase::asDebugInfo() const { return description("DBase", this); }
 
-DVBase::~DVBase() = default;
 DString DVBase::asString() const { return DString("DVBase object"); }
 DString DVBase::asDebugInfo() const { return description("DVBase", this); }
 

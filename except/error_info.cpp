@@ -3,7 +3,6 @@
 #include "except/text_copy.h"
 
 #include <kelcl/derrorinfo.h>
-#include <kelcl/dstring.h>
 
 #include <cerrno>
 #include <cstring>
@@ -37,8 +36,8 @@ void raiseAs(DBaseErrorInfo::ExceptionType type, char const* text, unsigned long
     if (type < std::size(raisers)) raisers[type](text, errorId, severity, errorCodeGroup, location);
 }
 
-/// "prefix:text", or the text alone without a prefix, made with array new; null when there is no memory.
-char* prefixed(char const* prefix, char const* text) {
+/// "prefix:text", or the text alone without a prefix; null when there is no memory.
+kelcl::OwnedText prefixed(char const* prefix, char const* text) {
     if (text == nullptr) text = "";
     std::size_t const prefixLength = prefix != nullptr ? std::strlen(prefix) + 1 : 0;
     std::size_t const textSize = std::strlen(text) + 1;
@@ -49,14 +48,12 @@ char* prefixed(char const* prefix, char const* text) {
         result[prefixLength - 1] = ':';
     }
     std::memcpy(result.get() + prefixLength, text, textSize);
-    return result.release();
+    return result;
 }
 
 } // namespace
 
 DBaseErrorInfo::~DBaseErrorInfo() = default;
-DString DBaseErrorInfo::asString() const { return DVBase::asString(); }
-DString DBaseErrorInfo::asDebugInfo() const { return DVBase::asDebugInfo(); }
 
 void DBaseErrorInfo::throwError(DExceptionLocation const& location, ExceptionType type,
                                 DException::Severity severity, char const* errorCodeGroup) const {
@@ -64,17 +61,16 @@ void DBaseErrorInfo::throwError(DExceptionLocation const& location, ExceptionTyp
 }
 
 // errno is read before anything that could change it.
-DCLibErrorInfo::DCLibErrorInfo(char const* prefix)
-    : available_(0), errorNumber_(static_cast<unsigned long>(static_cast<long>(errno))), errorText_(nullptr) {
+DCLibErrorInfo::DCLibErrorInfo(char const* prefix) noexcept
+    : available_(0), errorNumber_(static_cast<unsigned long>(static_cast<long>(errno))) {
     char const* const reason = std::strerror(static_cast<int>(errorNumber_));
     available_ = reason != nullptr && *reason != '\0' ? 1 : 0;
     errorText_ = prefixed(prefix, available_ != 0 ? reason : "No Error text is available");
 }
 
-DCLibErrorInfo::~DCLibErrorInfo() { delete[] errorText_; }
-bool DCLibErrorInfo::isAvailable() const { return available_ != 0; }
-DCLibErrorInfo::operator char const*() const { return errorText_; }
-char const* DCLibErrorInfo::text() const { return errorText_; }
+DCLibErrorInfo::~DCLibErrorInfo() = default;
+DCLibErrorInfo::operator char const*() const { return errorText_.get(); }
+char const* DCLibErrorInfo::text() const { return errorText_.get(); }
 unsigned long DCLibErrorInfo::errorId() const { return errorNumber_; }
 
 void DCLibErrorInfo::throwCLibError(char const* prefix, DExceptionLocation const& location,
@@ -82,14 +78,13 @@ void DCLibErrorInfo::throwCLibError(char const* prefix, DExceptionLocation const
     DCLibErrorInfo(prefix).throwError(location, type, severity, DException::CLibrary);
 }
 
-DSystemErrorInfo::DSystemErrorInfo(unsigned long errorNumber, char const* prefix)
+DSystemErrorInfo::DSystemErrorInfo(unsigned long errorNumber, char const* prefix) noexcept
     : available_(1), errorNumber_(errorNumber),
       errorText_(prefixed(prefix, DBase::messageText(systemError))) {}
 
-DSystemErrorInfo::~DSystemErrorInfo() { delete[] errorText_; }
-bool DSystemErrorInfo::isAvailable() const { return available_ != 0; }
-DSystemErrorInfo::operator char const*() const { return errorText_; }
-char const* DSystemErrorInfo::text() const { return errorText_; }
+DSystemErrorInfo::~DSystemErrorInfo() = default;
+DSystemErrorInfo::operator char const*() const { return errorText_.get(); }
+char const* DSystemErrorInfo::text() const { return errorText_.get(); }
 unsigned long DSystemErrorInfo::errorId() const { return errorNumber_; }
 
 void DSystemErrorInfo::throwSystemError(unsigned long errorNumber, char const* prefix,
@@ -98,13 +93,12 @@ void DSystemErrorInfo::throwSystemError(unsigned long errorNumber, char const* p
     DSystemErrorInfo(errorNumber, prefix).throwError(location, type, severity, DException::operatingSystem);
 }
 
-DGUIErrorInfo::DGUIErrorInfo(char const* prefix)
+DGUIErrorInfo::DGUIErrorInfo(char const* prefix) noexcept
     : errorText_(prefixed(prefix, DBase::messageText(presentationError))) {}
 
-DGUIErrorInfo::~DGUIErrorInfo() { delete[] errorText_; }
-bool DGUIErrorInfo::isAvailable() const { return true; }
-DGUIErrorInfo::operator char const*() const { return errorText_; }
-char const* DGUIErrorInfo::text() const { return errorText_; }
+DGUIErrorInfo::~DGUIErrorInfo() = default;
+DGUIErrorInfo::operator char const*() const { return errorText_.get(); }
+char const* DGUIErrorInfo::text() const { return errorText_.get(); }
 unsigned long DGUIErrorInfo::errorId() const { return 0; }
 
 void DGUIErrorInfo::throwGUIError(char const* prefix, DExceptionLocation const& location, ExceptionType type,

@@ -10,27 +10,26 @@ char const* const DException::operatingSystem = "Operating System";
 char const* const DException::presentationSystem = "Presentation System";
 char const* const DException::other = "Other Error Group";
 
-DException::DException(char const* text, unsigned long errorId, Severity severity)
-    : severity_(severity), errorId_(errorId), locationCount_(0), textCount_(0), texts_(nullptr),
-      errorCodeGroup_(baseLibrary) {
+DException::DException(char const* text, unsigned long errorId, Severity severity) noexcept
+    : severity_(severity), errorId_(errorId) {
     setText(text);
 }
 
-DException::DException(DException const& source)
+DException::DException(DException const& source) noexcept
     : severity_(source.severity_), errorId_(source.errorId_), locationCount_(source.locationCount_),
-      textCount_(source.textCount_), texts_(DExcText::copyOf(source.texts_)),
+      textCount_(source.textCount_), texts_(kelcl::DExcText::copyOf(source.texts_)),
       errorCodeGroup_(source.errorCodeGroup_) {
     for (unsigned long i = 0; i < locationCount_; ++i)
         locations_[i] = source.locations_[i];
     if (texts_ == nullptr) textCount_ = 0;
 }
 
-DException& DException::operator=(DException const& source) {
+DException& DException::operator=(DException const& source) noexcept {
     if (this == &source) return *this;
-    DExcText* const old = texts_;
-    texts_ = DExcText::copyOf(source.texts_);
+    kelcl::DExcText* const old = texts_;
+    texts_ = kelcl::DExcText::copyOf(source.texts_);
     textCount_ = texts_ != nullptr ? source.textCount_ : 0;
-    DExcText::release(old);
+    kelcl::DExcText::release(old);
     severity_ = source.severity_;
     errorId_ = source.errorId_;
     locationCount_ = source.locationCount_;
@@ -40,12 +39,12 @@ DException& DException::operator=(DException const& source) {
     return *this;
 }
 
-DException::~DException() { DExcText::release(texts_); }
+DException::~DException() { kelcl::DExcText::release(texts_); }
 
 bool DException::isRecoverable() const { return severity_ != unrecoverable; }
 
 DException& DException::addLocation(DExceptionLocation const& location) {
-    if (locationCount_ == mostLocations) --locationCount_; // the last slot always holds the latest one
+    if (locationCount_ == maxLocations) --locationCount_; // the last slot always holds the latest one
     locations_[locationCount_++] = location;
     return *this;
 }
@@ -59,52 +58,44 @@ DException& DException::logExceptionData() {
 
 void DException::terminate() { std::terminate(); }
 
-DException& DException::setText(char const* text) {
+DException& DException::setText(char const* text) noexcept {
     if (text == nullptr) return *this;
-    if (DExcText* const newest = DExcText::create(text, texts_)) {
+    if (kelcl::DExcText* const newest = kelcl::DExcText::create(text, texts_)) {
         texts_ = newest;
         ++textCount_;
     }
     return *this;
 }
 
-DException& DException::appendText(char const* text) {
+DException& DException::appendText(char const* text) noexcept {
     if (texts_ == nullptr) return setText(text);
     if (text != nullptr) texts_->appendText(text);
     return *this;
 }
 
-char const* DException::text(unsigned long index) const {
+char const* DException::text(unsigned long index) const noexcept {
     if (index >= textCount_) return nullptr;
-    DExcText const* node = texts_;
+    kelcl::DExcText const* node = texts_;
     for (; index > 0; --index)
         node = node->next();
     return node->text();
 }
 
-unsigned long DException::textCount() const { return textCount_; }
-
-DExceptionLocation const* DException::locationAtIndex(unsigned long index) const {
+DExceptionLocation const* DException::locationAtIndex(unsigned long index) const noexcept {
     return index < locationCount_ ? &locations_[index] : nullptr;
 }
 
-unsigned long DException::locationCount() const { return locationCount_; }
-
-unsigned long DException::errorId() const { return errorId_; }
-
-DException& DException::setErrorId(unsigned long errorId) {
+DException& DException::setErrorId(unsigned long errorId) noexcept {
     errorId_ = errorId;
     return *this;
 }
 
-char const* DException::errorCodeGroup() const { return errorCodeGroup_; }
-
-DException& DException::setErrorCodeGroup(char const* errorCodeGroup) {
+DException& DException::setErrorCodeGroup(char const* errorCodeGroup) noexcept {
     errorCodeGroup_ = errorCodeGroup;
     return *this;
 }
 
-DException& DException::setSeverity(Severity severity) {
+DException& DException::setSeverity(Severity severity) noexcept {
     severity_ = severity;
     return *this;
 }

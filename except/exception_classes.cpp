@@ -1,20 +1,12 @@
-// The subclasses of DException. They differ in their names.
+// The names of the exception classes.
 #include <kelcl/dexception.h>
 
-#define KELCL_EXCEPTION(className, base)                                                                     \
-    className::className(char const* text, unsigned long errorId, Severity severity)                         \
-        : base(text, errorId, severity) {}                                                                   \
-    className::className(className const& source) = default;                                                 \
-    className& className::operator=(className const& source) = default;                                      \
-    className::~className() = default;                                                                       \
-    char const* className::name() const { return #className; }
-
-KELCL_EXCEPTION(DAccessError, DException)
-KELCL_EXCEPTION(DAssertionFailure, DException)
-KELCL_EXCEPTION(DDeviceError, DException)
-KELCL_EXCEPTION(DInvalidParameter, DException)
-KELCL_EXCEPTION(DInvalidRequest, DException)
-KELCL_EXCEPTION(DResourceExhausted, DException)
-KELCL_EXCEPTION(DOutOfMemory, DResourceExhausted)
-KELCL_EXCEPTION(DOutOfSystemResource, DResourceExhausted)
-KELCL_EXCEPTION(DOutOfWindowResource, DResourceExhausted)
+char const* DAccessError::name() const { return "DAccessError"; }
+char const* DAssertionFailure::name() const { return "DAssertionFailure"; }
+char const* DDeviceError::name() const { return "DDeviceError"; }
+char const* DInvalidParameter::name() const { return "DInvalidParameter"; }
+char const* DInvalidRequest::name() const { return "DInvalidRequest"; }
+char const* DResourceExhausted::name() const { return "DResourceExhausted"; }
+char const* DOutOfMemory::name() const { return "DOutOfMemory"; }
+char const* DOutOfSystemResource::name() const { return "DOutOfSystemResource"; }
+char const* DOutOfWindowResource::name() const { return "DOutOfWindowResource"; }

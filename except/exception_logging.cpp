@@ -22,12 +22,12 @@ DExceptionLocation const* latestLocation(DException const& exception) {
 /// Visits the texts from the oldest, which stands last in the chain, to the newest, in blocks so that a chain
 /// of any length needs neither memory nor recursion.
 template <class Visit>
-void visitOldestFirst(DExcText const* newest, unsigned long count, Visit visit) {
+void visitOldestFirst(kelcl::DExcText const* newest, unsigned long count, Visit visit) {
     constexpr unsigned long blockSize = 512;
     char const* block[blockSize];
     for (unsigned long end = count; end > 0;) {
         unsigned long const begin = end > blockSize ? end - blockSize : 0;
-        DExcText const* node = newest;
+        kelcl::DExcText const* node = newest;
         for (unsigned long i = 0; i < begin; ++i)
             node = node->next();
         for (unsigned long i = begin; i < end; ++i, node = node->next())
@@ -39,7 +39,7 @@ void visitOldestFirst(DExcText const* newest, unsigned long count, Visit visit) 
 }
 
 /// Room for every line of the report: the fixed parts of the longest format and a number fit 128 bytes.
-std::size_t lineSize(DException const& exception, DExcText const* newest) {
+std::size_t lineSize(DException const& exception, kelcl::DExcText const* newest) {
     constexpr std::size_t fixedParts = 128;
     constexpr std::size_t least = 200;
     std::size_t longest = std::strlen(exception.name());
@@ -47,7 +47,7 @@ std::size_t lineSize(DException const& exception, DExcText const* newest) {
         longest += std::strlen(location->functionName()) + std::strlen(orUnknown(location->fileName()));
     if (exception.errorCodeGroup() != nullptr)
         longest = std::max(longest, std::strlen(exception.errorCodeGroup()));
-    for (DExcText const* node = newest; node != nullptr; node = node->next())
+    for (kelcl::DExcText const* node = newest; node != nullptr; node = node->next())
         longest = std::max(longest, std::strlen(node->text()));
     return std::max(longest + fixedParts, least) + 1;
 }
@@ -70,7 +70,7 @@ private:
     std::size_t size_;
 };
 
-void report(DException const& exception, DExcText const* newest, ReportLines lines) {
+void report(DException const& exception, kelcl::DExcText const* newest, ReportLines lines) {
     if (DExceptionLocation const* const location = latestLocation(exception))
         lines.write("%s exception thrown.\n   function: %s\n   file: %s\n   line: %d", exception.name(),
                     location->functionName(), orUnknown(location->fileName()),
@@ -94,7 +94,7 @@ void report(DException const& exception, DExcText const* newest, ReportLines lin
 
 /// The report when there is no memory for a line. Its texts differ from those of the other in places: hosts
 /// compare both.
-void reportWithoutMemory(DException const& exception, DExcText const* newest) {
+void reportWithoutMemory(DException const& exception, kelcl::DExcText const* newest) {
     if (DExceptionLocation const* const location = latestLocation(exception))
         std::fprintf(stderr, "%s exception thrown.\n   function: %s\n   file: %s\n   line: %lu.\n",
                      exception.name(), location->functionName(), orUnknown(location->fileName()),
@@ -138,7 +138,7 @@ DException::TraceFn& DException::TraceFn::logData(DException& exception) {
     return *this;
 }
 
-void DException::setTraceFunction(TraceFn& function) {
+void DException::setTraceFunction(TraceFn& function) noexcept {
     DExceptStaticPtr::traceFunction(); // fills in the default one
     DExceptStaticPtr::userFunction = &function;
 }

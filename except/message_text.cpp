@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstring>
 #include <nl_types.h>
+#include <utility>
 
 namespace {
 
@@ -20,8 +21,9 @@ void substitute(char const* pattern, char const* const* values, unsigned long co
     char const* at = std::strchr(pattern, '%');
     while (at != nullptr) {
         char const digit = at[1];
-        bool const isMarker =
-            digit >= '1' && digit <= '9' && static_cast<unsigned long>(digit - '0') <= count;
+        bool const isMarker = digit >= '1' && digit <= '9' &&
+                              static_cast<unsigned long>(digit - '0') <= count &&
+                              values[digit - '1'] != nullptr;
         if (isMarker) {
             piece(literal, static_cast<std::size_t>(at - literal));
             char const* const value = values[digit - '1'];
@@ -82,8 +84,7 @@ private:
 
 DMessageText::DMessageText(unsigned long messageId, char const* catalogFile, char const* t1, char const* t2,
                            char const* t3, char const* t4, char const* t5, char const* t6, char const* t7,
-                           char const* t8, char const* t9)
-    : text_(nullptr), loaded_(false) {
+                           char const* t8, char const* t9) noexcept {
     kelcl::NewHandlerSuspension const suspension;
     if (catalogFile != nullptr) {
         char const* const values[] = {t1, t2, t3, t4, t5, t6, t7, t8, t9};
@@ -93,42 +94,35 @@ DMessageText::DMessageText(unsigned long messageId, char const* catalogFile, cha
         Catalog const catalog(catalogFile);
         if (char const* const message = catalog.message(messageId)) {
             loaded_ = true;
-            text_ = substituted(message, values, count).release();
-            if (text_ != nullptr) dropCarriageReturnLineFeed(text_);
+            text_ = substituted(message, values, count);
+            if (text_ != nullptr) dropCarriageReturnLineFeed(text_.get());
         }
     }
     if (text_ == nullptr) {
         loaded_ = false;
-        text_ = copyText("Unable to load text from message file.").release();
+        text_ = copyText("Unable to load text from message file.");
     }
 }
 
-DMessageText::DMessageText(DMessageText const& other)
-    : text_(copyText(other.text_).release()), loaded_(other.loaded_) {}
+DMessageText::DMessageText(DMessageText const& source) noexcept
+    : text_(copyText(source.text())), loaded_(source.loaded_) {}
 
-DMessageText& DMessageText::operator=(DMessageText const& other) {
-    if (this == &other) return *this;
-    delete[] text_;
-    text_ = copyText(other.text_).release();
-    loaded_ = other.loaded_;
+DMessageText& DMessageText::operator=(DMessageText const& source) noexcept {
+    if (this == &source) return *this;
+    text_ = copyText(source.text());
+    loaded_ = source.loaded_;
     return *this;
 }
 
-DMessageText::~DMessageText() { delete[] text_; }
+DMessageText::~DMessageText() = default;
 
-char const* DMessageText::text() const { return text_; }
-DMessageText::operator char const*() const { return text_; }
-bool DMessageText::isLoaded() const { return loaded_; }
-
-DMessageText& DMessageText::setDefaultText(char const* defaultText) {
+DMessageText& DMessageText::setDefaultText(char const* defaultText) noexcept {
     if (loaded_) return *this;
-    if (OwnedText copy = copyText(defaultText)) {
-        delete[] text_;
-        text_ = copy.release();
-    }
+    if (OwnedText copy = copyText(defaultText)) text_ = std::move(copy);
     return *this;
 }
 
-char* DMessageText::replaceVars(char const* pattern, char** values, unsigned long count) {
-    return substituted(pattern, values, count).release();
+char* DMessageText::replaceVars(char const* pattern, char const* const* values,
+                                unsigned long count) noexcept {
+    return substituted(pattern != nullptr ? pattern : "", values, count).release();
 }

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <new>
 
+namespace kelcl {
+
 DExcText::Characters* DExcText::Characters::copyOf(char const* first, char const* second) noexcept {
     std::size_t const firstLength = std::strlen(first);
     std::size_t const secondLength = std::strlen(second);
@@ -78,3 +80,5 @@ void DExcText::appendText(char const* text) noexcept {
     Characters::release(characters_);
     characters_ = longer;
 }
+
+} // namespace kelcl

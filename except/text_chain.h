@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+namespace kelcl {
+
 /// One text of an exception and what is older. A node belongs to one chain, or to several that share it
 /// because there was no memory to copy it; it goes with the last of them.
 class DExcText {
@@ -45,5 +47,7 @@ private:
     DExcText* next_;
     std::size_t owners_ = 1;
 };
+
+} // namespace kelcl
 
 #endif

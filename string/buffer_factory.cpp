@@ -17,6 +17,10 @@ DBuffer* makeBuffer(unsigned int length) {
     return construct<DBuffer>(length);
 }
 
+bool isOfLibraryClass(DBuffer const& buffer) {
+    return typeid(buffer) == typeid(DBuffer) || typeid(buffer) == typeid(DDBCSBuffer);
+}
+
 bool growsInPlace(DBuffer const& buffer) {
     std::type_info const* const type = &typeid(buffer);
     if (type == &typeid(DDBCSBuffer)) return true;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 namespace kelcl {
 
@@ -15,7 +16,7 @@ namespace {
 /// Sets each out[i] to map(in[i]). The two cases are loops of their own, since only a compiler that knows
 /// that the two are the same, or that they do not overlap, can do without a test at run time.
 template <class Map>
-KELCL_ALWAYS_INLINE void mapBytes(char* out, char const* in, std::size_t n, Map map) {
+KELCL_INLINED void mapBytes(char* out, char const* in, std::size_t n, Map map) {
     if (out == in) {
         for (std::size_t i = 0; i < n; ++i)
             out[i] = static_cast<char>(map(static_cast<unsigned char>(out[i])));
@@ -30,20 +31,21 @@ KELCL_ALWAYS_INLINE void mapBytes(char* out, char const* in, std::size_t n, Map 
 /// A letter from `first` on, one of 26, becomes its other case, which is one bit away.
 struct OtherCase {
     unsigned char first;
-    KELCL_ALWAYS_INLINE unsigned char operator()(unsigned char byte) const {
+    KELCL_INLINED unsigned char operator()(unsigned char byte) const {
         bool const isLetter = static_cast<unsigned char>(byte - first) < 26;
         return static_cast<unsigned char>(byte ^ (isLetter ? 0x20U : 0U));
     }
 };
 
 struct Complement {
-    KELCL_ALWAYS_INLINE unsigned char operator()(unsigned char byte) const {
+    KELCL_INLINED unsigned char operator()(unsigned char byte) const {
         return static_cast<unsigned char>(~byte);
     }
 };
 
+/// Sets each text[i] to apply(text[i], operand[i]).
 template <class Operator>
-KELCL_ALWAYS_INLINE void combineEach(char* text, char const* operand, std::size_t n, Operator apply) {
+KELCL_INLINED void combineBytes(char* text, char const* operand, std::size_t n, Operator apply) {
     if (text == operand) {
         for (std::size_t i = 0; i < n; ++i)
             text[i] = static_cast<char>(apply(text[i], text[i]));
@@ -55,27 +57,24 @@ KELCL_ALWAYS_INLINE void combineEach(char* text, char const* operand, std::size_
         left[i] = static_cast<char>(apply(left[i], right[i]));
 }
 
-KELCL_MULTIVERSION void andEach(char* text, char const* operand, std::size_t n) {
-    combineEach(text, operand, n, [](char left, char right) { return left & right; });
+KELCL_INLINED void reverseBytes(char* __restrict out, char const* __restrict in, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i)
+        out[i] = in[n - 1 - i];
 }
 
-KELCL_MULTIVERSION void orEach(char* text, char const* operand, std::size_t n) {
-    combineEach(text, operand, n, [](char left, char right) { return left | right; });
+KELCL_INLINED void swapEnds(char* text, std::size_t n) {
+    for (std::size_t i = 0; i < n / 2; ++i)
+        std::swap(text[i], text[n - 1 - i]);
 }
 
-KELCL_MULTIVERSION void exclusiveOrEach(char* text, char const* operand, std::size_t n) {
-    combineEach(text, operand, n, [](char left, char right) { return left ^ right; });
-}
-
-/// Combines n bytes with as many of the operand.
 void combineStretch(char* text, char const* operand, std::size_t n, BitOperation operation) {
     switch (operation) {
     case BitOperation::bitAnd:
-        return andEach(text, operand, n);
+        return multiversioned<combineBytes<std::bit_and<>>>(text, operand, n, std::bit_and<>());
     case BitOperation::bitOr:
-        return orEach(text, operand, n);
+        return multiversioned<combineBytes<std::bit_or<>>>(text, operand, n, std::bit_or<>());
     case BitOperation::bitExclusiveOr:
-        return exclusiveOrEach(text, operand, n);
+        return multiversioned<combineBytes<std::bit_xor<>>>(text, operand, n, std::bit_xor<>());
     }
 }
 
@@ -85,26 +84,21 @@ std::size_t findLowerCase(std::string_view text) { return findFirst(text, InRang
 
 std::size_t findUpperCase(std::string_view text) { return findFirst(text, InRange{'A', 'Z'}); }
 
-KELCL_MULTIVERSION void copyUpperCase(char* out, char const* in, std::size_t n) {
-    mapBytes(out, in, n, OtherCase{'a'});
+void copyUpperCase(char* out, char const* in, std::size_t n) {
+    multiversioned<mapBytes<OtherCase>>(out, in, n, OtherCase{'a'});
 }
 
-KELCL_MULTIVERSION void copyLowerCase(char* out, char const* in, std::size_t n) {
-    mapBytes(out, in, n, OtherCase{'A'});
+void copyLowerCase(char* out, char const* in, std::size_t n) {
+    multiversioned<mapBytes<OtherCase>>(out, in, n, OtherCase{'A'});
 }
 
-KELCL_MULTIVERSION void copyComplement(char* out, char const* in, std::size_t n) {
-    mapBytes(out, in, n, Complement{});
+void copyComplement(char* out, char const* in, std::size_t n) {
+    multiversioned<mapBytes<Complement>>(out, in, n, Complement{});
 }
 
-KELCL_MULTIVERSION void copyReversed(char* out, char const* in, std::size_t n) {
-    char* const __restrict to = out;
-    char const* const __restrict from = in;
-    for (std::size_t i = 0; i < n; ++i)
-        to[i] = from[n - 1 - i];
-}
+void copyReversed(char* out, char const* in, std::size_t n) { multiversioned<reverseBytes>(out, in, n); }
 
-KELCL_MULTIVERSION void reverseInPlace(char* text, std::size_t n) { std::reverse(text, text + n); }
+void reverseInPlace(char* text, std::size_t n) { multiversioned<swapEnds>(text, n); }
 
 void fillRepeating(char* out, std::size_t n, std::size_t filled) {
     // Doubling stops where the copied stretch would no longer stay in the processor's nearest cache.

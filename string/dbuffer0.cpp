@@ -17,6 +17,7 @@ constexpr unsigned long overflowLine = 557; // hosts match on it
 
 /// Writes a piece, or pad characters where it has none, and returns the place behind it.
 char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
+    if (length == 0) return out;
     if (piece != nullptr)
         std::memcpy(out, piece, length);
     else
@@ -32,11 +33,6 @@ void raiseLengthOverflow() {
     constexpr unsigned long bufferOverflow = 1010;
     raise(DInvalidRequest(DBase::messageText(bufferOverflow), bufferOverflow, DException::recoverable),
           {"dbuffer0", nullptr, overflowLine});
-}
-
-unsigned int checkedLength(std::size_t size) {
-    if (size > unboundedLength) raiseLengthOverflow();
-    return static_cast<unsigned int>(size);
 }
 
 } // namespace kelcl

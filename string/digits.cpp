@@ -1,4 +1,4 @@
-// Hexadecimal and binary digits as plain loops, and the choice between these and the forms of digits_avx2.h.
+// Hexadecimal and binary digits as plain loops, and the use of the faster forms of digits_avx2.h before them.
 
 #include "string/digits.h"
 
@@ -11,12 +11,20 @@ namespace {
 
 constexpr ByteSet hexDigits{"0123456789ABCDEFabcdef"};
 
-KELCL_ALWAYS_INLINE char hexDigit(unsigned int value) {
+KELCL_INLINED char hexDigit(unsigned int value) {
     return static_cast<char>(value + (value > 9 ? 'A' - 10 : '0'));
 }
 
+KELCL_INLINED void writeHexDigits(char* __restrict out, char const* __restrict in, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i) {
+        auto const byte = static_cast<unsigned char>(in[i]);
+        out[2 * i] = hexDigit(byte >> 4U);
+        out[2 * i + 1] = hexDigit(byte & 15U);
+    }
+}
+
 /// Letters of either case have the bit 0x40, which digits lack, and their low bits count from 1.
-KELCL_ALWAYS_INLINE unsigned int hexValue(char digit) {
+unsigned int hexValue(char digit) {
     auto const code = static_cast<unsigned char>(digit);
     return (code & 15U) + (code >> 6U) * 9U;
 }
@@ -37,15 +45,7 @@ bool isDecimalDigits(std::string_view text) { return findFirst(text, Not{InRange
 
 bool isBinaryDigits(std::string_view text) { return findFirst(text, Not{InRange{'0', '1'}}) == notFound; }
 
-KELCL_MULTIVERSION void writeHex(char* out, char const* in, std::size_t n) {
-    char* const __restrict to = out;
-    char const* const __restrict from = in;
-    for (std::size_t i = 0; i < n; ++i) {
-        auto const byte = static_cast<unsigned char>(from[i]);
-        to[2 * i] = hexDigit(byte >> 4U);
-        to[2 * i + 1] = hexDigit(byte & 15U);
-    }
-}
+void writeHex(char* out, char const* in, std::size_t n) { multiversioned<writeHexDigits>(out, in, n); }
 
 void readHex(char* out, char const* in, std::size_t digits) {
     if (digits % 2 != 0) {

@@ -55,13 +55,21 @@ DString::DString(void const* p1, unsigned int l1, void const* p2, unsigned int l
 DString::DString(void const* p1, unsigned int l1, char padCharacter)
     : DString(p1, l1, nullptr, 0, padCharacter) {}
 
-DString::DString(char const* p) : DString(p, kelcl::textOf(p).length) {}
+DString::DString(kelcl::Text text) : text_(sharedEmpty()) {
+    DBuffer* const empty = buffer();
+    if (text.length != 0)
+        text_ = kelcl::copyLike(*empty, text.data, text.length)->contents();
+    else
+        ++empty->refs;
+}
+
+DString::DString(char const* p) : DString(kelcl::textOf(p)) {}
 DString::DString(signed char const* p) : DString(reinterpret_cast<char const*>(p)) {}
 DString::DString(unsigned char const* p) : DString(reinterpret_cast<char const*>(p)) {}
-DString::DString(std::string const& text) : DString(text.data(), kelcl::checkedLength(text.size())) {}
-DString::DString(std::string_view text) : DString(text.data(), kelcl::checkedLength(text.size())) {}
+DString::DString(std::string const& text) : DString(kelcl::textOf(text)) {}
+DString::DString(std::string_view text) : DString(kelcl::textOf(text)) {}
 
-DString::DString(char c) : DString(&c, 1) {}
+DString::DString(char c) : DString(kelcl::textOf(c)) {}
 DString::DString(signed char c) : DString(static_cast<char>(c)) {}
 DString::DString(unsigned char c) : DString(static_cast<char>(c)) {}
 
@@ -104,13 +112,15 @@ DString& DString::install(DBuffer* edited) {
 }
 
 DString& DString::prepareToChange() {
-    return buffer()->refs < 2 ? *this : install(buffer()->newBuffer(text_, length()));
+    if (buffer()->refs < 2 || isEmpty()) return *this;
+    return install(kelcl::copyLike(*buffer(), text_, length()));
 }
 
 DString& DString::append(char const* data, unsigned int count) {
     if (count == 0) return *this;
     DBuffer* const own = buffer();
     unsigned int const before = own->length;
+    if (before == 0) return install(kelcl::copyLike(*own, data, count));
     if (own->refs != 1 || count > kelcl::capacityOf(before) - before || !kelcl::growsInPlace(*own))
         return install(own->newBuffer(text_, before, data, count));
     std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL

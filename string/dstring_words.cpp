@@ -1,4 +1,5 @@
 // DString: words. They are found with the buffer's virtual searches, which keep characters whole.
+#include "string/buffer_factory.h"
 #include "string/dstring_edit.h"
 #include "string/length.h"
 #include "string/word_separators.h"
@@ -75,6 +76,10 @@ std::string_view bytesOf(DBuffer const& text, Word word) {
 } // namespace
 
 unsigned int DString::numWords() const {
+    // No separator is part of a multi-byte character in any encoding, so where the searches are the library's
+    // own the bytes can be counted as they are.
+    if (kelcl::isOfLibraryClass(*buffer()))
+        return static_cast<unsigned int>(kelcl::countRunsNotIn(*this, kelcl::wordSeparators));
     unsigned int count = 0;
     Words words(*buffer());
     while (words.start() != 0)

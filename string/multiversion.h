@@ -1,11 +1,9 @@
-// How the byte kernels use what newer processors offer: the one macro for loops that the compiler vectorises
-// once for each kind of processor, and the one switch for the kernels that are written with vector
-// intrinsics. Every kernel also has a plain form for all other processors. Building with
-// KELCL_PORTABLE_KERNELS leaves only that.
+// How the byte kernels use what newer processors offer: one way to have a plain loop vectorised by the
+// compiler once for each kind of processor, and marks for the kernels that are written with vector
+// intrinsics. One switch chooses for both. Every kernel also has a plain form for all other processors.
+// Building with KELCL_PORTABLE_KERNELS leaves only that.
 #ifndef KELCL_STRING_MULTIVERSION_H
 #define KELCL_STRING_MULTIVERSION_H
-
-#include <cstddef>
 
 #if defined(__x86_64__) && !defined(KELCL_PORTABLE_KERNELS)
 #define KELCL_AVX2_KERNELS 1
@@ -13,26 +11,8 @@
 #define KELCL_AVX2_KERNELS 0
 #endif
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define KELCL_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
-#define KELCL_SANITIZED 1
-#endif
-#endif
-#ifndef KELCL_SANITIZED
-#define KELCL_SANITIZED 0
-#endif
-
-// The loader chooses among the versions before a sanitizer's run time is ready, so there must be one only.
-#if KELCL_AVX2_KERNELS && defined(__GLIBC__) && !KELCL_SANITIZED
-#define KELCL_MULTIVERSION __attribute__((target_clones("avx2", "default")))
-#else
-#define KELCL_MULTIVERSION
-#endif
-
-/// A helper that must become part of each version of its callers.
-#define KELCL_ALWAYS_INLINE inline __attribute__((always_inline))
+/// A loop that multiversioned() calls, and any helper that must become part of each of its versions.
+#define KELCL_INLINED inline __attribute__((always_inline))
 
 #if KELCL_AVX2_KERNELS
 /// A function written with AVX2 intrinsics; to be called only when processorHasAvx2().
@@ -49,6 +29,24 @@ inline bool processorHasAvx2() {
 #else
     return false;
 #endif
+}
+
+#if KELCL_AVX2_KERNELS
+template <auto loop, class... Arguments>
+KELCL_AVX2 auto runWithAvx2(Arguments... arguments) {
+    return loop(arguments...);
+}
+#endif
+
+/// Calls a loop, which is a function marked as KELCL_INLINED, in its version for this processor.
+/// This does what the compiler's target_clones does, without its resolver functions, which a library exports
+/// whatever their visibility, and which the loader calls before the run time of a sanitizer is ready.
+template <auto loop, class... Arguments>
+auto multiversioned(Arguments... arguments) {
+#if KELCL_AVX2_KERNELS
+    if (processorHasAvx2()) return runWithAvx2<loop>(arguments...);
+#endif
+    return loop(arguments...);
 }
 
 } // namespace kelcl

@@ -5,6 +5,7 @@
 #include "string/wildcard.h"
 
 #include "string/byte_search.h"
+#include "string/multiversion.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,6 +13,22 @@
 namespace kelcl {
 
 namespace {
+
+/// Whether n bytes of the pattern equal those of the text, apart from the wildcards in the pattern. Many
+/// places of a text may fail far behind their beginning, so whole blocks are compared at once.
+KELCL_INLINED bool isEqualExceptFor(char wildcard, char const* pattern, char const* text, std::size_t n) {
+    constexpr std::size_t block = 64;
+    std::size_t i = 0;
+    for (; n - i >= block; i += block) {
+        unsigned char differs = 0;
+        for (std::size_t j = i; j < i + block; ++j)
+            differs |= static_cast<unsigned char>((pattern[j] != text[j]) & (pattern[j] != wildcard));
+        if (differs != 0) return false;
+    }
+    for (; i < n; ++i)
+        if (pattern[i] != text[i] && pattern[i] != wildcard) return false;
+    return true;
+}
 
 /// A stretch of a pattern that holds no wildcard for runs.
 class Piece {
@@ -24,9 +41,7 @@ public:
     bool matches(char const* text) const {
         if (literalSize_ == bytes_.size())
             return literalSize_ == 0 || std::memcmp(text, bytes_.data(), literalSize_) == 0;
-        for (std::size_t i = 0; i < bytes_.size(); ++i)
-            if (bytes_[i] != text[i] && bytes_[i] != anyChar_) return false;
-        return true;
+        return multiversioned<isEqualExceptFor>(anyChar_, bytes_.data(), text, bytes_.size());
     }
 
     /// The offset of the first place in the text where the piece stands, or notFound.

@@ -1,4 +1,5 @@
-// DBase and DVBase, the roots of the class tree, and the message catalog of the library.
+// The two roots of the class tree: DBase without, DVBase with virtual functions. DBase also names the
+// library's message catalog; what a catalog text is, dmessagetext.h tells.
 #ifndef KELCL_DBASE_H
 #define KELCL_DBASE_H
 
@@ -9,53 +10,72 @@
 #include <cstdint>
 #include <iosfwd>
 
-class DString; // include <kelcl/dstring.h> to use the texts
+class DString;
 
-/// The root of classes without virtual functions.
+/// Root of the class tree. Include <kelcl/dstring.h> to call what returns a DString.
 class KELCL_EXPORT DBase {
 public:
-    /// Severities of exceptions under their short names.
-    static constexpr DException::Severity unrecoverable = DException::unrecoverable;
+    /// The severities of an exception, at hand in every class of the tree.
+    ///@{
     static constexpr DException::Severity recoverable = DException::recoverable;
+    static constexpr DException::Severity unrecoverable = DException::unrecoverable;
+    ///@}
 
+    /// The two numbers of a version.
     struct Version {
-        std::uint16_t version;
+        std::uint16_t number;
         std::uint16_t revision;
     };
-    /// 310 and 1: `auto [version, revision] = DBase::version();`
-    static Version version();
 
-    DString asString() const;    ///< "DBase object"
-    DString asDebugInfo() const; ///< "DBase(@ADDRESS)" with the address in hexadecimal.
+    /// The version of the class tree: `auto [number, revision] = DBase::version();` gives 310 and 1.
+    static Version version() noexcept;
 
-    /// The name of the catalog that the library's texts come from: what setMessageFile set, else the value of
-    /// the environment variable "KORVA MSGFILE" (with a blank) at the first call, else "kelcl.cat". Owned by
-    /// the library.
-    static char const* messageFile();
-    /// Keeps a copy of `fileName` for all later texts. Null is ignored.
-    static void setMessageFile(char const* fileName);
-    /// A text of that catalog; the texts that replace %1 to %9 end with the first null.
+    /// "DBase object".
+    DString asString() const;
+
+    /// "DBase(@", the object's address in hexadecimal and ")".
+    DString asDebugInfo() const;
+
+    /// The name of the library's message catalog, owned by the library and valid until setMessageFile().
+    /// First asked for, it is the value of the environment variable "KORVA MSGFILE" (with a blank), or
+    /// "kelcl.cat" without that variable. Null only when there is no memory for it.
+    static char const* messageFile() noexcept;
+
+    /// Makes a copy of \p fileName the name of the catalog from now on. Null, or a copy that cannot be
+    /// allocated, changes nothing. Meant for start-up, before other threads look messages up.
+    static void setMessageFile(char const* fileName) noexcept;
+
+    /// Message \p messageId of the library's catalog with \p t1 to \p t9 in place of its markers; see
+    /// DMessageText.
     static DMessageText messageText(unsigned long messageId, char const* t1 = nullptr,
                                     char const* t2 = nullptr, char const* t3 = nullptr,
                                     char const* t4 = nullptr, char const* t5 = nullptr,
                                     char const* t6 = nullptr, char const* t7 = nullptr,
-                                    char const* t8 = nullptr, char const* t9 = nullptr);
+                                    char const* t8 = nullptr, char const* t9 = nullptr) noexcept;
 
 private:
     static char* msgFile;
 };
 
-/// The root of classes with virtual functions.
+/// Root of the classes with virtual functions.
 class KELCL_EXPORT DVBase : public DBase {
 public:
-    virtual ~DVBase();
-    virtual DString asString() const;    ///< "DVBase object"
-    virtual DString asDebugInfo() const; ///< "DVBase(@ADDRESS)" with the address in hexadecimal.
+    DVBase() = default;
+    DVBase(DVBase const&) = default;
+    DVBase& operator=(DVBase const&) = default;
+    virtual ~DVBase() = default;
+
+    /// The object as a text: "DVBase object" here.
+    virtual DString asString() const;
+
+    /// The object as a text for debugging: "DVBase(@", its address in hexadecimal and ")" here.
+    virtual DString asDebugInfo() const;
 };
 
-/// Writes "DBase object", whatever the object's class is.
-KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DBase const& object);
-/// Writes what the virtual `asString` says.
-KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DVBase const& object);
+/// Writes "DBase object", whatever class the object really has.
+KELCL_EXPORT std::ostream& operator<<(std::ostream& stream, DBase const& object);
+
+/// Writes what the virtual asString() gives.
+KELCL_EXPORT std::ostream& operator<<(std::ostream& stream, DVBase const& object);
 
 #endif

@@ -1,5 +1,5 @@
-// Error information: objects that capture an error of the library, the C library, the system or the
-// presentation system and throw the exception of a chosen class for it, and functions that do so in one call.
+// Error information captured where an error happened, and the helpers that turn an error into a logged and
+// thrown exception. The exceptions themselves are in dexception.h.
 #ifndef KELCL_DERRORINFO_H
 #define KELCL_DERRORINFO_H
 
@@ -7,17 +7,22 @@
 #include <kelcl/dexception.h>
 #include <kelcl/dexport.h>
 
-/// An error that was captured where it happened.
+#include <memory>
+
+/// What is known about an error: a text and a number. Capture it where the error happened, throw it where it
+/// suits:
 ///
 /// @code
-/// std::FILE* const file = std::fopen(name, "r");
-/// if (file == nullptr)
-///     DCLibErrorInfo::throwCLibError(name, DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError,
-///     DException::recoverable);
+/// if (std::fopen(name, "r") == nullptr) {
+///     DCLibErrorInfo const info("fopen");
+///     closeEverythingElse();
+///     info.throwError(DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError, DException::recoverable,
+///     DException::CLibrary);
+/// }
 /// @endcode
 class KELCL_EXPORT DBaseErrorInfo : public DVBase {
 public:
-    /// Which class of exception is thrown. A value of 8 or more throws nothing.
+    /// Selects the class of the exception that is thrown. Values from 8 on select none: nothing is thrown.
     enum ExceptionType : unsigned int {
         accessError = 0,         ///< DAccessError
         deviceError = 1,         ///< DDeviceError
@@ -29,60 +34,74 @@ public:
         resourceExhausted = 7    ///< DResourceExhausted
     };
 
+    DBaseErrorInfo(DBaseErrorInfo const&) = delete;
+    DBaseErrorInfo& operator=(DBaseErrorInfo const&) = delete;
     ~DBaseErrorInfo() override;
-    DString asString() const override;
-    DString asDebugInfo() const override;
-    /// The same as `text()`.
+
+    /// The same as text().
     virtual operator char const*() const = 0;
-    /// The text of the error, owned by this object. Null only when there was no memory for it.
+
+    /// The text of the error, owned by this object; null when there was no memory for it.
     virtual char const* text() const = 0;
+
+    /// The number of the error.
     virtual unsigned long errorId() const = 0;
 
-    /// Throws the exception that `type` selects, with this object's text and id, logged first.
+    /// Logs and throws an exception of the class that \p type selects, with text(), errorId(), \p severity,
+    /// \p location and \p errorCodeGroup (not copied). Returns without a throw when \p type is 8 or more.
     void throwError(DExceptionLocation const& location, ExceptionType type, DException::Severity severity,
                     char const* errorCodeGroup) const;
+
+protected:
+    DBaseErrorInfo() = default;
 };
 
-/// The error that `errno` tells when the object is made.
+/// An error of the C library, taken from `errno` at construction.
 class KELCL_EXPORT DCLibErrorInfo : public DBaseErrorInfo {
 public:
-    /// The text is "prefix:" and the C library's text, without "prefix:" for a null `prefix`.
-    explicit DCLibErrorInfo(char const* prefix = nullptr);
-    DCLibErrorInfo(DCLibErrorInfo const&) = delete;
-    DCLibErrorInfo& operator=(DCLibErrorInfo const&) = delete;
+    /// Takes `errno` and its text. The text of the object is \p prefix, ":" and that text, or that text alone
+    /// when \p prefix is null; "No Error text is available" stands in for a text that the C library does not
+    /// have.
+    explicit DCLibErrorInfo(char const* prefix) noexcept;
     ~DCLibErrorInfo() override;
 
-    /// Whether the C library has a text for the error.
-    bool isAvailable() const;
     operator char const*() const override;
     char const* text() const override;
-    unsigned long errorId() const override; ///< The value of `errno`.
 
-    /// Captures `errno` and throws, with the group DException::CLibrary.
+    /// The value of `errno` at construction.
+    unsigned long errorId() const override;
+
+    /// True when the C library had a text for the error.
+    bool isAvailable() const noexcept { return available_ != 0; }
+
+    /// Captures and throws at once, in the group DException::CLibrary; see throwError().
     static void throwCLibError(char const* prefix, DExceptionLocation const& location, ExceptionType type,
                                DException::Severity severity);
 
 private:
     unsigned int available_;
     unsigned long errorNumber_;
-    char* errorText_;
+    std::unique_ptr<char[]> errorText_;
 };
 
-/// An error of the operating system.
+/// An error of the operating system, known by its number.
 class KELCL_EXPORT DSystemErrorInfo : public DBaseErrorInfo {
 public:
-    /// The text is "prefix:" and message 186, without "prefix:" for a null `prefix`.
-    explicit DSystemErrorInfo(unsigned long errorNumber, char const* prefix = nullptr);
-    DSystemErrorInfo(DSystemErrorInfo const&) = delete;
-    DSystemErrorInfo& operator=(DSystemErrorInfo const&) = delete;
+    /// The text of the object is \p prefix, ":" and message 186 of the library's catalog, or that message
+    /// alone when \p prefix is null.
+    DSystemErrorInfo(unsigned long errorNumber, char const* prefix) noexcept;
     ~DSystemErrorInfo() override;
 
-    bool isAvailable() const; ///< Always true.
     operator char const*() const override;
     char const* text() const override;
-    unsigned long errorId() const override; ///< The number given.
 
-    /// Throws, with the group DException::operatingSystem.
+    /// The number given.
+    unsigned long errorId() const override;
+
+    /// Always true.
+    bool isAvailable() const noexcept { return available_ != 0; }
+
+    /// Captures and throws at once, in the group DException::operatingSystem; see throwError().
     static void throwSystemError(unsigned long errorNumber, char const* prefix,
                                  DExceptionLocation const& location, ExceptionType type,
                                  DException::Severity severity);
@@ -90,52 +109,55 @@ public:
 private:
     unsigned int available_;
     unsigned long errorNumber_;
-    char* errorText_;
+    std::unique_ptr<char[]> errorText_;
 };
 
 /// An error of the presentation system.
 class KELCL_EXPORT DGUIErrorInfo : public DBaseErrorInfo {
 public:
-    /// The text is "prefix:" and message 185, without "prefix:" for a null `prefix`.
-    explicit DGUIErrorInfo(char const* prefix = nullptr);
-    DGUIErrorInfo(DGUIErrorInfo const&) = delete;
-    DGUIErrorInfo& operator=(DGUIErrorInfo const&) = delete;
+    /// The text of the object is \p prefix, ":" and message 185 of the library's catalog, or that message
+    /// alone when \p prefix is null.
+    explicit DGUIErrorInfo(char const* prefix) noexcept;
     ~DGUIErrorInfo() override;
 
-    bool isAvailable() const; ///< Always true.
     operator char const*() const override;
     char const* text() const override;
-    unsigned long errorId() const override; ///< Always 0.
 
-    /// Throws, with the group DException::presentationSystem.
+    /// Always 0.
+    unsigned long errorId() const override;
+
+    /// Always true.
+    bool isAvailable() const noexcept { return true; }
+
+    /// Captures and throws at once, in the group DException::presentationSystem; see throwError().
     static void throwGUIError(char const* prefix, DExceptionLocation const& location, ExceptionType type,
                               DException::Severity severity);
 
 private:
-    char* errorText_;
+    std::unique_ptr<char[]> errorText_;
 };
 
-/// @name Throw helpers
-/// Each logs the exception and throws a copy. A text that is not in the catalog is "Unable to load text from
-/// message file.".
-/// @{
-
-/// Throws DInvalidParameter with message 1 about `text`: id 1, recoverable, group DException::other.
+/// Logs and throws a DInvalidParameter with message 1 of the library's catalog, \p text in place of its `%1`;
+/// error id 1, recoverable, group DException::other.
 [[noreturn]] KELCL_EXPORT void DExcept__assertParameter(char const* text, DExceptionLocation const& location);
-/// Throws DInvalidRequest with message 1 about `text`: id 1, recoverable, group DException::other.
+
+/// Logs and throws a DInvalidRequest with message 1 of the library's catalog, \p text in place of its `%1`;
+/// error id 1, recoverable, group DException::other.
 [[noreturn]] KELCL_EXPORT void DExcept__assertState(char const* text, DExceptionLocation const& location);
-/// Throws the exception that `type` selects with message `errorId` of the given catalog. `reserved` is not
-/// read. A type of 8 or more throws nothing.
+
+/// Logs and throws an exception with message \p errorId of \p catalogFile, in which no marker is replaced. \p
+/// reserved is not read. \p errorCodeGroup is not copied. Returns without a throw when \p type is 8 or more.
 KELCL_EXPORT void DExcept__throwError(unsigned long errorId, DExceptionLocation const& location,
                                       char const* reserved, char const* errorCodeGroup,
                                       DBaseErrorInfo::ExceptionType type, DException::Severity severity,
                                       char const* catalogFile);
-/// Throws the exception that `type` selects with message `errorId` of the library's catalog, `value` in place
-/// of %1. A type of 8 or more throws nothing.
+
+/// Logs and throws an exception with message \p errorId of the library's catalog, \p value (may be null) in
+/// place of its
+/// `%1`; group DException::baseLibrary. Returns without a throw when \p type is 8 or more.
 KELCL_EXPORT void DExcept__throwLibraryError(unsigned long errorId, DExceptionLocation const& location,
                                              DBaseErrorInfo::ExceptionType type,
                                              DException::Severity severity = DException::recoverable,
                                              char const* value = nullptr);
-/// @}
 
 #endif

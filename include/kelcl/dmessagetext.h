@@ -1,45 +1,62 @@
-// DMessageText, a text of a message catalog with its variables filled in. Which catalog the library's own
-// texts come from is told in dbase.h.
+// Texts from an X/Open message catalog with numbered-variable substitution. The library's own catalog is
+// looked up through DBase::messageText() in dbase.h.
 #ifndef KELCL_DMESSAGETEXT_H
 #define KELCL_DMESSAGETEXT_H
 
 #include <kelcl/dexport.h>
 
-/// Message `messageId` of set 1 of an X/Open message catalog, with %1 to %9 replaced by the given texts.
+#include <memory>
+
+/// One message of a catalog, its markers `%1` to `%9` replaced by the caller's texts:
 ///
-/// The catalog is found by `catopen` through NLSPATH. When it, or the message, cannot be found, the text is
-/// "Unable to load text from message file.". Nothing here throws.
+/// @code
+/// DMessageText text(17, "editor.cat", fileName);
+/// text.setDefaultText("The file cannot be opened.");
+/// std::fputs(text, stderr);
+/// @endcode
 ///
-/// Replacing: %n stands for the n-th text, as it is; only one digit is read. A marker without a text, %0, %%
-/// and any other % stay as they are.
+/// Nothing here throws. The process's new-handler is not called while a text is being stored.
 class KELCL_EXPORT DMessageText {
 public:
-    /// The texts end with the first null. A null `catalogFile` finds nothing.
-    DMessageText(unsigned long messageId, char const* catalogFile, char const* t1 = nullptr,
-                 char const* t2 = nullptr, char const* t3 = nullptr, char const* t4 = nullptr,
-                 char const* t5 = nullptr, char const* t6 = nullptr, char const* t7 = nullptr,
-                 char const* t8 = nullptr, char const* t9 = nullptr);
-    DMessageText(DMessageText const& other);
-    DMessageText& operator=(DMessageText const& other);
+    /// Fetches message \p messageId of set 1 of \p catalogFile (a path, or a name that is looked for along
+    /// NLSPATH) and replaces its markers by the leading non-null texts among \p t1 to \p t9; what follows a
+    /// null is ignored. One carriage return and line feed at the end are dropped. A null or missing catalog
+    /// and a missing message give the text "Unable to load text from message file.".
+    explicit DMessageText(unsigned long messageId, char const* catalogFile, char const* t1 = nullptr,
+                          char const* t2 = nullptr, char const* t3 = nullptr, char const* t4 = nullptr,
+                          char const* t5 = nullptr, char const* t6 = nullptr, char const* t7 = nullptr,
+                          char const* t8 = nullptr, char const* t9 = nullptr) noexcept;
+
+    /// Copies the text; null (or no memory) gives null.
+    DMessageText(DMessageText const& source) noexcept;
+
+    /// Copies the text; null (or no memory) gives null. Assigning an object to itself changes nothing.
+    DMessageText& operator=(DMessageText const& source) noexcept;
+
     ~DMessageText();
 
-    /// Owned by this object. Null only when there was no memory for the text.
-    char const* text() const;
-    operator char const*() const;
-    /// Whether the text came from the catalog.
-    bool isLoaded() const;
+    /// The text, owned by this object; null only after memory ran out.
+    char const* text() const noexcept { return text_.get(); }
 
-    /// Puts a copy of `defaultText` in place of the text that says that nothing was found. Null, and a text
-    /// that came from the catalog, change nothing.
-    DMessageText& setDefaultText(char const* defaultText);
+    /// The same as text().
+    operator char const*() const noexcept { return text_.get(); }
 
-    /// A copy of `pattern` with the first `count` of `values` put in, made with array new; the caller deletes
-    /// it. Null when there is no memory.
-    static char* replaceVars(char const* pattern, char** values, unsigned long count);
+    /// True when the text came from the catalog.
+    bool isLoaded() const noexcept { return loaded_; }
+
+    /// Replaces the fallback text by a copy of \p defaultText, in which no marker is replaced. A text that
+    /// came from the catalog, a null \p defaultText and a copy that cannot be allocated change nothing.
+    DMessageText& setDefaultText(char const* defaultText) noexcept;
+
+    /// A new array, which the caller frees with `delete[]`: \p pattern (null counts as empty) with its
+    /// markers replaced. The marker `%n` (n one digit, 1 to \p count) becomes `values[n-1]`, inserted as it
+    /// is; a `%n` beyond \p count or whose value is null, `%0`, and any other `%` stay. `%%` stays as it is,
+    /// and the character behind it is no marker digit. Null when memory is out.
+    static char* replaceVars(char const* pattern, char const* const* values, unsigned long count) noexcept;
 
 private:
-    char* text_;
-    bool loaded_;
+    std::unique_ptr<char[]> text_;
+    bool loaded_ = false;
 };
 
 #endif

@@ -26,7 +26,10 @@ struct Text {
 
 /// `size` as a length of 32 bits.
 /// @throws DInvalidRequest (message 1010, recoverable) when it does not fit.
-KELCL_EXPORT unsigned int checkedLength(std::size_t size);
+inline unsigned int checkedLength(std::size_t size) {
+    if (size > 0xFFFFFFFF) DBuffer::defaultBuffer()->overflow();
+    return static_cast<unsigned int>(size);
+}
 
 /// What may be given as a text: `char const*` (null counts as empty), `DString`, `std::string`,
 /// `std::string_view`.
@@ -601,6 +604,8 @@ protected:
 
 private:
     char* text_;
+
+    explicit DString(kelcl::Text text);
 
     DBuffer* buffer() const noexcept { return DBuffer::fromContents(text_); }
 

@@ -19,9 +19,12 @@ fail() {
     exit 1
 }
 
-# run PROGRAM: as a German user would have it, with the installed catalogs.
+# run PROGRAM: as users of two languages would have it. Their texts must come from the two installed catalogs.
 run() {
-    LANG=de_DE.UTF-8 NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@"
+    english=$(LANG=C NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@")
+    german=$(LANG=de_DE.UTF-8 NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@")
+    echo "$english / $german"
+    [ "$english" != "$german" ] || fail "the language makes no difference to the messages"
 }
 
 compile_with_pkg_config() {
@@ -64,7 +67,7 @@ readme)
     sed -n '/^```cpp$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.cpp"
     sed -n '/^```text$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.expected"
     compile_with_pkg_config "$work/readme.cpp" "$work/readme"
-    run "$work/readme" >"$work/readme.printed"
+    "$work/readme" >"$work/readme.printed"
     diff -u "$work/readme.expected" "$work/readme.printed" || fail "README.md shows another output than its program prints"
     ;;
 *)

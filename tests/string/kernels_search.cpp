@@ -139,8 +139,8 @@ TEST(PatternSearch, FindsAPatternAsLongAsTheTextAndNoneThatIsLonger) {
 TEST(PatternSearch, StaysLinearAndRightOnTextsFullOfNearMatches) {
     std::size_t const n = 400'000;
     std::string const half(n / 2, 'a');
-    std::string const early = "a" + std::string(10, 'a') + "b" + half;
-    std::string const late = half + "b" + std::string(10, 'a') + "a";
+    std::string const early = std::string(11, 'a') + "b" + half;
+    std::string const late = half + "b" + std::string(11, 'a');
     std::string const text(n, 'a');
     for (std::string const& pattern : {early, late}) {
         EXPECT_EQ(kelcl::findPattern(text, pattern), notFound);

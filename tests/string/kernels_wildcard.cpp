@@ -122,6 +122,17 @@ TEST(Wildcards, TakeNoExponentialTimeForManyRuns) {
     EXPECT_FALSE(isLike(text, pattern + "*b*"));
 }
 
+TEST(Wildcards, MatchLongPiecesWithSingleByteWildcardsAmidManyNearMatches) {
+    std::string piece;
+    for (int i = 0; i < 500; ++i)
+        piece += "a?";
+    std::string const text = std::string(20'000, 'a') + "b" + std::string(2'000, 'a') + "c";
+    EXPECT_TRUE(isLike(text, "*" + piece + "b*"));
+    EXPECT_TRUE(isLike(text, "*" + piece + "b*" + piece + "c"));
+    EXPECT_FALSE(isLike(text, "*" + piece + "b*" + piece + "b*"));
+    EXPECT_FALSE(isLike(text, "*" + piece + "d*"));
+}
+
 TEST(Wildcards, ReadNothingBeyondTextAndPattern) {
     static GuardedPages textPages;
     static GuardedPages patternPages;

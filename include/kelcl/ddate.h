@@ -1,0 +1,312 @@
+// DDate, a calendar date, and DCnrDate, its packed record. Times of day are in dtime.h.
+#ifndef KELCL_DDATE_H
+#define KELCL_DDATE_H
+
+#include <kelcl/dexport.h>
+#include <kelcl/dstring.h>
+
+#include <cstdint>
+#include <iosfwd>
+
+/// A date as a record of four bytes. Years are from 0 to 65535.
+struct __attribute__((packed)) DCnrDate {
+    std::uint8_t day;   ///< From 1.
+    std::uint8_t month; ///< 1 to 12.
+    std::uint16_t year;
+};
+static_assert(sizeof(DCnrDate) == 4, "the record has no gaps");
+
+/// A calendar date, held as one day number.
+///
+/// Up to 2 September 1752 (day number 2361221) the Julian calendar applies, from 14 September 1752 (2361222)
+/// the Gregorian one; the days between do not exist. Year -1 is the year before year 1. Day number 0 is 1
+/// January -4713, a Monday. Days before it are counted backwards: their numbers are negative and kept as
+/// `unsigned long` keeps them.
+///
+/// Years are exact as far as they fit an `int`. Only what makes a text can throw, as strings do.
+///
+/// @code
+/// DDate const due = DDate(DDate::January, 31, 2024) + 30;
+/// due.asString("%d.%m.%Y");                              // "01.03.2024"
+/// DDate(DDate::September, 14, 1752) - DDate(DDate::September, 2, 1752); // 1
+/// if (!DDate::isValid(month, day, year)) ...             // before making a date of numbers one did not
+/// choose
+/// @endcode
+class KELCL_EXPORT DDate {
+public:
+    enum Month : int {
+        January = 1,
+        February,
+        March,
+        April,
+        May,
+        June,
+        July,
+        August,
+        September,
+        October,
+        November,
+        December
+    };
+    enum DayOfWeek : int { Monday = 0, Tuesday, Wednesday, Thursday, Friday, Saturday, Sunday };
+    /// The locale's date format as it stands, or with every `y` turned into `Y`.
+    enum YearFormat : int { localeYear = 0, fourDigitYear = 1 };
+
+    /// @name Rules of the calendar
+    /// @{
+    /// Whether `year` is divisible by 4 and, from 1752 on, either by 400 or not by 100. Also for years before
+    /// 1, where the day arithmetic has its own leap years: -1, -5, -9 ...
+    static constexpr bool isLeapYear(int year) noexcept;
+    /// 355 for 1752, else 366 or 365.
+    static constexpr int daysInYear(int year) noexcept;
+    /// 19 for September 1752. 0 when `month` is not one of the twelve.
+    static constexpr int daysInMonth(Month month, int year) noexcept;
+    /// Whether there is such a date.
+    static constexpr bool isValid(Month month, int day, int year) noexcept;
+    /// The locale's full name.
+    static DString monthName(Month month);
+    /// The locale's full name.
+    static DString dayName(DayOfWeek day);
+    /// @}
+
+    /// @name Construction
+    /// @{
+    /// Day number 0.
+    constexpr DDate() noexcept = default;
+    /// See `initialize`.
+    constexpr DDate(Month month, int day, int year) noexcept { initialize(month, day, year); }
+    /// Day `dayOfYear` of `year`, from 1; 1752 has 355. A day that the year does not have is taken as a day
+    /// of January, and so reaches into other years; in year 0 every day is.
+    constexpr DDate(int dayOfYear, int year) noexcept;
+    constexpr DDate(DCnrDate const& date) noexcept
+        : DDate(static_cast<Month>(date.month), date.day, date.year) {}
+    /// The date of a day number.
+    static constexpr DDate fromJulianDay(unsigned long julianDay) noexcept;
+    /// The date of the moment in the zone of the process.
+    static DDate today();
+
+    /// Makes this the date of the three values, which are not validated: days beyond a month reach into the
+    /// following ones (counted as the year's own calendar would), 3 to 13 September 1752 become the 2nd. A
+    /// month below 1 counts as January, one above 12 as the month after December. Year 0 counts as year 1
+    /// does.
+    constexpr DDate& initialize(Month month, int day, int year) noexcept;
+    /// @}
+
+    /// @name Reading
+    /// @{
+    /// The day number. Modulo 7 it is the DayOfWeek (from day number 0 on).
+    constexpr unsigned long julianDay() const noexcept { return julianDay_; }
+    constexpr int year() const noexcept;
+    constexpr Month monthOfYear() const noexcept;
+    constexpr int dayOfMonth() const noexcept;
+    /// From 1. 14 September 1752 follows the 2nd here too.
+    constexpr int dayOfYear() const noexcept;
+    /// The record of the date; of a year only the low 16 bits.
+    constexpr DCnrDate asICnrDate() const noexcept;
+    /// The locale's full names of the date's month and weekday.
+    /// @{
+    DString monthName() const;
+    DString dayName() const;
+    /// @}
+    /// @}
+
+    /// @name Formatting
+    /// The text comes from the C library's `strftime`, after `mktime` has filled in what the date does not
+    /// say: it knows only the Gregorian calendar, so 29 February 1700 comes out as 1 March. If the format has
+    /// a `y` anywhere, a year before 1900 is given to it so that `%%y` shows its last two digits; other
+    /// conversions of the year are then 1900 too high.
+    /// @{
+    /// In the locale's date format.
+    DString asString(YearFormat format = localeYear) const;
+    /// In a `strftime` format; null gives the empty string. A text of more than 64 MiB comes out empty.
+    DString asString(char const* format) const;
+    /// Writes the date in the locale's date format, as a DString is written.
+    friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DDate const& date);
+    /// @}
+
+    /// @name Arithmetic and order, in days
+    /// @{
+    friend constexpr DDate operator+(DDate date, long days) noexcept {
+        return fromJulianDay(date.julianDay_ + static_cast<unsigned long>(days));
+    }
+    friend constexpr DDate operator-(DDate date, long days) noexcept {
+        return fromJulianDay(date.julianDay_ - static_cast<unsigned long>(days));
+    }
+    friend constexpr long operator-(DDate left, DDate right) noexcept {
+        return static_cast<long>(left.julianDay_ - right.julianDay_);
+    }
+    friend constexpr bool operator==(DDate left, DDate right) noexcept {
+        return left.signedDay() == right.signedDay();
+    }
+    friend constexpr bool operator!=(DDate left, DDate right) noexcept {
+        return left.signedDay() != right.signedDay();
+    }
+    friend constexpr bool operator<(DDate left, DDate right) noexcept {
+        return left.signedDay() < right.signedDay();
+    }
+    friend constexpr bool operator<=(DDate left, DDate right) noexcept {
+        return left.signedDay() <= right.signedDay();
+    }
+    friend constexpr bool operator>(DDate left, DDate right) noexcept {
+        return left.signedDay() > right.signedDay();
+    }
+    friend constexpr bool operator>=(DDate left, DDate right) noexcept {
+        return left.signedDay() >= right.signedDay();
+    }
+    /// @}
+
+private:
+    unsigned long julianDay_ = 0;
+
+    constexpr std::int64_t signedDay() const noexcept { return static_cast<std::int64_t>(julianDay_); }
+};
+
+// The arithmetic
+// ----------------------------------------------------------------------------------------------
+//
+// It stands here for hosts to compile in. Years n are counted from -4713 (n = 0), so that there is no gap
+// between -1 and 1 and n is divisible by 4 exactly in the Julian leap years.
+
+namespace kelcl {
+
+/// The days before each month; the thirteenth entry is the year's length.
+inline constexpr short daysBeforeMonth[2][13] = {
+    {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365},
+    {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335, 366},
+};
+
+inline constexpr std::int64_t lastJulianDay = 2361221; ///< 2 September 1752.
+inline constexpr int daysDropped = 11;
+
+struct CalendarDate {
+    int year;
+    int month;
+    int day;
+};
+
+/// The quotient towards minus infinity, of a positive divisor.
+constexpr std::int64_t floorDivide(std::int64_t dividend, std::int64_t divisor) noexcept {
+    return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
+}
+
+/// The day number of a date.
+///
+/// Before year n there are 365 n days and one for each of 0, 4, 8 ... below n, floor((n + 3) / 4). Behind the
+/// switch the leap days of the centuries since 1700 that are none in the Gregorian calendar are taken away,
+/// and the days dropped.
+constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
+    std::int64_t const wideYear = year;
+    std::int64_t const n = (year > 0 ? wideYear - 1 : wideYear) + 4713;
+    bool const isLeap = n % 4 == 0 && (year <= 1752 || year % 100 != 0 || year % 400 == 0);
+    int const monthIndex = month < 1 ? 0 : month > 13 ? 12 : month - 1;
+    std::int64_t const count =
+        365 * n + floorDivide(n + 3, 4) + day + daysBeforeMonth[isLeap ? 1 : 0][monthIndex] - 1;
+    if (count <= lastJulianDay) return count;
+    std::int64_t const corrected = count + (wideYear - 1601) / 400 - (wideYear - 1701) / 100;
+    // What lies within the dropped days becomes the last day before them.
+    return corrected <= lastJulianDay + daysDropped ? lastJulianDay : corrected - daysDropped;
+}
+
+/// The inverse of `dayNumber`.
+///
+/// Years begin in March here, so that a leap day is the last one of its year. A Gregorian day is first
+/// brought down to its cycle of 146097 days in 400 years and to its century of 36524 days (the fourth has one
+/// more), a Julian one to its cycle of 1461 days in 4 years. What is left counts days from 1 March of `base`
+/// on, with every fourth year a leap year: year k of them begins at floor(1461 k / 4), its month m, of 153
+/// days in 5 months, at floor((153 m + 2) / 5). A start at floor((a k + b) / c) inverts to k = floor((c day +
+/// c - 1 - b) / a).
+///
+/// `base` counts years as astronomers do, 0 being the year -1. Every day number gives a month and a day that
+/// exist; a year that does not fit an `int` loses its high bits.
+constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
+    std::int64_t base = 0;
+    int rest = 0;
+    if (dayNumber > lastJulianDay) {
+        std::int64_t const sinceMarch1600 = dayNumber - 2305508;
+        int const dayOfCycle = static_cast<int>(sinceMarch1600 % 146097);
+        int const century = (4 * dayOfCycle + 3) / 146097;
+        rest = dayOfCycle - 146097 * century / 4;
+        base = 1600 + sinceMarch1600 / 146097 * 400 + 100 * century;
+    } else {
+        std::int64_t const cycle = floorDivide(dayNumber, 1461);
+        // Day 60 is the first 1 March; the 60 days before it belong to the last year of the cycle before.
+        int const dayOfCycle = static_cast<int>(dayNumber - 1461 * cycle) - 60;
+        rest = dayOfCycle < 0 ? dayOfCycle + 1461 : dayOfCycle;
+        base = 4 * (dayOfCycle < 0 ? cycle - 1 : cycle) - 4712;
+    }
+    int const yearOfCycle = (4 * rest + 3) / 1461;
+    int const dayOfYear = rest - 1461 * yearOfCycle / 4;
+    int const month = (5 * dayOfYear + 2) / 153;
+    int const day = dayOfYear - (153 * month + 2) / 5 + 1;
+    std::int64_t const year = base + yearOfCycle + (month >= 10 ? 1 : 0);
+    return {static_cast<int>(year > 0 ? year : year - 1), month >= 10 ? month - 9 : month + 3, day};
+}
+
+} // namespace kelcl
+
+constexpr bool DDate::isLeapYear(int year) noexcept {
+    return year % 4 == 0 && (year < 1752 || year % 100 != 0 || year % 400 == 0);
+}
+
+constexpr int DDate::daysInYear(int year) noexcept {
+    int const days = isLeapYear(year) ? 366 : 365;
+    return year == 1752 ? days - kelcl::daysDropped : days;
+}
+
+constexpr int DDate::daysInMonth(Month month, int year) noexcept {
+    if (month < January || month > December) return 0;
+    short const* const before = kelcl::daysBeforeMonth[isLeapYear(year) ? 1 : 0];
+    int const days = before[month] - before[month - 1];
+    return month == September && year == 1752 ? days - kelcl::daysDropped : days;
+}
+
+constexpr bool DDate::isValid(Month month, int day, int year) noexcept {
+    if (month < January || month > December || day < 1 || year == 0) return false;
+    if (month == September && year == 1752) return day <= 2 || (day >= 14 && day <= 30);
+    return day <= daysInMonth(month, year);
+}
+
+constexpr DDate::DDate(int dayOfYear, int year) noexcept {
+    if (year == 0 || dayOfYear < 1 || dayOfYear > daysInYear(year)) {
+        initialize(January, dayOfYear, year);
+        return;
+    }
+    int const day = year == 1752 && dayOfYear > 246 ? dayOfYear + kelcl::daysDropped : dayOfYear;
+    bool const isLeap = isLeapYear(year);
+    // With a February of 30 days, which the days from March on are moved up for, the months begin at
+    // ceil((367 m - 11) / 12) - 31 for m = 1 to 12.
+    int const moved = day <= kelcl::daysBeforeMonth[isLeap ? 1 : 0][2] ? day : day + (isLeap ? 1 : 2);
+    int const month = (12 * (moved - 1) + 373) / 367;
+    initialize(static_cast<Month>(month), day - kelcl::daysBeforeMonth[isLeap ? 1 : 0][month - 1], year);
+}
+
+constexpr DDate DDate::fromJulianDay(unsigned long julianDay) noexcept {
+    DDate date;
+    date.julianDay_ = julianDay;
+    return date;
+}
+
+constexpr DDate& DDate::initialize(Month month, int day, int year) noexcept {
+    julianDay_ = static_cast<unsigned long>(kelcl::dayNumber(month, day, year));
+    return *this;
+}
+
+constexpr int DDate::year() const noexcept { return kelcl::calendarDate(signedDay()).year; }
+
+constexpr DDate::Month DDate::monthOfYear() const noexcept {
+    return static_cast<Month>(kelcl::calendarDate(signedDay()).month);
+}
+
+constexpr int DDate::dayOfMonth() const noexcept { return kelcl::calendarDate(signedDay()).day; }
+
+constexpr int DDate::dayOfYear() const noexcept {
+    return static_cast<int>(signedDay() - kelcl::dayNumber(January, 1, year())) + 1;
+}
+
+constexpr DCnrDate DDate::asICnrDate() const noexcept {
+    kelcl::CalendarDate const date = kelcl::calendarDate(signedDay());
+    return {static_cast<std::uint8_t>(date.day), static_cast<std::uint8_t>(date.month),
+            static_cast<std::uint16_t>(date.year)};
+}
+
+#endif

@@ -1,0 +1,122 @@
+// DTrace, entry and exit lines of a program's functions, and DTraceSetup, which reads the trace variables.
+// Reports of exceptions go another way, see dexception.h.
+#ifndef KELCL_DTRACE_H
+#define KELCL_DTRACE_H
+
+#include <kelcl/dbase.h>
+#include <kelcl/dexport.h>
+#include <kelcl/dstring.h>
+
+#include <cstdint>
+
+class DTraceSetup;
+
+/// Writes a line when it is made and one when it goes, indented by the depth of the calls in between.
+///
+/// Environment variables say whether, how and where lines are written. They are read on first use, each under
+/// its name with a blank or, where that one does not exist, with an underscore; blanks around a value and its
+/// case do not matter.
+///
+/// | variable             | values |
+/// |----------------------|----------------------------------------------------------------------------------|
+/// | `KORVA_TRACE`        | `ON`, or `NOPREFIX` for lines without sequence number, process id and thread | |
+/// `KORVA_TRACETO`      | `STDERR`, `ERR`, `STDOUT`, `OUT`, `FILE`; any other of more than two characters: |
+/// |                      | standard output. Turns tracing on by itself | | `KORVA_TRACEFILE`    | the file
+/// of `FILE`, opened under its name in upper case and appended to          | | `KORVA_CHECKSTACK`   | `ON` or
+/// `TRUE` for a stack field in the prefix                                   |
+///
+/// With tracing off a DTrace costs one test of `iClState` where it is made and one where it goes. No failure
+/// to write is reported; only the making of a line can throw, as strings do.
+///
+/// All state is shared by the process and unguarded: trace from one thread at a time.
+///
+/// @code
+/// long total(DString const& account) {
+///     DTrace trace("total", __LINE__);              // 00000000 004711:01 +total(2)
+///     DTrace::write("account " + account);          // 00000001 004711:01   >account 12
+///     return sum(account);
+/// }                                                 // 00000002 004711:01 -total
+/// @endcode
+class KELCL_EXPORT DTrace : public DVBase {
+public:
+    /// Flags: 1 alone not set up yet, 2 tracing is on, 4 entry lines show the line number, 8 lines have a
+    /// prefix.
+    static int iClState;
+    /// Where lines go: 0 and 2 standard output, 1 standard error, 3 the file; nowhere for any other value.
+    static int iClTraceLocation;
+    /// The indentation in blanks, by thread number.
+    static std::uint32_t uClIndent[256];
+    /// The process id as last read.
+    static unsigned long ulClProcessId;
+    /// 1 when the prefix has the stack field. Once set it stays set.
+    static std::uint32_t fCheckStack;
+    /// The number of lines written so far, those without a destination included.
+    static unsigned long ulSequence;
+
+    /// Writes the entry line "+name(line)"; without the number when `line` is below 1. A null `name` writes
+    /// nothing. The text is not copied and must outlive the object.
+    /// @throws What making a string can throw.
+    DTrace(char const* name, long line)
+        : name_((iClState & (notSetUp | tracingOn)) == 0 ? nullptr : enter(name, line)) {}
+    DTrace(DTrace const&) = delete;
+    DTrace& operator=(DTrace const&) = delete;
+
+    /// Writes the exit line "-name" if the entry line was written and tracing is still on. A line that cannot
+    /// be made is left out: nothing is thrown.
+    ~DTrace() override {
+        if ((iClState & (notSetUp | tracingOn)) != 0) leave(name_);
+    }
+
+    /// Writes the line ">text" at the current indentation if tracing is on. Null counts as empty.
+    /// @throws What making a string can throw.
+    /// @{
+    static void write(DString const& text) {
+        if ((iClState & (notSetUp | tracingOn)) != 0) writeFree(text.c_str(), text.length());
+    }
+    static void write(char const* text) {
+        if ((iClState & (notSetUp | tracingOn)) != 0) writeFree(text);
+    }
+    /// @}
+
+    /// Reads the process id into `ulClProcessId` and returns 1: there is one trace thread number.
+    static unsigned long threadId() noexcept;
+    /// Always 0: the stack is not measured.
+    static unsigned long remainingStack() noexcept;
+
+    /// Writes `text` as one line, whether tracing is on or not: prefix, indentation, `marker`, text. Each
+    /// line feed in `text` begins a line with the same lead. The indentation shrinks by 2 blanks before a
+    /// marker that begins with '-' and grows by 2 after one that begins with '+'. A null marker counts as
+    /// empty.
+    /// @throws DInvalidRequest (message 1010, recoverable) when the line would be longer than a string can
+    /// be.
+    static void writeFormattedString(DString const& text, char const* marker);
+    /// Sends `text`, up to its NUL and as it is, to where lines go. Null sends nothing.
+    static void writeString(char const* text);
+
+private:
+    friend class DTraceSetup;
+
+    static constexpr int notSetUp = 1;
+    static constexpr int tracingOn = 2;
+    static constexpr int lineNumbers = 4;
+    static constexpr int prefixed = 8;
+
+    // What is out of line takes the name, not the object, so that the object can live in registers.
+    static char const* enter(char const* name, long line);
+    static void leave(char const* name) noexcept;
+    static void writeFree(char const* text);
+    static void writeFree(char const* text, unsigned int length);
+    static bool isOn();
+
+    char const* name_;
+};
+
+/// Reads the trace variables of the environment.
+class KELCL_EXPORT DTraceSetup {
+public:
+    /// Reads them again, for a program that has changed them. Where lines go stays as it was unless a
+    /// destination of more than two characters is given; indentation, sequence number and stack field stay.
+    static void initialize();
+};
+
+#endif

@@ -1,0 +1,13 @@
+# Storage and sharing of texts, and what a DString is without its vocabulary of operations.
+foreach(test IN ITEMS buffer string append first_use)
+    kelcl_add_test(core_${test} SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_${test}_test.cpp MODES ALL)
+endforeach()
+
+kelcl_add_test(core_streams SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_streams_test.cpp MODES C latin1-i18n utf8 sjis-i18n)
+kelcl_add_test(core_allocation SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_allocation_test.cpp MODES C utf8 eucjp-i18n)
+kelcl_add_test(core_switch SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_switch_test.cpp NO_MAIN)
+
+# Hosts use the headers in every dialect from C++17 on.
+kelcl_add_test(core_interface SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_interface_test.cpp MODES ALL)
+kelcl_add_test(core_interface_cxx17 SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_interface_test.cpp MODES C utf8-i18n)
+set_target_properties(test_core_interface_cxx17 PROPERTIES CXX_STANDARD 17)
