@@ -6,8 +6,8 @@
 #include <kelcl/dbase.h>
 #include <kelcl/dstring.h>
 
+#include <atomic>
 #include <cctype>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -22,12 +22,15 @@ char* DBase::msgFile = nullptr;
 
 DBase::Version DBase::version() noexcept { return {310, 1}; }
 
+// The first look-up may come from two threads at once, each failing on its own: the first to set the name
+// wins.
 char const* DBase::messageFile() noexcept {
-    if (msgFile == nullptr) {
-        char const* const configured = std::getenv("KORVA MSGFILE");
-        msgFile = kelcl::copyText(configured != nullptr ? configured : "kelcl.cat").release();
-    }
-    return msgFile;
+    std::atomic_ref<char*> const name(msgFile);
+    if (char const* const known = name.load()) return known;
+    char const* const configured = std::getenv("KORVA MSGFILE");
+    kelcl::OwnedText copy = kelcl::copyText(configured != nullptr ? configured : "kelcl.cat");
+    char* winner = nullptr;
+    return name.compare_exchange_strong(winner, copy.get()) ? copy.release() : winner;
 }
 
 void DBase::setMessageFile(char const* fileName) noexcept {
@@ -51,7 +54,7 @@ DKORVA_Init::DKORVA_Init() {
 
 DKORVA_Init::~DKORVA_Init() = default;
 
-void DKORVA_Init::write(char const* line) { std::fprintf(stderr, "%s\n", line); }
+void DKORVA_Init::write(char const* line) { TraceFn::write(line); }
 
 void DKORVA_Init::newHandler() {
     constexpr unsigned long outOfMemory = 4;
@@ -102,6 +105,7 @@ I18N_Init nationalLanguageSwitch;
 
 DException::TraceFn* DExceptStaticPtr::traceFunction() noexcept {
     if (userFunction != nullptr) return userFunction;
-    if (defaultFunction == nullptr) defaultFunction = &traceFunctions.standard;
-    return defaultFunction;
+    std::atomic_ref<DException::TraceFn*> const standard(defaultFunction); // two threads may fail at once
+    if (standard.load() == nullptr) standard.store(&traceFunctions.standard);
+    return standard.load();
 }

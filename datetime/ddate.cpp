@@ -35,8 +35,8 @@ DDate DDate::today() {
 DString DDate::monthName() const { return monthName(monthOfYear()); }
 
 DString DDate::dayName() const {
-    std::int64_t const day = signedDay() - 7 * kelcl::floorDivide(signedDay(), 7);
-    return dayName(static_cast<DayOfWeek>(day));
+    std::int64_t const day = signedDay() % 7;
+    return dayName(static_cast<DayOfWeek>(day < 0 ? day + 7 : day));
 }
 
 DString DDate::asString(YearFormat format) const {

@@ -2,6 +2,7 @@
 #include "except/raise.h"
 #include "except/text_chain.h"
 
+#include <algorithm>
 #include <exception>
 
 char const* const DException::baseLibrary = "Kel Class Library";
@@ -19,8 +20,7 @@ DException::DException(DException const& source) noexcept
     : severity_(source.severity_), errorId_(source.errorId_), locationCount_(source.locationCount_),
       textCount_(source.textCount_), texts_(kelcl::DExcText::copyOf(source.texts_)),
       errorCodeGroup_(source.errorCodeGroup_) {
-    for (unsigned long i = 0; i < locationCount_; ++i)
-        locations_[i] = source.locations_[i];
+    std::copy_n(source.locations_, locationCount_, locations_);
     if (texts_ == nullptr) textCount_ = 0;
 }
 
@@ -33,8 +33,7 @@ DException& DException::operator=(DException const& source) noexcept {
     severity_ = source.severity_;
     errorId_ = source.errorId_;
     locationCount_ = source.locationCount_;
-    for (unsigned long i = 0; i < locationCount_; ++i)
-        locations_[i] = source.locations_[i];
+    std::copy_n(source.locations_, locationCount_, locations_);
     errorCodeGroup_ = source.errorCodeGroup_;
     return *this;
 }
@@ -69,7 +68,8 @@ DException& DException::setText(char const* text) noexcept {
 
 DException& DException::appendText(char const* text) noexcept {
     if (texts_ == nullptr) return setText(text);
-    if (text != nullptr) texts_->appendText(text);
+    if (text == nullptr) return *this;
+    if (kelcl::DExcText* const longer = kelcl::DExcText::appended(texts_, text)) texts_ = longer;
     return *this;
 }
 

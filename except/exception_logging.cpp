@@ -1,138 +1,153 @@
-// The report of an exception, and the holder of the functions that write it.
+// The report of an exception. The holder of the functions that write it is set up in base/dbase.cpp.
 #include "except/new_handler_suspension.h"
 #include "except/text_chain.h"
+#include "except/text_copy.h"
 
 #include <kelcl/dexception.h>
 
 #include <algorithm>
-#include <cstdarg>
+#include <charconv>
 #include <cstdio>
-#include <cstring>
-#include <memory>
-#include <new>
+#include <initializer_list>
+#include <string_view>
 
 namespace {
 
-char const* orUnknown(char const* text) { return text != nullptr ? text : "Unknown"; }
-
-DExceptionLocation const* latestLocation(DException const& exception) {
-    return exception.locationAtIndex(exception.locationCount() - 1);
-}
-
-/// Visits the texts from the oldest, which stands last in the chain, to the newest, in blocks so that a chain
-/// of any length needs neither memory nor recursion.
-template <class Visit>
-void visitOldestFirst(kelcl::DExcText const* newest, unsigned long count, Visit visit) {
-    constexpr unsigned long blockSize = 512;
-    char const* block[blockSize];
-    for (unsigned long end = count; end > 0;) {
-        unsigned long const begin = end > blockSize ? end - blockSize : 0;
-        kelcl::DExcText const* node = newest;
-        for (unsigned long i = 0; i < begin; ++i)
-            node = node->next();
-        for (unsigned long i = begin; i < end; ++i, node = node->next())
-            block[i - begin] = node->text();
-        for (unsigned long i = end - begin; i > 0; --i)
-            visit(block[i - 1]);
-        end = begin;
-    }
-}
-
-/// Room for every line of the report: the fixed parts of the longest format and a number fit 128 bytes.
-std::size_t lineSize(DException const& exception, kelcl::DExcText const* newest) {
-    constexpr std::size_t fixedParts = 128;
-    constexpr std::size_t least = 200;
-    std::size_t longest = std::strlen(exception.name());
-    if (DExceptionLocation const* const location = latestLocation(exception))
-        longest += std::strlen(location->functionName()) + std::strlen(orUnknown(location->fileName()));
-    if (exception.errorCodeGroup() != nullptr)
-        longest = std::max(longest, std::strlen(exception.errorCodeGroup()));
-    for (kelcl::DExcText const* node = newest; node != nullptr; node = node->next())
-        longest = std::max(longest, std::strlen(node->text()));
-    return std::max(longest + fixedParts, least) + 1;
-}
-
-/// Formats lines and passes them to the trace function that is current at each.
-class ReportLines {
+/// A number in decimal digits.
+class Digits {
 public:
-    ReportLines(char* line, std::size_t size) : line_(line), size_(size) {}
-
-    [[gnu::format(printf, 2, 3)]] void write(char const* format, ...) {
-        std::va_list arguments;
-        va_start(arguments, format);
-        std::vsnprintf(line_, size_, format, arguments);
-        va_end(arguments);
-        DExceptStaticPtr::traceFunction()->write(line_);
-    }
+    template <class Number>
+    explicit Digits(Number number) : end_(std::to_chars(digits_, digits_ + sizeof digits_, number).ptr) {}
+    operator std::string_view() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
 
 private:
-    char* line_;
-    std::size_t size_;
+    char digits_[24];
+    char* end_;
 };
 
-void report(DException const& exception, kelcl::DExcText const* newest, ReportLines lines) {
-    if (DExceptionLocation const* const location = latestLocation(exception))
-        lines.write("%s exception thrown.\n   function: %s\n   file: %s\n   line: %d", exception.name(),
-                    location->functionName(), orUnknown(location->fileName()),
-                    static_cast<int>(location->lineNumber()));
-    else
-        lines.write("\n%s exception thrown.\n   Location information is unavailable.", exception.name());
+/// What there is to report. It owns its share of the texts, so that whatever a trace function does with the
+/// exception in the meantime, the report stays whole.
+struct Report {
+    Report(DException const& exception, kelcl::DExcText* chain)
+        : name(orUnknown(exception.name())), errorId(exception.errorId()), group(exception.errorCodeGroup()),
+          textCount(exception.textCount()), texts(kelcl::DExcText::share(chain)) {
+        DExceptionLocation const* const latest = exception.locationAtIndex(exception.locationCount() - 1);
+        if (latest == nullptr) return;
+        hasLocation = true;
+        function = latest->functionName();
+        file = orUnknown(latest->fileName());
+        line = latest->lineNumber();
+    }
 
-    if (exception.errorId() != 0)
-        lines.write("   Error Id is %lu", exception.errorId());
-    else
-        lines.write("   Error Id is unavailable.");
+    static char const* orUnknown(char const* text) { return text != nullptr ? text : "Unknown"; }
 
-    if (exception.errorCodeGroup() != nullptr)
-        lines.write("   Error Code group is %s", exception.errorCodeGroup());
-    else
-        lines.write("    Error Code group is unavailable."); // four blanks: hosts compare the text
+    char const* name;
+    bool hasLocation = false;
+    char const* function = nullptr;
+    char const* file = nullptr;
+    unsigned long line = 0;
+    unsigned long errorId;
+    char const* group;
+    unsigned long textCount;
+    kelcl::DExcText::Owner texts;
+};
 
-    lines.write("%s", newest == nullptr ? "   Exception text is unavailable." : "   Exception text is:");
-    visitOldestFirst(newest, exception.textCount(), [&](char const* text) { lines.write("      %s", text); });
+using Pieces = std::initializer_list<std::string_view>;
+
+/// Passes each line of the report to `visit` as the pieces it consists of.
+template <class Visit>
+void visitLines(Report const& report, Visit const& visit) {
+    if (report.hasLocation)
+        visit({report.name, " exception thrown.\n   function: ", report.function, "\n   file: ", report.file,
+               "\n   line: ", Digits(static_cast<int>(report.line))});
+    else
+        visit({"\n", report.name, " exception thrown.\n   Location information is unavailable."});
+
+    if (report.errorId != 0)
+        visit({"   Error Id is ", Digits(report.errorId)});
+    else
+        visit({"   Error Id is unavailable."});
+
+    if (report.group != nullptr)
+        visit({"   Error Code group is ", report.group});
+    else
+        visit({"    Error Code group is unavailable."}); // four blanks: hosts compare the text
+
+    if (report.textCount == 0)
+        visit({"   Exception text is unavailable."});
+    else
+        visit({"   Exception text is:"});
+    kelcl::visitOldestFirst(report.texts.get(), report.textCount, [&](char const* text) {
+        visit({"      ", text});
+    });
 }
 
-/// The report when there is no memory for a line. Its texts differ from those of the other in places: hosts
-/// compare both.
-void reportWithoutMemory(DException const& exception, kelcl::DExcText const* newest) {
-    if (DExceptionLocation const* const location = latestLocation(exception))
+/// The length of the longest line, but enough for an ordinary report in any case.
+std::size_t longestLine(Report const& report) {
+    std::size_t longest = 200;
+    visitLines(report, [&](Pieces pieces) {
+        std::size_t length = 0;
+        for (std::string_view const piece : pieces)
+            length += piece.size();
+        longest = std::max(longest, length);
+    });
+    return longest;
+}
+
+/// Passes each line to the trace function that is the current one at that moment.
+void writeLines(Report const& report, char* line) {
+    visitLines(report, [&](Pieces pieces) {
+        char* end = line;
+        for (std::string_view const piece : pieces)
+            end = std::copy(piece.begin(), piece.end(), end);
+        *end = '\0';
+        DExceptStaticPtr::traceFunction()->write(line);
+    });
+}
+
+/// The report when there is no memory for a line. It differs from the other one in places: hosts compare
+/// both.
+void writeWithoutMemory(Report const& report) {
+    if (report.hasLocation)
         std::fprintf(stderr, "%s exception thrown.\n   function: %s\n   file: %s\n   line: %lu.\n",
-                     exception.name(), location->functionName(), orUnknown(location->fileName()),
-                     location->lineNumber());
+                     report.name, report.function, report.file, report.line);
     else
         std::fprintf(stderr, "\n%s exception thrown.\n   Location information is unavailable.\n",
-                     exception.name());
+                     report.name);
 
-    if (exception.errorId() != 0)
-        std::fprintf(stderr, "   Error ID is %lu\n", exception.errorId());
+    if (report.errorId != 0)
+        std::fprintf(stderr, "   Error ID is %lu\n", report.errorId);
     else
-        std::fprintf(stderr, "   Error ID is unavailable.\n");
+        std::fputs("   Error ID is unavailable.\n", stderr);
 
-    if (exception.errorCodeGroup() != nullptr)
-        std::fprintf(stderr, " Error Code group is %s\n", exception.errorCodeGroup());
+    if (report.group != nullptr)
+        std::fprintf(stderr, " Error Code group is %s\n", report.group);
     else
-        std::fprintf(stderr, "   Error Code group is unavailable.\n");
+        std::fputs("   Error Code group is unavailable.\n", stderr);
 
-    std::fputs(newest == nullptr ? "   Exception text is unavailable.\n" : "   Exception text is:\n", stderr);
-    visitOldestFirst(newest, exception.textCount(),
-                     [](char const* text) { std::fprintf(stderr, "      %s\n", text); });
+    std::fputs(report.textCount == 0 ? "   Exception text is unavailable.\n" : "   Exception text is:\n",
+               stderr);
+    kelcl::visitOldestFirst(report.texts.get(), report.textCount,
+                            [](char const* text) { std::fprintf(stderr, "      %s\n", text); });
 }
 
 } // namespace
 
-void DException::TraceFn::write(char const* line) { std::fprintf(stderr, "%s\n", line); }
+void DException::TraceFn::write(char const* line) {
+    std::fprintf(stderr, "%s\n", line != nullptr ? line : "");
+}
 
 void DException::TraceFn::exceptionLogged() {}
 
 DException::TraceFn& DException::TraceFn::logData(DException& exception) {
     kelcl::NewHandlerSuspension const suspension;
-    std::size_t const size = lineSize(exception, exception.texts_);
-    std::unique_ptr<char[]> line(new (std::nothrow) char[size]);
+    Report const report(exception, exception.texts_);
+    kelcl::OwnedText line = kelcl::roomForText(longestLine(report) + 1);
     if (line == nullptr) {
-        reportWithoutMemory(exception, exception.texts_);
+        writeWithoutMemory(report);
         return *this;
     }
-    report(exception, exception.texts_, ReportLines(line.get(), size));
+    writeLines(report, line.get());
     line.reset();
     exceptionLogged();
     return *this;

@@ -4,14 +4,17 @@
 
 #include <kelcl/dexception.h>
 
+#include <type_traits>
+
 namespace kelcl {
 
-/// Adds the location, logs the exception, and throws a copy of it.
+/// Adds the location, logs the exception, and throws a copy of it. The exception belongs to the caller, which
+/// gives it no further use.
 template <class Exception>
-[[noreturn]] void raise(Exception exception, DExceptionLocation const& location) {
+[[noreturn]] void raise(Exception&& exception, DExceptionLocation const& location) {
     exception.addLocation(location);
     exception.logExceptionData();
-    throw Exception(exception);
+    throw std::remove_reference_t<Exception>(exception);
 }
 
 } // namespace kelcl

@@ -1,4 +1,4 @@
-// The texts of an exception.
+// How the texts of an exception are stored, copied and freed.
 #include "except/text_chain.h"
 
 #include "except/new_handler_suspension.h"
@@ -8,57 +8,43 @@
 
 namespace kelcl {
 
-DExcText::Characters* DExcText::Characters::copyOf(char const* first, char const* second) noexcept {
+namespace {
+
+void* roomForNode(std::size_t characters) noexcept {
+    NewHandlerSuspension const suspension;
+    return ::operator new[](sizeof(DExcText) + characters, std::nothrow);
+}
+
+} // namespace
+
+DExcText* DExcText::create(char const* first, char const* second, DExcText* next) noexcept {
     std::size_t const firstLength = std::strlen(first);
-    std::size_t const secondLength = std::strlen(second);
-    kelcl::NewHandlerSuspension const suspension;
-    char* const block = new (std::nothrow) char[sizeof(Characters) + firstLength + secondLength + 1];
-    if (block == nullptr) return nullptr;
-    auto* const characters = ::new (block) Characters{1};
-    std::memcpy(characters->text(), first, firstLength);
-    std::memcpy(characters->text() + firstLength, second, secondLength + 1);
-    return characters;
-}
-
-void DExcText::Characters::release(Characters* characters) noexcept {
-    if (--characters->owners == 0) delete[] reinterpret_cast<char*>(characters);
-}
-
-DExcText* DExcText::create(char const* text, DExcText* next) noexcept {
-    Characters* const characters = Characters::copyOf(text, "");
-    if (characters == nullptr) return nullptr;
-    kelcl::NewHandlerSuspension const suspension;
-    auto* const node = new (std::nothrow) DExcText(characters, next);
-    if (node == nullptr) Characters::release(characters);
+    std::size_t const secondSize = std::strlen(second) + 1;
+    void* const room = roomForNode(firstLength + secondSize);
+    if (room == nullptr) return nullptr;
+    auto* const node = ::new (room) DExcText(static_cast<DExcText*>(room), next);
+    auto* const characters = static_cast<char*>(room) + sizeof(DExcText);
+    std::memcpy(characters, first, firstLength);
+    std::memcpy(characters + firstLength, second, secondSize);
     return node;
 }
 
-DExcText* DExcText::copyOfNode(DExcText const& node, bool& isWhole) noexcept {
-    kelcl::NewHandlerSuspension const suspension;
-    auto* const copy = new (std::nothrow) DExcText(node.characters_, nullptr);
-    if (copy == nullptr) return nullptr;
-    if (Characters* const characters = Characters::copyOf(node.text(), "")) {
-        copy->characters_ = characters;
-        return copy;
-    }
-    ++node.characters_->owners;
-    copy->next_ = node.next_;
-    if (copy->next_ != nullptr) ++copy->next_->owners_;
-    isWhole = true;
-    return copy;
+DExcText* DExcText::borrowing(DExcText* source) noexcept {
+    void* const room = roomForNode(0);
+    if (room == nullptr) return nullptr;
+    source->characters_->holders_.fetch_add(1, std::memory_order_relaxed);
+    return ::new (room) DExcText(source->characters_, share(source->next_));
 }
 
-DExcText* DExcText::copyOf(DExcText const* chain) noexcept {
+DExcText* DExcText::copyOf(DExcText* chain) noexcept {
     if (chain == nullptr) return nullptr;
-    bool isWhole = false;
-    DExcText* const head = copyOfNode(*chain, isWhole);
-    if (head == nullptr) return nullptr;
+    DExcText* const head = create(chain->text(), nullptr);
+    if (head == nullptr) return borrowing(chain);
     DExcText* last = head;
-    for (DExcText* source = chain->next_; source != nullptr && !isWhole; source = source->next_) {
-        last->next_ = copyOfNode(*source, isWhole);
+    for (DExcText* source = chain->next_; source != nullptr; source = source->next_) {
+        last->next_ = create(source->text(), nullptr);
         if (last->next_ == nullptr) { // the rest is shared, so that no text is lost
-            ++source->owners_;
-            last->next_ = source;
+            last->next_ = share(source);
             break;
         }
         last = last->next_;
@@ -66,19 +52,30 @@ DExcText* DExcText::copyOf(DExcText const* chain) noexcept {
     return head;
 }
 
+DExcText* DExcText::appended(DExcText* chain, char const* text) noexcept {
+    DExcText* const longer = create(chain->text(), text, chain->next_);
+    if (longer == nullptr) return nullptr;
+    share(longer->next_);
+    release(chain); // only now: `text` may point into it
+    return longer;
+}
+
+DExcText* DExcText::share(DExcText* chain) noexcept {
+    if (chain != nullptr) chain->owners_.fetch_add(1, std::memory_order_relaxed);
+    return chain;
+}
+
 void DExcText::release(DExcText* chain) noexcept {
-    while (chain != nullptr && --chain->owners_ == 0) {
+    while (chain != nullptr && chain->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         DExcText* const next = chain->next_;
-        delete chain;
+        if (chain->characters_ != chain) releaseCharacters(chain->characters_);
+        releaseCharacters(chain);
         chain = next;
     }
 }
 
-void DExcText::appendText(char const* text) noexcept {
-    Characters* const longer = Characters::copyOf(characters_->text(), text);
-    if (longer == nullptr) return;
-    Characters::release(characters_);
-    characters_ = longer;
+void DExcText::releaseCharacters(DExcText* block) noexcept {
+    if (block->holders_.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete[](block);
 }
 
 } // namespace kelcl

@@ -1,52 +1,79 @@
 // The texts of an exception: a chain of nodes, the newest first. Nothing here throws or calls the
-// new-handler.
+// new-handler. Which texts an exception gets is decided in exception.cpp.
 #ifndef KELCL_EXCEPT_TEXT_CHAIN_H
 #define KELCL_EXCEPT_TEXT_CHAIN_H
 
+#include <algorithm>
+#include <atomic>
 #include <cstddef>
+#include <memory>
 
 namespace kelcl {
 
-/// One text of an exception and what is older. A node belongs to one chain, or to several that share it
-/// because there was no memory to copy it; it goes with the last of them.
+/// One text of an exception and what is older. A node never changes after it was made, and stands in one
+/// block of memory with its characters.
+///
+/// Chains share a node only when there was no memory to copy it: then a chain goes on with the node itself,
+/// or begins with a node that shows the characters of another one. So a node has owners, and its block has
+/// holders, which keep the characters when the node itself is gone. The counts are atomic because the
+/// exceptions that share may be in different threads, which cannot know of it.
 class DExcText {
 public:
+    struct Release {
+        void operator()(DExcText* chain) const noexcept { release(chain); }
+    };
+    using Owner = std::unique_ptr<DExcText, Release>;
+
     /// A node with a copy of `text` in front of `next`, which it takes over. Null, with `next` untouched,
     /// when there is no memory.
-    static DExcText* create(char const* text, DExcText* next) noexcept;
-    /// A deep copy. Null when there is no memory for the first node; what else cannot be copied is shared.
-    static DExcText* copyOf(DExcText const* chain) noexcept;
+    static DExcText* create(char const* text, DExcText* next) noexcept { return create(text, "", next); }
+
+    /// A deep copy. Null when there is no memory for a first node; what else cannot be copied is shared.
+    static DExcText* copyOf(DExcText* chain) noexcept;
+
+    /// The chain with `text` appended to its first text, in place of `chain`, which is given up. Null, with
+    /// `chain` untouched, when there is no memory.
+    static DExcText* appended(DExcText* chain, char const* text) noexcept;
+
+    /// One more owner for the chain, which may be null.
+    static DExcText* share(DExcText* chain) noexcept;
+
     /// Gives a chain up. Not recursive, so a chain may be of any length.
     static void release(DExcText* chain) noexcept;
 
-    /// Adds to the text, unless there is no memory.
-    void appendText(char const* text) noexcept;
-
-    char const* text() const noexcept { return characters_->text(); }
+    char const* text() const noexcept { return reinterpret_cast<char const*>(characters_ + 1); }
     DExcText* next() const noexcept { return next_; }
 
 private:
-    /// A counted owner of characters: nodes whose text could not be copied hold the same one.
-    struct Characters {
-        std::size_t owners;
+    DExcText(DExcText* characters, DExcText* next) noexcept : characters_(characters), next_(next) {}
 
-        static Characters* copyOf(char const* first, char const* second) noexcept;
-        static void release(Characters* characters) noexcept;
-        char* text() noexcept { return reinterpret_cast<char*>(this + 1); }
-    };
+    static DExcText* create(char const* first, char const* second, DExcText* next) noexcept;
+    /// A node with the very same characters and successors.
+    static DExcText* borrowing(DExcText* source) noexcept;
+    static void releaseCharacters(DExcText* block) noexcept;
 
-    DExcText(Characters* characters, DExcText* next) noexcept : characters_(characters), next_(next) {}
-    ~DExcText() { Characters::release(characters_); }
-
-    /// A new node with the same text; for a lack of memory with the very same characters and successors, in
-    /// which case `isWhole` becomes true: there is nothing more to copy. Null when there is no memory for the
-    /// node.
-    static DExcText* copyOfNode(DExcText const& node, bool& isWhole) noexcept;
-
-    Characters* characters_;
+    DExcText* characters_; // the block in which they stand: this one, or the one that they are borrowed from
     DExcText* next_;
-    std::size_t owners_ = 1;
+    std::atomic<std::size_t> owners_{1};
+    std::atomic<std::size_t> holders_{1};
 };
+
+/// Visits the first `count` texts of a chain from the oldest, which stands last, to the newest. Divides and
+/// conquers, so that a chain of any length needs no memory, little stack and no quadratic time.
+template <class Visit>
+void visitOldestFirst(DExcText const* newest, unsigned long count, Visit const& visit) {
+    constexpr unsigned long mostParts = 256;
+    DExcText const* parts[mostParts];
+    unsigned long const partLength = (count + mostParts - 1) / mostParts;
+    unsigned long partCount = 0;
+    for (unsigned long i = 0; i < count; ++i, newest = newest->next())
+        if (i % partLength == 0) parts[partCount++] = newest;
+    while (partCount-- > 0)
+        if (partLength == 1)
+            visit(parts[partCount]->text());
+        else
+            visitOldestFirst(parts[partCount], std::min(partLength, count - partCount * partLength), visit);
+}
 
 } // namespace kelcl
 

@@ -1,6 +1,7 @@
 // DBuffer: editing. Each operation decides what changes and which buffer is written to; the kernels do the
 // bytes.
 #include "string/buffer_block.h"
+#include "string/buffer_factory.h"
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
@@ -44,6 +45,20 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
     std::memcpy(copy->contents(), text, first);
     kernel(copy->contents() + first, text + first, buffer.length - first);
     return copy;
+}
+
+/// Changes the bytes of `set` that the virtual search finds. For a host's own class, whose search may find
+/// others than the kernels do.
+template <class Change>
+DBuffer* editFound(DBuffer& buffer, std::string const& set, Change change) {
+    auto const setLength = static_cast<unsigned int>(set.size());
+    unsigned int const first = buffer.indexOfAnyOf(set.data(), setLength, 1);
+    if (first == 0) return shared(buffer);
+    return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
+        if (out != in) std::memcpy(out, in, n);
+        for (unsigned int at = first; at != 0; at = buffer.indexOfAnyOf(set.data(), setLength, at + 1))
+            out[at - 1] = change(out[at - 1]);
+    });
 }
 
 /// Positions of occurrences, few of them without allocating.
@@ -140,25 +155,38 @@ DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst find
 } // namespace
 
 DBuffer* DBuffer::upperCase() {
+    if (!kelcl::isOfLibraryClass(*this))
+        return editFound(*this, "abcdefghijklmnopqrstuvwxyz",
+                         [](char c) { return static_cast<char>(c - 32); });
     std::size_t const first = kelcl::findLowerCase(textOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
 }
 
 DBuffer* DBuffer::lowerCase() {
+    if (!kelcl::isOfLibraryClass(*this))
+        return editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
+                         [](char c) { return static_cast<char>(c + 32); });
     std::size_t const first = kelcl::findUpperCase(textOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
 }
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                             unsigned int outputLength, char padCharacter) {
-    std::size_t const first = kelcl::findFirstIn(textOf(*this), kelcl::ByteSet({inputSet, inputLength}));
+    bool const isOfLibraryClass = kelcl::isOfLibraryClass(*this);
+    std::size_t const first =
+        isOfLibraryClass ? kelcl::findFirstIn(textOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
     if (first == kelcl::notFound) return shared(*this);
+
     unsigned char table[256];
     for (unsigned int value = 0; value < 256; ++value)
         table[value] = static_cast<unsigned char>(value);
     for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
         table[static_cast<unsigned char>(inputSet[i])] =
             static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
+    if (!isOfLibraryClass) // the set is copied: it may be part of the text
+        return editFound(*this, std::string(inputSet, inputLength), [&table](char c) {
+            return static_cast<char>(table[static_cast<unsigned char>(c)]);
+        });
     return editBytes(*this, first, [&table](char* out, char const* in, std::size_t n) {
         kelcl::copyTranslated(out, in, n, table);
     });

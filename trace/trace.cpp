@@ -108,16 +108,6 @@ void sendLines(Lead const& lead, std::string_view text, std::string_view suffix)
     DTrace::writeString(begin);
 }
 
-void writeLines(std::string_view text, std::string_view suffix, std::string_view marker, bool prefixed) {
-    unsigned long const thread = DTrace::threadId();
-    std::uint32_t& indentation = DTrace::uClIndent[thread];
-    char const kind = marker.empty() ? '\0' : marker.front();
-    if (kind == '-' && indentation >= indentationStep) indentation -= indentationStep;
-    sendLines(Lead(thread, prefixed, marker), text, suffix);
-    ++DTrace::ulSequence;
-    if (kind == '+') indentation += indentationStep;
-}
-
 /// A line number in brackets.
 class LineNumberText {
 public:
@@ -135,6 +125,16 @@ private:
 
 } // namespace
 
+void DTrace::writeLines(std::string_view text, std::string_view suffix, std::string_view marker) {
+    unsigned long const thread = threadId();
+    std::uint32_t& indentation = uClIndent[thread];
+    char const kind = marker.empty() ? '\0' : marker.front();
+    if (kind == '-' && indentation >= indentationStep) indentation -= indentationStep;
+    sendLines(Lead(thread, (iClState & prefixed) != 0, marker), text, suffix);
+    ++ulSequence;
+    if (kind == '+') indentation += indentationStep;
+}
+
 bool DTrace::isOn() {
     if (iClState == notSetUp) DTraceSetup::initialize();
     return (iClState & tracingOn) != 0;
@@ -142,18 +142,17 @@ bool DTrace::isOn() {
 
 char const* DTrace::enter(char const* name, long line) {
     if (!isOn() || name == nullptr) return nullptr;
-    bool const prefixed = (iClState & DTrace::prefixed) != 0;
     if ((iClState & lineNumbers) != 0 && line >= 1) {
-        writeLines(name, LineNumberText(line), "+", prefixed);
+        writeLines(name, LineNumberText(line), "+");
     } else {
-        writeLines(name, {}, "+", prefixed);
+        writeLines(name, {}, "+");
     }
     return name;
 }
 
 void DTrace::leave(char const* name) noexcept {
     try {
-        if (isOn() && name != nullptr) writeLines(name, {}, "-", (iClState & prefixed) != 0);
+        if (isOn() && name != nullptr) writeLines(name, {}, "-");
     } catch (...) {
         // A line that cannot be made is left out: a destructor may run while another exception is on its way.
     }
@@ -164,7 +163,7 @@ void DTrace::writeFree(char const* text) {
 }
 
 void DTrace::writeFree(char const* text, unsigned int length) {
-    if (isOn()) writeLines({text, length}, {}, ">", (iClState & prefixed) != 0);
+    if (isOn()) writeLines({text, length}, {}, ">");
 }
 
 unsigned long DTrace::threadId() noexcept {
@@ -175,5 +174,5 @@ unsigned long DTrace::threadId() noexcept {
 unsigned long DTrace::remainingStack() noexcept { return 0; }
 
 void DTrace::writeFormattedString(DString const& text, char const* marker) {
-    writeLines(text, {}, marker == nullptr ? "" : marker, (iClState & prefixed) != 0);
+    writeLines(text, {}, marker == nullptr ? "" : marker);
 }

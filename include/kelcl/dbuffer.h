@@ -197,8 +197,8 @@ public:
         return reinterpret_cast<DBuffer*>(const_cast<char*>(text)) - 1;
     }
 
-    /// Makes a fresh empty buffer of the current mode, owned by the caller (and, where multi-byte,
-    /// `nullDBuffer`).
+    /// Makes a fresh empty buffer of the current mode, owned by the caller. Where multi-byte, also makes a
+    /// fresh `nullDBuffer`, in place of the former one.
     static DBuffer* initialize();
     /// `nullBuffer`, made first if needed. No reference is added.
     static DBuffer* defaultBuffer();

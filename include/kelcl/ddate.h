@@ -86,9 +86,9 @@ public:
     static DDate today();
 
     /// Makes this the date of the three values, which are not validated: days beyond a month reach into the
-    /// following ones (counted as the year's own calendar would), 3 to 13 September 1752 become the 2nd. A
-    /// month below 1 counts as January, one above 12 as the month after December. Year 0 counts as year 1
-    /// does.
+    /// following ones (across September 1752 without counting the dropped days), 3 to 13 September 1752
+    /// become the 2nd. A month below 1 counts as January, one above 12 as the month after December. Year 0
+    /// counts as year 1 does.
     constexpr DDate& initialize(Month month, int day, int year) noexcept;
     /// @}
 
@@ -113,7 +113,7 @@ public:
     /// @name Formatting
     /// The text comes from the C library's `strftime`, after `mktime` has filled in what the date does not
     /// say: it knows only the Gregorian calendar, so 29 February 1700 comes out as 1 March. If the format has
-    /// a `y` anywhere, a year before 1900 is given to it so that `%%y` shows its last two digits; other
+    /// a `y` anywhere, a year before 1900 is given to it so that `%y` shows its last two digits; other
     /// conversions of the year are then 1900 too high.
     /// @{
     /// In the locale's date format.
@@ -228,11 +228,16 @@ constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
         rest = dayOfCycle - 146097 * century / 4;
         base = 1600 + sinceMarch1600 / 146097 * 400 + 100 * century;
     } else {
-        std::int64_t const cycle = floorDivide(dayNumber, 1461);
-        // Day 60 is the first 1 March; the 60 days before it belong to the last year of the cycle before.
-        int const dayOfCycle = static_cast<int>(dayNumber - 1461 * cycle) - 60;
-        rest = dayOfCycle < 0 ? dayOfCycle + 1461 : dayOfCycle;
-        base = 4 * (dayOfCycle < 0 ? cycle - 1 : cycle) - 4712;
+        std::int64_t cycle = floorDivide(dayNumber, 1461);
+        int dayOfCycle = static_cast<int>(dayNumber % 1461);
+        if (dayOfCycle < 0) dayOfCycle += 1461;
+        // The 60 days before the first 1 March belong to the last year of the cycle before.
+        if (dayOfCycle < 60) {
+            --cycle;
+            dayOfCycle += 1461;
+        }
+        rest = dayOfCycle - 60;
+        base = 4 * cycle - 4712;
     }
     int const yearOfCycle = (4 * rest + 3) / 1461;
     int const dayOfYear = rest - 1461 * yearOfCycle / 4;
@@ -274,7 +279,7 @@ constexpr DDate::DDate(int dayOfYear, int year) noexcept {
     int const day = year == 1752 && dayOfYear > 246 ? dayOfYear + kelcl::daysDropped : dayOfYear;
     bool const isLeap = isLeapYear(year);
     // With a February of 30 days, which the days from March on are moved up for, the months begin at
-    // ceil((367 m - 11) / 12) - 31 for m = 1 to 12.
+    // ceil((367 m - 373) / 12) for m = 1 to 12.
     int const moved = day <= kelcl::daysBeforeMonth[isLeap ? 1 : 0][2] ? day : day + (isLeap ? 1 : 2);
     int const month = (12 * (moved - 1) + 373) / 367;
     initialize(static_cast<Month>(month), day - kelcl::daysBeforeMonth[isLeap ? 1 : 0][month - 1], year);
@@ -300,7 +305,7 @@ constexpr DDate::Month DDate::monthOfYear() const noexcept {
 constexpr int DDate::dayOfMonth() const noexcept { return kelcl::calendarDate(signedDay()).day; }
 
 constexpr int DDate::dayOfYear() const noexcept {
-    return static_cast<int>(signedDay() - kelcl::dayNumber(January, 1, year())) + 1;
+    return static_cast<int>(*this - DDate(January, 1, year()) + 1);
 }
 
 constexpr DCnrDate DDate::asICnrDate() const noexcept {

@@ -39,13 +39,14 @@ inline constexpr bool isText = std::is_convertible_v<T const&, std::string_view>
 template <class T>
 using IfText = std::enable_if_t<isText<T>>;
 
-/// A text that is not a `DString` already.
+/// A text that is not a `DString`, or of a class derived from it, already.
 template <class T>
-using IfOtherText = std::enable_if_t<isText<T> && !std::is_same_v<T, DString>>;
+using IfOtherText = std::enable_if_t<isText<T> && !std::is_base_of_v<DString, T>>;
 
 /// What may be appended beside a `DString`: another text or one `char`.
 template <class T>
-using IfOtherPiece = std::enable_if_t<(isText<T> && !std::is_same_v<T, DString>) || std::is_same_v<T, char>>;
+using IfOtherPiece =
+    std::enable_if_t<(isText<T> && !std::is_base_of_v<DString, T>) || std::is_same_v<T, char>>;
 
 /// The bytes of `text`; embedded NULs count in all but a `char const*`.
 template <class T>
@@ -116,7 +117,7 @@ public:
     DString() : text_(sharedEmpty()) { ++buffer()->refs; }
     DString(std::nullptr_t) : DString() {}
     /// Adopts `buffer`, which must not be null, with the caller's reference.
-    DString(DBuffer* buffer) : text_(buffer->contents()) {}
+    DString(DBuffer* buffer) : text_(sharedEmpty()) { text_ = buffer->contents(); }
     DString(DString const& other) noexcept : text_(other.text_) { ++buffer()->refs; }
     /// Leaves `other` empty.
     DString(DString&& other) noexcept : text_(other.text_) { other.becomeEmpty(); }

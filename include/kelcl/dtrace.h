@@ -8,6 +8,7 @@
 #include <kelcl/dstring.h>
 
 #include <cstdint>
+#include <string_view>
 
 class DTraceSetup;
 
@@ -107,6 +108,7 @@ private:
     static void writeFree(char const* text);
     static void writeFree(char const* text, unsigned int length);
     static bool isOn();
+    static void writeLines(std::string_view text, std::string_view suffix, std::string_view marker);
 
     char const* name_;
 };

@@ -6,19 +6,26 @@
 #include <cstdlib>
 
 namespace {
-std::size_t allocations = 0;
-}
 
-void* operator new(std::size_t size) {
+std::size_t allocations = 0;
+
+// Out of line, so that the compiler sees new and delete as a pair, not malloc and delete.
+[[gnu::noinline]] void* allocate(std::size_t size) {
     ++allocations;
     if (void* const block = std::malloc(size == 0 ? 1 : size)) return block;
     throw std::bad_alloc();
 }
-void* operator new[](std::size_t size) { return ::operator new(size); }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+
+[[gnu::noinline]] void release(void* block) noexcept { std::free(block); }
+
+} // namespace
+
+void* operator new(std::size_t size) { return allocate(size); }
+void* operator new[](std::size_t size) { return allocate(size); }
+void operator delete(void* block) noexcept { release(block); }
+void operator delete[](void* block) noexcept { release(block); }
+void operator delete(void* block, std::size_t) noexcept { release(block); }
+void operator delete[](void* block, std::size_t) noexcept { release(block); }
 
 namespace {
 
@@ -116,7 +123,8 @@ TEST(StringAppend, EveryLengthFromEveryLengthGivesTheRightText) {
     }
 }
 
-// In place ---------------------------------------------------------------------------------------------------
+// In place
+// ---------------------------------------------------------------------------------------------------
 
 TEST(StringAppendInPlace, ASoleOwnerWithRoomAllocatesNothing) {
     DString text;
@@ -191,7 +199,8 @@ TEST(StringAppendInPlace, AfterTheOtherOwnerWentTheTextGrowsInPlaceAgain) {
     EXPECT_EQ(text.c_str(), before);
 }
 
-// Arguments within the text ----------------------------------------------------------------------------------
+// Arguments within the text
+// ----------------------------------------------------------------------------------
 
 TEST(StringAppendOfItself, DoublesTheText) {
     for (unsigned int length : {1U, 3U, 40U, 127U, 128U, 1000U}) {
@@ -256,7 +265,8 @@ TEST(StringAppendOfItself, WhileShared) {
     EXPECT_EQ(refsOf(witness), 1U);
 }
 
-// Which buffers have room ------------------------------------------------------------------------------------
+// Which buffers have room
+// ------------------------------------------------------------------------------------
 
 /// A class of a host whose buffers look, when they go, whether anybody wrote behind their text.
 template <class Base>
@@ -368,7 +378,8 @@ TEST(StringAppendToAMultiByteBuffer, KeepsTheClassWhenTheLocaleIsSingleByteLater
     EXPECT_EQ(textOf(text), "abc" + std::string(200, 'x'));
 }
 
-// The limit --------------------------------------------------------------------------------------------------
+// The limit
+// --------------------------------------------------------------------------------------------------
 
 /// Expects that appending `added` bytes to `claimed` ones overflows before a byte is looked at.
 void expectAppendOverflows(unsigned int claimed, std::string const& added) {
@@ -412,7 +423,8 @@ TEST(StringAppendOverflow, OfASharedTextLeavesAllOwnersAsTheyWere) {
 TEST(StringAppendOverflow, OfAStandardStringViewBeyond32BitsIsRaisedUnread) {
     char const one = 'x';
     DString text("abc");
-    for (std::size_t const size : {(std::size_t{1} << 32) - 1, std::size_t{1} << 32, (std::size_t{1} << 32) + 1})
+    for (std::size_t const size :
+         {(std::size_t{1} << 32) - 1, std::size_t{1} << 32, (std::size_t{1} << 32) + 1})
         expectLengthOverflow([&] { text += std::string_view(&one, size); });
     EXPECT_EQ(textOf(text), "abc");
 }

@@ -1,5 +1,5 @@
-// DBuffer: storage, the factory, sharing, removal, justification and substrings, and the two root classes. What
-// buffers find, edit and classify is tested elsewhere.
+// DBuffer: storage, the factory, sharing, removal, justification and substrings, and the two root classes.
+// What buffers find, edit and classify is tested elsewhere.
 #include "tests/string/core_support.h"
 
 #include <clocale>
@@ -13,7 +13,8 @@ using namespace core;
 
 constexpr unsigned int lengthLimit = 0xFFFFFFE7;
 
-// New buffers ------------------------------------------------------------------------------------------------
+// New buffers
+// ------------------------------------------------------------------------------------------------
 
 TEST(BufferMaking, APieceWithoutPointerIsThatManyPadCharacters) {
     Owned const made(DBuffer::defaultBuffer()->newBuffer(nullptr, 3, "ab", 2, nullptr, 0, '*'));
@@ -110,7 +111,8 @@ TEST(BufferMaking, AReceiverOfAHostsClassGetsTheDefaultEmptyBuffer) {
     EXPECT_EQ(made.get(), DBuffer::nullBuffer);
 }
 
-// The factory ------------------------------------------------------------------------------------------------
+// The factory
+// ------------------------------------------------------------------------------------------------
 
 TEST(BufferAllocation, ANewBufferHasOneReferenceItsLengthAndANulBehindTheText) {
     for (unsigned int length : {1U, 7U, 8U, 100U, 1000U, 70000U}) {
@@ -158,16 +160,17 @@ TEST(BufferAllocation, LengthsFromTheLimitOnOverflow) {
     EXPECT_EQ(plain->refs, 1U);
 }
 
-// Overflow ---------------------------------------------------------------------------------------------------
+// Overflow
+// ---------------------------------------------------------------------------------------------------
 
 struct Lengths {
     unsigned int l1, l2, l3;
 };
 
 TEST(BufferOverflow, LengthsThatAddUpTo32BitsOfOnesNeverReachTheFactory) {
-    Lengths const tooLong[] = {{0xFFFFFFFF, 0, 0},          {0, 0xFFFFFFFF, 0},          {0, 0, 0xFFFFFFFF},
-                               {0xFFFFFFFE, 1, 0},          {1, 0xFFFFFFFE, 0},          {0xFFFFFFFE, 0, 1},
-                               {0x7FFFFFFF, 0x80000000, 0}, {0x80000000, 0x80000000, 0}, {0xFFFFFFFF, 2, 5},
+    Lengths const tooLong[] = {{0xFFFFFFFF, 0, 0},          {0, 0xFFFFFFFF, 0},           {0, 0, 0xFFFFFFFF},
+                               {0xFFFFFFFE, 1, 0},          {1, 0xFFFFFFFE, 0},           {0xFFFFFFFE, 0, 1},
+                               {0x7FFFFFFF, 0x80000000, 0}, {0x80000000, 0x80000000, 0},  {0xFFFFFFFF, 2, 5},
                                {0xFFFFFFFF, 0xFFFFFFFF, 3}, {0xFFFFFFF0, 0xE, 0xFFFFFFFF}};
     Owned const refusing(makeIn<RefusingBuffer>("abc", guardSize));
     for (auto const& [l1, l2, l3] : tooLong) {
@@ -223,7 +226,8 @@ TEST(BufferOverflow, ItIsCaughtAsAnyExceptionOfTheLibrary) {
     EXPECT_THROW((void)DBuffer::defaultBuffer()->allocate(lengthLimit), DException);
 }
 
-// Shared empty buffers ---------------------------------------------------------------------------------------
+// Shared empty buffers
+// ---------------------------------------------------------------------------------------
 
 TEST(SharedEmptyBuffer, TheDefaultIsMadeOnceAndKeepsAReferenceOfItsOwn) {
     DBuffer* const shared = DBuffer::defaultBuffer();
@@ -289,13 +293,15 @@ TEST(SharedEmptyBuffer, InitializeMakesAFreshOneThatTheCallerOwns) {
     }
 }
 
-// Identity and the queries of single-byte text ---------------------------------------------------------------
+// Identity and the queries of single-byte text
+// ---------------------------------------------------------------
 
 TEST(BufferIdentity, BuffersOfOneClassAnswerWithTheSamePointer) {
     Owned const plain = plainBuffer("a");
     Owned const otherPlain = plainBuffer("bc");
     EXPECT_STREQ(plain->className(), "DBuffer");
-    EXPECT_EQ(static_cast<void const*>(plain->className()), static_cast<void const*>(otherPlain->className()));
+    EXPECT_EQ(static_cast<void const*>(plain->className()),
+              static_cast<void const*>(otherPlain->className()));
     Owned const text = defaultBuffer("a");
     EXPECT_EQ(static_cast<void const*>(text->className()),
               static_cast<void const*>(DBuffer::defaultBuffer()->className()));
@@ -333,7 +339,8 @@ TEST(SingleByteOddity, TheCharacterSetQueriesAreConstantEvenForAnEmptyText) {
     }
 }
 
-// Removal ----------------------------------------------------------------------------------------------------
+// Removal
+// ----------------------------------------------------------------------------------------------------
 
 /// The two kinds of receivers: a plain buffer, and one of the locale's class.
 std::vector<Owned> receivers(std::string_view text) {
@@ -350,15 +357,10 @@ struct Removal {
 };
 
 TEST(BufferRemoval, TakesOutUpToCountBytesFromStartOn) {
-    Removal const removals[] = {{"abcd", 0, 2, "cd"},
-                                {"abcd", 1, 2, "cd"},
-                                {"abcd", 2, 2, "ad"},
-                                {"abcd", 3, 100, "ab"},
-                                {"abcd", 4, 1, "abc"},
-                                {"abcd", 4, 0xFFFFFFFF, "abc"},
-                                {"abcd", 2, 0xFFFFFFFF, "a"},
-                                {"a\0b\0c"s, 2, 2, "a\0c"s},
-                                {"a\0b\0c"s, 3, 1, "a\0\0c"s}};
+    Removal const removals[] = {
+        {"abcd", 0, 2, "cd"},         {"abcd", 1, 2, "cd"},        {"abcd", 2, 2, "ad"},
+        {"abcd", 3, 100, "ab"},       {"abcd", 4, 1, "abc"},       {"abcd", 4, 0xFFFFFFFF, "abc"},
+        {"abcd", 2, 0xFFFFFFFF, "a"}, {"a\0b\0c"s, 2, 2, "a\0c"s}, {"a\0b\0c"s, 3, 1, "a\0\0c"s}};
     for (auto const& [text, start, count, expected] : removals) {
         SCOPED_TRACE(testing::Message() << start << ", " << count);
         for (Owned const& receiver : receivers(text)) {
@@ -414,7 +416,8 @@ TEST(BufferRemoval, OfEverythingGivesTheSharedEmptyBuffer) {
     }
 }
 
-// Justification ----------------------------------------------------------------------------------------------
+// Justification
+// ----------------------------------------------------------------------------------------------
 
 TEST(BufferRightJustification, PadsOrCutsOnTheLeft) {
     struct Case {
@@ -422,7 +425,8 @@ TEST(BufferRightJustification, PadsOrCutsOnTheLeft) {
         char pad;
         std::string expected;
     };
-    Case const cases[] = {{6, '.', "..abcd"}, {5, '\0', "\0abcd"s}, {3, '.', "bcd"}, {2, '.', "cd"}, {1, '.', "d"}};
+    Case const cases[] = {
+        {6, '.', "..abcd"}, {5, '\0', "\0abcd"s}, {3, '.', "bcd"}, {2, '.', "cd"}, {1, '.', "d"}};
     for (auto const& [width, pad, expected] : cases) {
         for (Owned const& receiver : receivers("abcd")) {
             Owned const made(receiver->rightJustify(width, pad));
@@ -463,16 +467,17 @@ TEST(BufferRightJustification, ToMoreThanATextCanBeOverflows) {
     EXPECT_EQ(plain->refs, 1U);
 }
 
-// Substrings -------------------------------------------------------------------------------------------------
+// Substrings
+// -------------------------------------------------------------------------------------------------
 
 TEST(BufferSubString, HasExactlyCountBytesPaddedWhereTheTextRunsOut) {
     struct Case {
         unsigned int start, count;
         std::string expected;
     };
-    Case const cases[] = {{1, 4, "abcd"}, {0, 2, "ab"},   {2, 2, "bc"},    {3, 5, "cd..."},
-                          {4, 1, "d"},    {5, 3, "..."},  {100, 2, ".."},  {0xFFFFFFFF, 1, "."},
-                          {4, 2, "d."},   {1, 1, "a"},    {0, 5, "abcd."}, {2, 3, "bcd"}};
+    Case const cases[] = {{1, 4, "abcd"}, {0, 2, "ab"},  {2, 2, "bc"},    {3, 5, "cd..."},
+                          {4, 1, "d"},    {5, 3, "..."}, {100, 2, ".."},  {0xFFFFFFFF, 1, "."},
+                          {4, 2, "d."},   {1, 1, "a"},   {0, 5, "abcd."}, {2, 3, "bcd"}};
     Owned const plain = plainBuffer("abcd");
     for (auto const& [start, count, expected] : cases) {
         SCOPED_TRACE(testing::Message() << start << ", " << count);
@@ -501,8 +506,8 @@ TEST(BufferSubString, OfNoBytesIsTheSharedEmptyBuffer) {
 
 TEST(BufferSubString, WithoutCountReachesToTheEnd) {
     Owned const plain = plainBuffer("ab\0d"sv);
-    for (auto const& [start, expected] :
-         std::vector<std::pair<unsigned int, std::string>>{{0, "ab\0d"s}, {1, "ab\0d"s}, {3, "\0d"s}, {4, "d"}}) {
+    for (auto const& [start, expected] : std::vector<std::pair<unsigned int, std::string>>{
+             {0, "ab\0d"s}, {1, "ab\0d"s}, {3, "\0d"s}, {4, "d"}}) {
         Owned const made(plain->subString(start));
         EXPECT_EQ(textOf(made.get()), expected);
     }
@@ -552,12 +557,13 @@ TEST(BufferSubString, WithoutCountGoesThroughTheVirtualForm) {
     EXPECT_EQ(textOf(fromZero.get()), "1,4,' '");
 }
 
-// Debug texts ------------------------------------------------------------------------------------------------
+// Debug texts
+// ------------------------------------------------------------------------------------------------
 
 std::string debugText(DBuffer const* buffer, std::string const& name, std::string const& data) {
     return name + "(@" + std::to_string(reinterpret_cast<std::uintptr_t>(buffer)) +
-           ",refs=" + std::to_string(buffer->refs) + ",len=" + std::to_string(buffer->length) + ",data=[" + data +
-           "])";
+           ",refs=" + std::to_string(buffer->refs) + ",len=" + std::to_string(buffer->length) + ",data=[" +
+           data + "])";
 }
 
 TEST(BufferDebugText, ShowsClassAddressReferencesLengthAndText) {
@@ -600,7 +606,8 @@ TEST(BufferDebugText, OfAShortTextStopsAtItsFirstNul) {
 TEST(BufferDebugTextOddity, OfALongTextKeepsTheNulsOfBothEnds) {
     Owned const plain = plainBuffer("01\0003456789----------ABC\0EFGHI\0"sv);
     ASSERT_EQ(plain->length, 30U);
-    EXPECT_EQ(textOf(plain->asDebugInfo()), debugText(plain.get(), "DBuffer", "01\0003456789...ABC\0EFGHI\0"s));
+    EXPECT_EQ(textOf(plain->asDebugInfo()),
+              debugText(plain.get(), "DBuffer", "01\0003456789...ABC\0EFGHI\0"s));
 }
 
 TEST(BufferDebugText, OfAnEmptyTextShowsNothingBetweenTheBrackets) {
@@ -608,7 +615,8 @@ TEST(BufferDebugText, OfAnEmptyTextShowsNothingBetweenTheBrackets) {
     EXPECT_EQ(textOf(plain->asDebugInfo()), debugText(plain.get(), "DBuffer", ""));
 }
 
-// Lifetime ---------------------------------------------------------------------------------------------------
+// Lifetime
+// ---------------------------------------------------------------------------------------------------
 
 TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
     static int destroyed = 0;
@@ -627,13 +635,14 @@ TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
     EXPECT_EQ(destroyed, 1);
 }
 
-// The root classes -------------------------------------------------------------------------------------------
+// The root classes
+// -------------------------------------------------------------------------------------------
 
 /// The address as the root classes write it: upper-case hexadecimal digits, two for each byte.
 std::string hexadecimal(void const* object) {
     char digits[32];
-    int const length =
-        std::snprintf(digits, sizeof digits, "%lX", static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(object)));
+    int const length = std::snprintf(digits, sizeof digits, "%lX",
+                                     static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(object)));
     return length % 2 == 0 ? digits : "0" + std::string(digits);
 }
 

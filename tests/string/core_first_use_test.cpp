@@ -1,5 +1,5 @@
-// What happens in a process that has not made a string yet: each test runs in a process of its own, so this program
-// itself must never make one.
+// What happens in a process that has not made a string yet: each test runs in a process of its own, so this
+// program itself must never make one.
 #include "tests/string/core_support.h"
 
 #include <clocale>
@@ -39,7 +39,8 @@ TEST(FirstUse, EveryConstructorMakesTheSharedEmptyBuffer) {
     EXPECT_IN_FRESH_PROCESS([] { return DString('c').length() == 1 && DString::nullBuf() != nullptr; });
     EXPECT_IN_FRESH_PROCESS([] { return DString(-5).length() == 2 && DString::nullBuf() != nullptr; });
     EXPECT_IN_FRESH_PROCESS([] { return DString(2.5).length() == 3 && DString::nullBuf() != nullptr; });
-    EXPECT_IN_FRESH_PROCESS([] { return DString(nullptr, 5, '*').length() == 5 && DString::nullBuf() != nullptr; });
+    EXPECT_IN_FRESH_PROCESS(
+        [] { return DString(nullptr, 5, '*').length() == 5 && DString::nullBuf() != nullptr; });
     EXPECT_IN_FRESH_PROCESS([] { return DString("abc"s).length() == 3 && DString::nullBuf() != nullptr; });
     EXPECT_IN_FRESH_PROCESS([] { return DString(nullptr).empty() && DString::nullBuf() != nullptr; });
 }

@@ -1,5 +1,5 @@
-// Reading strings from streams and writing them: held against plain models that read one character at a time with get
-// and peek, on streams of many kinds.
+// Reading strings from streams and writing them: held against plain models that read one character at a time
+// with get and peek, on streams of many kinds.
 #include "tests/string/core_support.h"
 
 #include <algorithm>
@@ -17,7 +17,8 @@ using namespace core;
 
 using Traits = std::char_traits<char>;
 
-// Kinds of streams -------------------------------------------------------------------------------------------
+// Kinds of streams
+// -------------------------------------------------------------------------------------------
 
 struct SourceFailure {};
 
@@ -87,9 +88,12 @@ Source fileWith(std::string const& text) {
 std::vector<std::pair<std::string, MakeSource>> const& kindsOfSources() {
     static std::vector<std::pair<std::string, MakeSource>> const kinds = {
         {"a string stream",
-         [](std::string const& text) { return Source{nullptr, std::make_unique<std::istringstream>(text)}; }},
+         [](std::string const& text) {
+             return Source{nullptr, std::make_unique<std::istringstream>(text)};
+         }},
         {"a file", fileWith},
-        {"an unbuffered source", [](std::string const& text) { return over(std::make_unique<Unbuffered>(text)); }},
+        {"an unbuffered source",
+         [](std::string const& text) { return over(std::make_unique<Unbuffered>(text)); }},
         {"one byte at a time",
          [](std::string const& text) { return over(std::make_unique<Chunked>(text, 1, false)); }},
         {"three bytes at a time",
@@ -104,7 +108,8 @@ std::vector<std::pair<std::string, MakeSource>> const& kindsOfSources() {
     return kinds;
 }
 
-// Models -----------------------------------------------------------------------------------------------------
+// Models
+// -----------------------------------------------------------------------------------------------------
 
 std::string modelLine(std::istream& in, char delimiter) {
     std::string line;
@@ -121,10 +126,13 @@ std::string modelWord(std::istream& in) {
     std::istream::sentry const sentry(in);
     std::string word;
     if (!sentry) return word;
-    auto const most = width < 1 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(width) - 1;
+    std::locale const locale = in.getloc();
+    auto const& characters = std::use_facet<std::ctype<char>>(locale);
+    auto const most =
+        width < 1 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(width) - 1;
     while (word.size() < most) {
         int const c = in.peek();
-        if (c == Traits::eof() || std::isspace(Traits::to_char_type(c), in.getloc())) break;
+        if (c == Traits::eof() || characters.is(std::ctype_base::space, Traits::to_char_type(c))) break;
         word += Traits::to_char_type(in.get());
     }
     return word;
@@ -177,20 +185,23 @@ std::string rest(std::istream& in) {
     return left;
 }
 
-constexpr std::ios::iostate masks[] = {std::ios::goodbit, std::ios::eofbit, std::ios::failbit, std::ios::badbit,
-                                       std::ios::eofbit | std::ios::failbit | std::ios::badbit};
+constexpr std::ios::iostate masks[] = {std::ios::goodbit, std::ios::eofbit, std::ios::failbit,
+                                       std::ios::badbit};
 
 /// Sets what the stream throws for. A stream without source throws at once, so it keeps throwing nothing.
 void throwFor(std::istream& in, std::ios::iostate mask) {
     if (in.good()) in.exceptions(mask);
 }
 
-/// Reads both ways from two streams over the same text until neither gives anything, then compares what is left.
+/// Reads both ways from two streams over the same text until neither gives anything, then compares what is
+/// left.
 template <class Read, class Model>
-void expectSameReading(MakeSource const& make, std::string const& text, Read read, Model model, bool sameCount) {
+void expectSameReading(MakeSource const& make, std::string const& text, Read read, Model model,
+                       bool sameCount) {
     for (std::ios::iostate const mask : masks) {
         for (bool const skip : {true, false}) {
-            SCOPED_TRACE(testing::Message() << "throwing for " << static_cast<int>(mask) << ", skipws " << skip);
+            SCOPED_TRACE(testing::Message()
+                         << "throwing for " << static_cast<int>(mask) << ", skipws " << skip);
             Source const tested = make(text);
             Source const plain = make(text);
             throwFor(*tested.stream, mask);
@@ -199,7 +210,7 @@ void expectSameReading(MakeSource const& make, std::string const& text, Read rea
                 tested.stream->unsetf(std::ios::skipws);
                 plain.stream->unsetf(std::ios::skipws);
             }
-            for (int i = 0; i < 12; ++i) {
+            for (int i = 0; i < 9; ++i) {
                 Outcome const expected = outcomeOf(*plain.stream, model);
                 Outcome const actual = outcomeOf(*tested.stream, read);
                 ASSERT_EQ(actual, expected) << "read " << i;
@@ -225,19 +236,20 @@ std::vector<std::string> linesOf(char delimiter) {
                                       "a\0b"s + d + "\0"s + d + "\0\0c"s,
                                       "\xFF\xFE" + d + "\xFF",
                                       "\r\n\t \v" + d + " " + d};
-    for (std::size_t length : {127U, 128U, 129U, 255U, 256U, 257U, 300U, 1023U, 1024U, 5000U})
+    for (std::size_t length : {127U, 128U, 129U, 256U, 257U, 300U, 1500U})
         texts.push_back(std::string(length, 'x') + d + std::string(length, 'y'));
     return texts;
 }
 
-// lineFrom ---------------------------------------------------------------------------------------------------
+// lineFrom
+// ---------------------------------------------------------------------------------------------------
 
 TEST(LineFrom, ReadsWhatOneCharacterAtATimeWouldRead) {
     for (char const delimiter : {'\n', '\0', '\xFF', 'x', ' '}) {
         for (auto const& [kind, make] : kindsOfSources()) {
             for (std::string const& text : linesOf(delimiter)) {
-                SCOPED_TRACE(testing::Message() << kind << ", delimiter " << static_cast<int>(delimiter) << ", "
-                                                << testing::PrintToString(text.substr(0, 40)));
+                SCOPED_TRACE(testing::Message() << kind << ", delimiter " << static_cast<int>(delimiter)
+                                                << ", " << testing::PrintToString(text.substr(0, 40)));
                 expectSameReading(
                     make, text, [=](std::istream& in) { return textOf(DString::lineFrom(in, delimiter)); },
                     [=](std::istream& in) { return modelLine(in, delimiter); }, true);
@@ -332,7 +344,8 @@ TEST(LineFrom, FlushesTheTiedStreamBeforeItWaits) {
     EXPECT_GE(prompt.flushes, 1);
 }
 
-// operator>> -------------------------------------------------------------------------------------------------
+// operator>>
+// -------------------------------------------------------------------------------------------------
 
 std::vector<std::string> const& wordTexts() {
     static std::vector<std::string> const texts = [] {
@@ -346,7 +359,7 @@ std::vector<std::string> const& wordTexts() {
                                          "\0"s,
                                          "\xFF \xA0\x85 \xFE",
                                          "_one_two _ three"};
-        for (std::size_t length : {127U, 128U, 129U, 255U, 256U, 257U, 1025U})
+        for (std::size_t length : {127U, 128U, 129U, 257U, 600U})
             made.push_back(" " + std::string(length, 'x') + "\n" + std::string(length, 'y'));
         return made;
     }();
@@ -366,8 +379,8 @@ std::string readWord(std::istream& in, std::string const& initial) {
 }
 
 TEST(StringExtraction, ReadsWhatOneCharacterAtATimeWouldRead) {
-    for (std::streamsize const width : {0, -1, 1, 2, 3, 100, 129, 5000}) {
-        for (std::string const& initial : {""s, "initial"s, std::string(300, 'i')}) {
+    for (std::streamsize const width : {0, -1, 1, 2, 3, 129, 5000}) {
+        for (std::string const& initial : {""s, std::string(300, 'i')}) {
             for (auto const& [kind, make] : kindsOfSources()) {
                 for (std::string const& text : wordTexts()) {
                     SCOPED_TRACE(testing::Message() << kind << ", width " << width << ", "
@@ -485,7 +498,8 @@ TEST(StringExtraction, ReadsAVeryLongWord) {
     EXPECT_EQ(textOf(text), word);
 }
 
-// operator<< -------------------------------------------------------------------------------------------------
+// operator<<
+// -------------------------------------------------------------------------------------------------
 
 TEST(StringInsertion, WritesTheTextUpToItsFirstNul) {
     std::ostringstream out;

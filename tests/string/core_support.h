@@ -1,5 +1,5 @@
-// What the tests of buffers and strings share: owners of buffers, texts as std::string, buffers of a host's own
-// classes, and the check of the length overflow failure. No tests are here.
+// What the tests of buffers and strings share: owners of buffers, texts as std::string, buffers of a host's
+// own classes, and the check of the length overflow failure. No tests are here.
 #ifndef KELCL_TESTS_STRING_CORE_SUPPORT_H
 #define KELCL_TESTS_STRING_CORE_SUPPORT_H
 
@@ -67,14 +67,11 @@ Buffer* makeIn(std::string_view text, std::size_t spare) {
 }
 
 /// A single-byte buffer whatever the locale, with more room behind it than `allocate` leaves.
-inline Owned plainBuffer(std::string_view text) {
-    return Owned(makeIn<DBuffer>(text, 64 + 2 * text.size()));
-}
+inline Owned plainBuffer(std::string_view text) { return Owned(makeIn<DBuffer>(text, 64 + 2 * text.size())); }
 
 /// A buffer of the class that the locale asks for.
 inline Owned defaultBuffer(std::string_view text) {
-    return Owned(
-        DBuffer::defaultBuffer()->newBuffer(text.data(), static_cast<unsigned int>(text.size())));
+    return Owned(DBuffer::defaultBuffer()->newBuffer(text.data(), static_cast<unsigned int>(text.size())));
 }
 
 /// Bytes behind the NUL of a host's buffer that nobody but the host may write.

@@ -1,5 +1,5 @@
-// The national-language switch: which values of KORVA_I18N turn it on. The switch is read when the library is loaded,
-// so this program runs itself once for each value.
+// The national-language switch: which values of KORVA_I18N turn it on. The switch is read when the library is
+// loaded, so this program runs itself once for each value.
 #include <kelcl/dstring.h>
 
 #include <gtest/gtest.h>

@@ -99,10 +99,10 @@ TEST(Wildcards, AgreeWithTheTableOnPatternsMadeFromTheText) {
                 pattern[at] = '?';
                 break;
             case 1:
-                pattern.replace(at, random() % 10, "*");
+                pattern.replace(at, random() % 10, 1, '*');
                 break;
             case 2:
-                pattern.insert(at, "*");
+                pattern.insert(at, 1, '*');
                 break;
             default:
                 pattern[at] = "abcd"[random() % 4];

@@ -1,5 +1,5 @@
-// What every locale has in common: the operations of strings on ASCII text, which give the same results in single-byte
-// and multi-byte modes. Which buffer comes back is not looked at here.
+// What every locale has in common: the operations of strings on ASCII text, which give the same results in
+// single-byte and multi-byte modes. Which buffer comes back is not looked at here.
 #include "tests/string/ops_support.h"
 
 #include <cctype>
@@ -16,7 +16,6 @@ int isVowel(int c) { return c == 'a' || c == 'e' || c == 'i' || c == 'o' || c ==
 DStringTest const vowel(isVowel);
 
 std::string after(DString& edited) { return contentsOf(edited); }
-std::string after(DString&& edited) { return contentsOf(edited); }
 
 TEST(AsciiText, IsSearchedForwards) {
     DString const text("abcabc");
@@ -179,7 +178,8 @@ TEST(AsciiText, IsComparedLikeText) {
 TEST(AsciiText, LeavesCopiesOfAStringAloneWhenItIsEdited) {
     DString text("  abc  ");
     DString const copy(text);
-    text.strip().upperCase().reverse().change("B", "--").insert(copy).leftJustify(20, '.').translate("-", "+");
+    text.strip().upperCase().reverse().change("B", "--").insert(copy).leftJustify(20, '.').translate("-",
+                                                                                                     "+");
     EXPECT_EQ(contentsOf(text), "  abc  C++A.........");
     EXPECT_EQ(contentsOf(copy), "  abc  ");
 }

@@ -1,5 +1,5 @@
-// Character classes of single-byte text: which bytes the C library takes for members in the locale of the process,
-// and what a text must be to be of a class.
+// Character classes of single-byte text: which bytes the C library takes for members in the locale of the
+// process, and what a text must be to be of a class.
 #include "tests/string/ops_support.h"
 
 #include <cctype>
@@ -61,7 +61,8 @@ TEST(CharacterClasses, HoldEveryByteThatTheLocaleSaysAndNoOther) {
         for (int byte = 0; byte < 256; ++byte) {
             DString const text(static_cast<char>(byte));
             EXPECT_EQ((text.*c.ofString)(), isMember(c, byte)) << c.name << " of byte " << byte;
-            EXPECT_EQ((ops::bufferOf(text)->*c.ofBuffer)(), isMember(c, byte)) << c.name << " of byte " << byte;
+            EXPECT_EQ((ops::bufferOf(text)->*c.ofBuffer)(), isMember(c, byte))
+                << c.name << " of byte " << byte;
         }
     }
 }

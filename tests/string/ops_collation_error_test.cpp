@@ -1,5 +1,5 @@
-// What happens when the locale's collation fails. This program brings a strcoll of its own, which the library calls
-// in place of the C library's.
+// What happens when the locale's collation fails. This program brings a strcoll of its own, which the library
+// calls in place of the C library's.
 #include "tests/string/ops_support.h"
 
 #include <cerrno>
@@ -138,8 +138,7 @@ TEST(Collation, IsNotAskedForATextAndItself) {
 
 TEST(Collation, FailsForEveryOperationThatCompares) {
     DString const text("abc");
-    ops::Failure const expected =
-        ops::switchIsOn() ? ops::invalidRequest(EDOM, "dbuffer2", 247) : nothing();
+    ops::Failure const expected = ops::switchIsOn() ? ops::invalidRequest(EDOM, "dbuffer2", 247) : nothing();
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)text.isAbbrevFor("abcdef"); }), expected);
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)text.isLike("a*"); }), expected);
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)("abd" > text); }), expected);

@@ -1,5 +1,6 @@
-// Comparison of single-byte text: the codes of the buffers and the operators of strings, by bytes with the switch off
-// and by the locale's collation with it on. Failing collation is tested with a collation of the test's own.
+// Comparison of single-byte text: the codes of the buffers and the operators of strings, by bytes with the
+// switch off and by the locale's collation with it on. Failing collation is tested with a collation of the
+// test's own.
 #include "tests/string/ops_support.h"
 
 #include <cerrno>
@@ -181,7 +182,8 @@ TEST(BufferCompare, DoesNotTakeAStaleErrorNumberForItsOwn) {
     EXPECT_EQ(compared(bytes("a\0b"), bytes("a\0b")), equal);
 }
 
-// The operators of strings --------------------------------------------------------------------------------------
+// The operators of strings
+// --------------------------------------------------------------------------------------
 
 template <class Left, class Right>
 void expectOrder(Left const& left, Right const& right, int order) {

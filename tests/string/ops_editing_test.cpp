@@ -48,8 +48,8 @@ void expectNewBuffer(std::string const& text, Operation operation, std::string c
     expectNewBufferFrom(buffer, operation, expected);
 }
 
-/// Runs an operation that may edit in place: a receiver with one reference is changed and comes back with two,
-/// a shared one stays what it was.
+/// Runs an operation that may edit in place: a receiver with one reference is changed and comes back with
+/// two, a shared one stays what it was.
 template <class Operation>
 void expectEdited(std::string const& text, Operation operation, std::string const& expected) {
     {
@@ -121,7 +121,8 @@ auto copying(unsigned int times) {
 
 constexpr auto bothByAnotherValue = static_cast<DStringEnum::StripMode>(77);
 
-// Case ---------------------------------------------------------------------------------------------------------
+// Case
+// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferCase, UpperCaseChangesSmallAsciiLettersInPlaceOrInACopy) {
     expectEdited("abc", upper, "ABC");
@@ -164,7 +165,8 @@ TEST(BufferCase, ChangesEveryLetterOfLongTexts) {
     expectEdited(text, upper, expected);
 }
 
-// translate ------------------------------------------------------------------------------------------------------
+// translate
+// ------------------------------------------------------------------------------------------------------
 
 TEST(BufferTranslate, ReplacesEachByteByTheOneAtTheSamePlace) {
     expectEdited("abc", translating("ab", "xy"), "xyc");
@@ -184,7 +186,11 @@ TEST(BufferTranslate, IgnoresWhatAnOutputHasMoreThanTheInput) {
 
 TEST(BufferTranslate, LetsTheFirstPlaceOfARepeatedByteDecide) {
     expectEdited("aba", translating("aab", "123"), "131");
-    expectEdited("aba", translating("ba" "a", "1", '.'), ".1.");
+    expectEdited("aba",
+                 translating("ba"
+                             "a",
+                             "1", '.'),
+                 ".1.");
 }
 
 TEST(BufferTranslate, DoesNotTranslateTwice) { expectEdited("ab", translating("ab", "ba"), "ba"); }
@@ -205,7 +211,8 @@ TEST(BufferTranslate, TakesItsSetsFromTheReceiverItself) {
     EXPECT_EQ(result.text(), "bccbc");
 }
 
-// strip ----------------------------------------------------------------------------------------------------------
+// strip
+// ----------------------------------------------------------------------------------------------------------
 
 TEST(BufferStrip, RemovesBytesOfTheSetFromTheEndsThatTheModeNames) {
     expectNewBuffer("  ab  ", stripping(" ", DStringEnum::leading), "ab  ");
@@ -253,7 +260,8 @@ TEST(BufferStrip, WithAnEmptySetStripsNothing) {
         expectReceiverBack("  ab  ", stripping("", mode));
 }
 
-// reverse --------------------------------------------------------------------------------------------------------
+// reverse
+// --------------------------------------------------------------------------------------------------------
 
 TEST(BufferReverse, TurnsTheBytesRoundInPlaceOrInACopy) {
     expectEdited("ab", reversed, "ba");
@@ -276,7 +284,8 @@ TEST(BufferReverse, TurnsTextsOfEveryLengthRound) {
     }
 }
 
-// overlayWith ----------------------------------------------------------------------------------------------------
+// overlayWith
+// ----------------------------------------------------------------------------------------------------
 
 TEST(BufferOverlay, WritesTheTextAtThePosition) {
     expectNewBuffer("abcdef", overlaying("XY", 1), "XYcdef");
@@ -311,14 +320,17 @@ TEST(BufferOverlay, WithNothingBeyondTheEndPads) {
     expectSharedEmpty("", overlaying("", 1, '.'));
 }
 
-// insert ---------------------------------------------------------------------------------------------------------
+// insert
+// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferInsert, PutsTheTextAfterThePosition) {
     expectNewBuffer("abc", inserting("XY", 0), "XYabc");
     expectNewBuffer("abc", inserting("XY", 1), "aXYbc");
     expectNewBuffer("abc", inserting("XY", 3), "abcXY");
     expectNewBuffer("", inserting("XY", 0), "XY");
-    expectNewBuffer("abc", inserting(bytes("\0\xFF"), 2), bytes("ab\0\xFF" "c"));
+    expectNewBuffer("abc", inserting(bytes("\0\xFF"), 2),
+                    bytes("ab\0\xFF"
+                          "c"));
 }
 
 TEST(BufferInsert, InsertsAfterThePositionWhereOverlayWithWritesAtIt) {
@@ -342,7 +354,8 @@ TEST(BufferInsert, OfNothingInsideTheTextReturnsTheReceiver) {
     expectReceiverBack("", inserting("", 0));
 }
 
-// leftJustify, center --------------------------------------------------------------------------------------------
+// leftJustify, center
+// --------------------------------------------------------------------------------------------
 
 TEST(BufferLeftJustify, PadsOrCutsOnTheRight) {
     expectNewBuffer("abc", leftJustifying(5, '*'), "abc**");
@@ -373,7 +386,8 @@ TEST(BufferCenter, OfTheTextsOwnWidthReturnsTheReceiver) {
     expectReceiverBack("", centering(0, '*'));
 }
 
-// copy -----------------------------------------------------------------------------------------------------------
+// copy
+// -----------------------------------------------------------------------------------------------------------
 
 TEST(BufferCopy, RepeatsTheText) {
     expectNewBuffer("ab", copying(2), "abab");
@@ -405,7 +419,8 @@ TEST(BufferCopy, RepeatsTextsOfEveryLengthAnyNumberOfTimes) {
     }
 }
 
-// change ---------------------------------------------------------------------------------------------------------
+// change
+// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferChange, ReplacesOccurrencesByAShorterText) {
     expectNewBuffer("aaaa", changing("aa", "b", 1, 5), "bb");
@@ -506,7 +521,8 @@ TEST(BufferChange, TakesPatternAndReplacementFromTheReceiverItself) {
     }
 }
 
-// A host's own class --------------------------------------------------------------------------------------------
+// A host's own class
+// --------------------------------------------------------------------------------------------
 
 /// Finds nothing in any set; its empty texts and copies are its own, too.
 class SetBlindBuffer : public DBuffer {

@@ -1,5 +1,5 @@
-// What the tests of the buffer and string operations share: buffers held by a reference of their own, failures
-// caught together with what was logged, and the modes that a test program runs in.
+// What the tests of the buffer and string operations share: buffers held by a reference of their own,
+// failures caught together with what was logged, and the modes that a test program runs in.
 #ifndef KELCL_TESTS_STRING_OPS_SUPPORT_H
 #define KELCL_TESTS_STRING_OPS_SUPPORT_H
 

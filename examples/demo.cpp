@@ -1,0 +1,272 @@
+// A host program that shows the library at work on a text file in the locale's encoding: a numbered listing,
+// a report of the records in it, what is refused and how, a summary. It uses nothing but the public headers.
+//
+//   demo FILE [PATTERN]    PATTERN (with * and ?) chooses the lines that are listed
+//
+// A record is a line of the form name;country;YYYY-MM-DD. All other lines are prose.
+//
+// The texts of failures come from the library's message catalog, kelcl.cat, which the C library looks for
+// along NLSPATH in the language of LANG. ./dev demo sets NLSPATH to the catalogs of the build tree; after an
+// installation it is
+//   NLSPATH=<prefix>/share/locale/%l/LC_MESSAGES/%N
+// A host that has its catalog elsewhere names it with DBase::setMessageFile, its user with the environment
+// variable "KORVA MSGFILE". With KORVA_TRACETO=stderr (or stdout, or file and KORVA_TRACEFILE) the run is
+// traced.
+//
+// Exit status: 0 when FILE was read to its end, 2 when it was not.
+#include <kelcl/kelcl.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <vector>
+
+namespace {
+
+unsigned int const longestLineAllowed = 1000; // bytes
+unsigned int const nameWidth = 16;            // bytes of the name's field in the report
+
+struct Record {
+    DString name;
+    DString country;
+    DDate date;
+};
+
+/// What was found in the file.
+struct Contents {
+    unsigned int lines = 0;
+    unsigned int words = 0;
+    unsigned int refusedRecords = 0;
+    DString longestLine;
+    unsigned int longestLineNumber = 0;
+    std::vector<Record> records;
+};
+
+/// Writes the reports of exceptions, behind what the program has printed before them.
+class ReportBehindOutput final : public DException::TraceFn {
+public:
+    void write(char const* line) override {
+        std::cout.flush();
+        DException::TraceFn::write(line);
+    }
+};
+
+// Records ---------------------------------------------------------------------------------------------
+
+bool isRecord(DString const& line) {
+    if (!line.isLike("#*;##;####-##-##", '*', '#') || line.occurrencesOf(';') != 2) return false;
+    DString digits = line.subString(line.lastIndexOf(';') + 1);
+    return digits.change("-", "").length() == 8 && digits.isDigits();
+}
+
+int numberAt(DString const& text, unsigned int start, unsigned int count) {
+    return std::atoi(text.subString(start, count).c_str());
+}
+
+/// The date of a text YYYY-MM-DD.
+/// @throws DInvalidParameter when the calendar has no such date.
+DDate dateFrom(DString const& text) {
+    int const year = numberAt(text, 1, 4);
+    auto const month = static_cast<DDate::Month>(numberAt(text, 6, 2));
+    int const day = numberAt(text, 9, 2);
+    if (!DDate::isValid(month, day, year)) {
+        DString const condition = "the date " + text + " exists";
+        DExcept__assertParameter(condition.c_str(), DEXCEPTION_LOCATION());
+    }
+    return DDate(month, day, year);
+}
+
+Record recordFrom(DString const& line) {
+    unsigned int const first = line.indexOf(';');
+    unsigned int const second = line.lastIndexOf(';');
+    return {line.subString(1, first - 1), line.subString(first + 1, second - first - 1),
+            dateFrom(line.subString(second + 1))};
+}
+
+/// Adds the record to the contents. One with a wrong date is refused, and reading goes on.
+void takeRecord(DString const& line, Contents& contents) {
+    try {
+        contents.records.push_back(recordFrom(line));
+    } catch (DInvalidParameter const& refusal) { // reported when it was thrown
+        if (!refusal.isRecoverable()) throw;
+        ++contents.refusedRecords;
+        DTrace::write("refused: " + line);
+    }
+}
+
+// Reading ---------------------------------------------------------------------------------------------
+
+/// Refuses lines that a text file cannot have, and with them the file.
+/// @throws DInvalidRequest, which is unrecoverable.
+void checkLine(DString const& line, unsigned int number) {
+    DString condition;
+    if (line.length() > longestLineAllowed)
+        condition = "line " + DString(number) + " has at most " + DString(longestLineAllowed) + " bytes";
+    else if (line.includes('\0'))
+        condition = "line " + DString(number) + " holds no NUL byte";
+    if (!condition.isEmpty())
+        DExcept__throwLibraryError(1, DEXCEPTION_LOCATION(), DBaseErrorInfo::invalidRequest,
+                                   DBase::unrecoverable, condition.c_str());
+    // Bytes that are no characters of the locale do not convert: the library raises message 1012 by itself.
+    if (MB_CUR_MAX > 1) DWBuffer const characters(line.data(), line.length());
+}
+
+void takeLine(DString const& line, DString const& pattern, Contents& contents) {
+    checkLine(line, contents.lines + 1);
+    ++contents.lines;
+    contents.words += line.numWords();
+    if (line.length() > contents.longestLine.length()) {
+        contents.longestLine = line;
+        contents.longestLineNumber = contents.lines;
+    }
+    if (line.isLike(pattern)) std::cout << DString(contents.lines).rightJustify(6) << "  " << line << '\n';
+    if (isRecord(line)) takeRecord(line, contents);
+}
+
+/// Lists the lines like `pattern` and collects the contents of the file.
+/// @throws DAccessError when the file cannot be opened or read, and what checkLine throws.
+void readFile(char const* fileName, DString const& pattern, Contents& contents) {
+    DTrace const trace("readFile", __LINE__);
+    std::ifstream in(fileName);
+    while (in) {
+        DString const line = DString::lineFrom(in);
+        if (in.bad() || (in.eof() && line.isEmpty())) break;
+        takeLine(line, pattern, contents);
+    }
+    if (!in.is_open() || in.bad())
+        DCLibErrorInfo::throwCLibError(fileName, DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError,
+                                       DException::unrecoverable);
+    DTrace::write(DString(contents.lines) + " lines");
+}
+
+// Reporting -------------------------------------------------------------------------------------------
+
+void printHeading(char const* text) { std::cout << '\n' << text << "\n\n"; }
+
+bool cutsCharacter(DString const& text, unsigned int width) {
+    return text.length() > width && text.charType(width + 1) > 1;
+}
+
+/// The bytes of a name's field, and those that are left when the same name is cut by a program that takes
+/// bytes for characters.
+void printCut(DString const& name) {
+    DString whole(name);
+    whole.leftJustify(nameWidth);
+    DString bytes(name.data(), nameWidth);
+    std::cout << "      cut by characters  " << whole.c2x() << '\n'
+              << "      cut by bytes       " << bytes.c2x() << '\n';
+}
+
+/// The records in columns of fixed width. The names come last: their field counts bytes, and on a screen a
+/// character may take fewer columns than it has bytes.
+void printRecords(std::vector<Record> const& records) {
+    DTrace const trace("printRecords", __LINE__);
+    unsigned int dateWidth = 0;
+    unsigned int dayWidth = 0;
+    for (Record const& record : records) {
+        dateWidth = std::max(dateWidth, record.date.asString(DDate::fourDigitYear).length());
+        dayWidth = std::max(dayWidth, record.date.dayName().length());
+    }
+    printHeading("Records");
+    bool isCutShown = false;
+    for (Record const& record : records) {
+        DString name(record.name);
+        std::cout << "  " << record.country << "  "
+                  << record.date.asString(DDate::fourDigitYear).rightJustify(dateWidth) << "  "
+                  << record.date.dayName().leftJustify(dayWidth) << "  |" << name.leftJustify(nameWidth)
+                  << "|\n";
+        if (!isCutShown && cutsCharacter(record.name, nameWidth)) {
+            printCut(record.name);
+            isCutShown = true;
+        }
+    }
+}
+
+/// The bytes in hexadecimal, sixteen to a line behind the position of the first.
+void printBytes(DString const& text) {
+    for (unsigned int position = 1; position <= text.length(); position += 16) {
+        unsigned int const count = std::min(16U, text.length() - position + 1);
+        // Made of raw bytes: subString would not leave a cut character as it is.
+        DString digits = DString(text.data() + position - 1, count).c2x();
+        for (unsigned int pair = count - 1; pair > 0; --pair)
+            digits.insert(" ", 2 * pair);
+        std::cout << DString(position).rightJustify(6) << "  " << digits << '\n';
+    }
+}
+
+void printLongestName(std::vector<Record> const& records) {
+    DTrace const trace("printLongestName", __LINE__);
+    auto const longest =
+        std::max_element(records.begin(), records.end(), [](Record const& left, Record const& right) {
+            return left.name.length() < right.name.length();
+        });
+    printHeading("The bytes of the longest name");
+    printBytes(longest->name);
+}
+
+/// The country with the most records and their number, in brackets.
+DString mostFrequentCountry(std::vector<Record> const& records) {
+    std::map<DString, unsigned int> counts;
+    for (Record const& record : records)
+        ++counts[record.country];
+    auto const most = std::max_element(counts.begin(), counts.end(), [](auto const& left, auto const& right) {
+        return left.second < right.second;
+    });
+    return most->first + " (" + DString(most->second) + ")";
+}
+
+void printFigure(char const* label, DString const& value) {
+    std::cout << "  " << DString(label).leftJustify(20, '.') << ' ' << value << '\n';
+}
+
+void printSummary(Contents const& contents) {
+    DTrace const trace("printSummary", __LINE__);
+    printHeading("Summary");
+    printFigure("Lines ", contents.lines);
+    printFigure("Words ", contents.words);
+    if (contents.longestLineNumber != 0)
+        printFigure("Longest line ", "number " + DString(contents.longestLineNumber) + " of " +
+                                         DString(contents.longestLine.length()) + " bytes");
+    printFigure("Records ", DString(static_cast<unsigned long>(contents.records.size())));
+    printFigure("Refused records ", contents.refusedRecords);
+    if (!contents.records.empty()) printFigure("Commonest country ", mostFrequentCountry(contents.records));
+    std::cout << "\nReported on " << DDate::today().asString(DDate::fourDigitYear) << " at " << DTime::now()
+              << '\n';
+}
+
+void report(Contents const& contents) {
+    if (!contents.records.empty()) {
+        printRecords(contents.records);
+        printLongestName(contents.records);
+    }
+    printSummary(contents);
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    // Before the first string is made: the locale decides what a character is.
+    if (std::setlocale(LC_ALL, "") == nullptr)
+        std::cerr
+            << "demo: the locale of the environment is not installed, so bytes are taken for characters\n";
+    if (argumentCount != 2 && argumentCount != 3) {
+        std::cerr << "Usage: demo FILE [PATTERN]\n";
+        return 2;
+    }
+    static ReportBehindOutput reports;
+    DException::setTraceFunction(reports);
+
+    Contents contents;
+    try {
+        DTrace const trace("main", __LINE__);
+        readFile(arguments[1], argumentCount == 3 ? arguments[2] : "*", contents);
+        report(contents);
+        return 0;
+    } catch (DException const&) { // reported when it was thrown
+        std::cout << "\nStopped. Lines read: " << contents.lines << '\n';
+        return 2;
+    }
+}
