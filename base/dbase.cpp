@@ -52,14 +52,16 @@ DKORVA_Init::DKORVA_Init() {
     std::set_new_handler(newHandler);
 }
 
-DKORVA_Init::~DKORVA_Init() = default;
+// Not inline: hosts may rely on the symbol.
+DKORVA_Init::~DKORVA_Init() = default; // NOLINT(performance-trivially-destructible)
 
 void DKORVA_Init::write(char const* line) { TraceFn::write(line); }
 
 void DKORVA_Init::newHandler() {
     constexpr unsigned long outOfMemory = 4;
-    kelcl::raise(DOutOfMemory(DBase::messageText(outOfMemory), outOfMemory, DException::unrecoverable),
-                 {"dbase", nullptr, newHandlerLine});
+    kelcl::raise(
+        [] { return DOutOfMemory(DBase::messageText(outOfMemory), outOfMemory, DException::unrecoverable); },
+        {"dbase", nullptr, newHandlerLine});
 }
 
 // Start-up

@@ -33,12 +33,7 @@ char const* const text = "The index lies outside of the string.";
 
 [[gnu::noinline]] void throwStandard() { throw std::runtime_error(text); }
 
-[[gnu::noinline]] void throwLogged() {
-    DInvalidRequest exception(text, 1011, DException::recoverable);
-    exception.addLocation({"dstring5", nullptr, 1});
-    exception.logExceptionData();
-    throw exception;
-}
+[[gnu::noinline]] void throwLogged() { DException::assertParameter(text, {"dstring5", nullptr, 1}); }
 
 void throwRuntimeError(benchmark::State& state) {
     for (auto _ : state)

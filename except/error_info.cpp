@@ -20,9 +20,13 @@ using Raise = void (*)(char const* text, unsigned long errorId, DException::Seve
 template <class Exception>
 void raise(char const* text, unsigned long errorId, DException::Severity severity, char const* errorCodeGroup,
            DExceptionLocation const& location) {
-    Exception exception(text, errorId, severity);
-    exception.setErrorCodeGroup(errorCodeGroup);
-    kelcl::raise(exception, location);
+    kelcl::raise(
+        [&] {
+            Exception exception(text, errorId, severity);
+            exception.setErrorCodeGroup(errorCodeGroup);
+            return exception;
+        },
+        location);
 }
 
 /// What each ExceptionType throws, in the order of its values.
@@ -110,9 +114,14 @@ namespace {
 
 template <class Exception>
 [[noreturn]] void raiseFailedAssertion(char const* text, DExceptionLocation const& location) {
-    Exception exception(DBase::messageText(failedAssertion, text), failedAssertion, DException::recoverable);
-    exception.setErrorCodeGroup(DException::other);
-    kelcl::raise(exception, location);
+    kelcl::raise(
+        [&] {
+            Exception exception(DBase::messageText(failedAssertion, text), failedAssertion,
+                                DException::recoverable);
+            exception.setErrorCodeGroup(DException::other);
+            return exception;
+        },
+        location);
 }
 
 } // namespace

@@ -101,7 +101,11 @@ DException& DException::setSeverity(Severity severity) noexcept {
 }
 
 void DException::assertParameter(char const* text, DExceptionLocation location) {
-    DAssertionFailure failure(text, 0, unrecoverable);
-    failure.setErrorCodeGroup(other);
-    kelcl::raise(failure, location);
+    kelcl::raise(
+        [&] {
+            DAssertionFailure failure(text, 0, unrecoverable);
+            failure.setErrorCodeGroup(other);
+            return failure;
+        },
+        location);
 }

@@ -7,12 +7,16 @@
 
 namespace kelcl {
 
+/// Suspensions of two threads may overlap. The one that found no handler puts none back, so that whatever the
+/// order in which they end, the handler is never lost.
 class NewHandlerSuspension {
 public:
     NewHandlerSuspension() noexcept : suspended_(std::set_new_handler(nullptr)) {}
     NewHandlerSuspension(NewHandlerSuspension const&) = delete;
     NewHandlerSuspension& operator=(NewHandlerSuspension const&) = delete;
-    ~NewHandlerSuspension() { std::set_new_handler(suspended_); }
+    ~NewHandlerSuspension() {
+        if (suspended_ != nullptr) std::set_new_handler(suspended_);
+    }
 
 private:
     std::new_handler suspended_;

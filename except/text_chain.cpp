@@ -19,13 +19,14 @@ void* roomForNode(std::size_t characters) noexcept {
 
 DExcText* DExcText::create(char const* first, char const* second, DExcText* next) noexcept {
     std::size_t const firstLength = std::strlen(first);
-    std::size_t const secondSize = std::strlen(second) + 1;
-    void* const room = roomForNode(firstLength + secondSize);
+    std::size_t const secondLength = std::strlen(second);
+    void* const room = roomForNode(firstLength + secondLength + 1);
     if (room == nullptr) return nullptr;
     auto* const node = ::new (room) DExcText(static_cast<DExcText*>(room), next);
     auto* const characters = static_cast<char*>(room) + sizeof(DExcText);
     std::memcpy(characters, first, firstLength);
-    std::memcpy(characters + firstLength, second, secondSize);
+    std::memcpy(characters + firstLength, second, secondLength);
+    characters[firstLength + secondLength] = '\0';
     return node;
 }
 

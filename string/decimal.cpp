@@ -204,19 +204,31 @@ std::string_view withoutLeading(std::string_view text, char byte) {
     return text.substr(std::min(findByteOtherThan(text, byte), text.size()));
 }
 
-/// The limbs of a big-endian number, the lowest first, and zeros up to the size wanted.
-std::vector<Limb> limbsOfBytes(std::string_view bytes, std::size_t size) {
-    std::vector<Limb> result(size);
+/// Limbs that are zero at first, those of a short number without an allocation.
+class Limbs {
+public:
+    explicit Limbs(std::size_t size) : size_(size), many_(size > few_.size() ? size : 0) {}
+
+    Limb* data() { return many_.empty() ? few_.data() : many_.data(); }
+    std::size_t size() const { return size_; }
+
+private:
+    std::size_t size_;
+    std::array<Limb, leafChunks> few_{};
+    std::vector<Limb> many_;
+};
+
+/// Sets the lowest limbs to the big-endian number.
+void setToBytes(Limb* number, std::string_view bytes) {
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         Limb const byte = static_cast<unsigned char>(bytes[bytes.size() - 1 - i]);
-        result[i / sizeof(Limb)] |= byte << i % sizeof(Limb) * 8;
+        number[i / sizeof(Limb)] |= byte << i % sizeof(Limb) * 8;
     }
-    return result;
 }
 
 /// Writes the big-endian bytes of a number other than zero without leading zero bytes.
-std::size_t writeBytes(char* out, std::vector<Limb> const& number) {
-    std::size_t top = number.size();
+std::size_t writeBytes(char* out, Limb const* number, std::size_t n) {
+    std::size_t top = n;
     while (number[top - 1] == 0)
         --top;
     std::size_t const size =
@@ -235,7 +247,8 @@ std::size_t decimalDigitsBound(std::size_t bytes) {
 std::size_t writeDecimal(char* out, std::string_view bytes) {
     bytes = withoutLeading(bytes, '\0');
     std::size_t const chunks = bytes.size() * 8 / 63 + 1; // a chunk holds at least 63 bits
-    std::vector<Limb> number = limbsOfBytes(bytes, chunks);
+    Limbs number(chunks);
+    setToBytes(number.data(), bytes);
     ChunkWriter writer(out);
     writeNumber(writer, number.data(), chunks, PowersOfChunkBase(chunks));
     if (writer.hasWritten()) return writer.size();
@@ -254,14 +267,14 @@ std::size_t readDecimal(char* out, std::string_view digits) {
         return 1;
     }
     std::size_t const chunks = (digits.size() + chunkDigits - 1) / chunkDigits;
-    std::vector<Limb> number(chunks);
-    for (Limb& chunk : number) {
+    Limbs number(chunks);
+    for (std::size_t i = 0; i < chunks; ++i) {
         std::size_t const size = std::min(digits.size(), chunkDigits);
-        chunk = chunkOf(digits.substr(digits.size() - size));
+        number.data()[i] = chunkOf(digits.substr(digits.size() - size));
         digits.remove_suffix(size);
     }
     readNumber(number.data(), chunks, PowersOfChunkBase(chunks));
-    return writeBytes(out, number);
+    return writeBytes(out, number.data(), number.size());
 }
 
 } // namespace kelcl

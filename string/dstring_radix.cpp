@@ -104,7 +104,7 @@ DString& DString::c2d() {
     if (isEmpty()) return *this;
     unsigned int const tail = length() > head ? length() - head : 0;
     if (tail >= longestTail) buffer()->overflow();
-    kelcl::lengthSum(digitsOfHead(*this), 3 * tail);
+    if (kelcl::lengthSum(digitsOfHead(*this), 3 * tail) >= kelcl::lengthLimit) buffer()->overflow();
     return edit<During::heldAlive>([](DBuffer& text) {
         std::string_view const bytes(text.contents(), text.length);
         if (isAll(bytes, '\0')) {

@@ -88,8 +88,10 @@ public:
     /// failure.
     virtual DBuffer* subString(unsigned int start) const;
 
+    /// @name Classification
     /// Whether the text is not empty and every character is of the class, as the C library's function of that
     /// class says for the current locale.
+    /// @{
     virtual bool isAlphanumeric() const;
     virtual bool isAlphabetic() const;
     virtual bool isASCII() const; ///< Not empty and no byte above 127.
@@ -102,8 +104,11 @@ public:
     virtual bool isPunctuation() const;
     virtual bool isUpperCase() const;
     virtual bool isWhiteSpace() const;
+    /// @}
 
+    /// @name Kinds of characters
     /// What kinds of characters the text is made of; constant for single-byte buffers.
+    /// @{
     virtual bool isMBCS() const;
     virtual bool isDBCS() const;
     virtual bool isSBCS() const;
@@ -112,18 +117,24 @@ public:
     virtual bool includesMBCS() const;
     virtual bool includesDBCS() const;
     virtual bool includesSBCS() const;
+    /// @}
 
+    /// @name Forward search
     /// First position at or after `start` (0 counts as 1) where the pattern stands, a byte is in the set or
     /// outside it, or a test accepts or rejects. An empty pattern or set finds nothing, but `indexOfAnyBut`
     /// with an empty set answers with the start.
+    /// @{
     virtual unsigned int indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const;
     virtual unsigned int indexOf(DStringTest const& test, unsigned int start) const;
     virtual unsigned int indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const;
     virtual unsigned int indexOfAnyBut(DStringTest const& test, unsigned int start) const;
     virtual unsigned int indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const;
     virtual unsigned int indexOfAnyOf(DStringTest const& test, unsigned int start) const;
+    /// @}
 
+    /// @name Backward search
     /// Last position that begins at or before `start`. Here a `start` of 0 finds nothing.
+    /// @{
     virtual unsigned int lastIndexOf(char const* pattern, unsigned int patternLength,
                                      unsigned int start) const;
     virtual unsigned int lastIndexOf(DStringTest const& test, unsigned int start) const;
@@ -131,6 +142,7 @@ public:
     virtual unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const;
     virtual unsigned int lastIndexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const;
     virtual unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const;
+    /// @}
 
     /// The text centred in `width` bytes; an odd pad byte goes to the right, and an odd byte is cut on the
     /// right.

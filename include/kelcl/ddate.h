@@ -27,10 +27,10 @@ static_assert(sizeof(DCnrDate) == 4, "the record has no gaps");
 ///
 /// @code
 /// DDate const due = DDate(DDate::January, 31, 2024) + 30;
-/// due.asString("%d.%m.%Y");                              // "01.03.2024"
-/// DDate(DDate::September, 14, 1752) - DDate(DDate::September, 2, 1752); // 1
-/// if (!DDate::isValid(month, day, year)) ...             // before making a date of numbers one did not
-/// choose
+/// std::cout << due.asString("%d.%m.%Y") << '\n'; // 01.03.2024
+/// std::cout << DDate(DDate::September, 14, 1752) - DDate(DDate::September, 2, 1752) << '\n'; // 1
+/// // To be asked before a date is made of numbers that come from elsewhere:
+/// std::cout << DDate::isValid(DDate::February, 30, 2024) << '\n'; // 0
 /// @endcode
 class KELCL_EXPORT DDate {
 public:
@@ -184,67 +184,56 @@ struct CalendarDate {
     int day;
 };
 
-/// The quotient towards minus infinity, of a positive divisor.
-constexpr std::int64_t floorDivide(std::int64_t dividend, std::int64_t divisor) noexcept {
-    return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
-}
-
 /// The day number of a date.
 ///
-/// Before year n there are 365 n days and one for each of 0, 4, 8 ... below n, floor((n + 3) / 4). Behind the
-/// switch the leap days of the centuries since 1700 that are none in the Gregorian calendar are taken away,
-/// and the days dropped.
+/// Before year n there are 365 n days and one for each of the leap years 0, 4, 8 ... below n, floor((n + 3) /
+/// 4) of them (the shift rounds down). Behind the switch the leap days of the centuries since 1700 that are
+/// none in the Gregorian calendar are taken away, and the days dropped.
 constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
     std::int64_t const wideYear = year;
-    std::int64_t const n = (year > 0 ? wideYear - 1 : wideYear) + 4713;
-    bool const isLeap = n % 4 == 0 && (year <= 1752 || year % 100 != 0 || year % 400 == 0);
+    std::int64_t const n = wideYear - (year > 0 ? 1 : 0) + 4713;
+    // Of the centuries those divisible by 16 are those divisible by 400.
+    bool const isLeap = (n & 3) == 0 && (year <= 1752 || year % 100 != 0 || (year & 15) == 0);
     int const monthIndex = month < 1 ? 0 : month > 13 ? 12 : month - 1;
     std::int64_t const count =
-        365 * n + floorDivide(n + 3, 4) + day + daysBeforeMonth[isLeap ? 1 : 0][monthIndex] - 1;
+        365 * n + ((n + 3) >> 2) + day + daysBeforeMonth[isLeap ? 1 : 0][monthIndex] - 1;
+    std::int64_t const corrected = count + (wideYear - 1601) / 400 - (wideYear - 1701) / 100 - daysDropped;
     if (count <= lastJulianDay) return count;
-    std::int64_t const corrected = count + (wideYear - 1601) / 400 - (wideYear - 1701) / 100;
     // What lies within the dropped days becomes the last day before them.
-    return corrected <= lastJulianDay + daysDropped ? lastJulianDay : corrected - daysDropped;
+    return corrected <= lastJulianDay ? lastJulianDay : corrected;
 }
 
 /// The inverse of `dayNumber`.
 ///
-/// Years begin in March here, so that a leap day is the last one of its year. A Gregorian day is first
-/// brought down to its cycle of 146097 days in 400 years and to its century of 36524 days (the fourth has one
-/// more), a Julian one to its cycle of 1461 days in 4 years. What is left counts days from 1 March of `base`
-/// on, with every fourth year a leap year: year k of them begins at floor(1461 k / 4), its month m, of 153
-/// days in 5 months, at floor((153 m + 2) / 5). A start at floor((a k + b) / c) inverts to k = floor((c day +
-/// c - 1 - b) / a).
+/// First a Gregorian day becomes the day of that date in a Julian calendar that goes on: 10 days later in
+/// March 1600, and one more for each century since that did not bring a 29 February. Centuries of March years
+/// have 36524 days, every fourth one more: century k begins at floor(146097 k / 4).
 ///
-/// `base` counts years as astronomers do, 0 being the year -1. Every day number gives a month and a day that
-/// exist; a year that does not fit an `int` loses its high bits.
+/// Then years are taken to begin in March, so that a leap day is the last one of its year, and in cycles of
+/// four. Month m of a year, of 153 days in five, begins at floor((153 m + 2) / 5). A start at floor((a k + b)
+/// / c) inverts to k = floor((c day + c - 1 - b) / a).
+///
+/// Every day number gives a month and a day that exist; a year that does not fit an `int` loses its high
+/// bits.
 constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
-    std::int64_t base = 0;
-    int rest = 0;
-    if (dayNumber > lastJulianDay) {
-        std::int64_t const sinceMarch1600 = dayNumber - 2305508;
-        int const dayOfCycle = static_cast<int>(sinceMarch1600 % 146097);
-        int const century = (4 * dayOfCycle + 3) / 146097;
-        rest = dayOfCycle - 146097 * century / 4;
-        base = 1600 + sinceMarch1600 / 146097 * 400 + 100 * century;
-    } else {
-        std::int64_t cycle = floorDivide(dayNumber, 1461);
-        int dayOfCycle = static_cast<int>(dayNumber % 1461);
-        if (dayOfCycle < 0) dayOfCycle += 1461;
-        // The 60 days before the first 1 March belong to the last year of the cycle before.
-        if (dayOfCycle < 60) {
-            --cycle;
-            dayOfCycle += 1461;
-        }
-        rest = dayOfCycle - 60;
-        base = 4 * cycle - 4712;
-    }
-    int const yearOfCycle = (4 * rest + 3) / 1461;
-    int const dayOfYear = rest - 1461 * yearOfCycle / 4;
-    int const month = (5 * dayOfYear + 2) / 153;
-    int const day = dayOfYear - (153 * month + 2) / 5 + 1;
-    std::int64_t const year = base + yearOfCycle + (month >= 10 ? 1 : 0);
-    return {static_cast<int>(year > 0 ? year : year - 1), month >= 10 ? month - 9 : month + 3, day};
+    auto const number = static_cast<std::uint64_t>(dayNumber);
+    std::uint64_t const centuries = (4 * (number - 2305508) + 3) / 146097; // Since 1 March 1600.
+    std::uint64_t const julian = dayNumber > lastJulianDay ? number + 10 + centuries - centuries / 4 : number;
+
+    // Counted from a first of March so early that nothing is negative.
+    constexpr std::uint64_t cyclesBefore = std::uint64_t{1} << 30;
+    std::uint64_t const sinceFirstMarch = julian - 60 + 1461 * cyclesBefore;
+    auto const cycle = static_cast<std::int64_t>(sinceFirstMarch / 1461 - cyclesBefore);
+    auto const dayOfCycle = static_cast<unsigned int>(sinceFirstMarch % 1461);
+    unsigned int const yearOfCycle = (4 * dayOfCycle + 3) / 1461;
+    unsigned int const dayOfYear = dayOfCycle - 365 * yearOfCycle;
+    unsigned int const month = (5 * dayOfYear + 2) / 153; // 0 is March.
+    unsigned int const day = (5 * dayOfYear + 2) % 153 / 5 + 1;
+
+    // Without a gap: year 0 is the one before year 1, and cycle 0 begins in -4712.
+    std::int64_t const year = 4 * cycle + yearOfCycle + (month >= 10 ? 1 : 0) - 4712;
+    return {static_cast<int>(year - (year > 0 ? 0 : 1)),
+            static_cast<int>(month >= 10 ? month - 9 : month + 3), static_cast<int>(day)};
 }
 
 } // namespace kelcl

@@ -32,6 +32,8 @@ public:
     DBuffer* subString(unsigned int start, unsigned int count, char padCharacter) const override;
     DBuffer* subString(unsigned int start) const override;
 
+    /// @name Classification, as in DBuffer
+    /// @{
     bool isAlphanumeric() const override;
     bool isAlphabetic() const override;
     bool isASCII() const override;
@@ -44,7 +46,10 @@ public:
     bool isPunctuation() const override;
     bool isUpperCase() const override;
     bool isWhiteSpace() const override;
+    /// @}
 
+    /// @name Kinds of characters
+    /// @{
     /// True for an empty text, and when every character is of two bytes or more and at least two columns
     /// wide.
     bool isMBCS() const override;
@@ -58,7 +63,10 @@ public:
     bool includesMBCS() const override;
     bool includesDBCS() const override;
     bool includesSBCS() const override;
+    /// @}
 
+    /// @name Searches, as in DBuffer
+    /// @{
     unsigned int indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const override;
     unsigned int indexOf(DStringTest const& test, unsigned int start) const override;
     unsigned int indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const override;
@@ -73,7 +81,10 @@ public:
     unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const override;
     unsigned int lastIndexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const override;
     unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const override;
+    /// @}
 
+    /// @name Edits, as in DBuffer
+    /// @{
     DBuffer* center(unsigned int width, char padCharacter) override;
     DBuffer* change(char const* pattern, unsigned int patternLength, char const* replacement,
                     unsigned int replacementLength, unsigned int start, unsigned int maxCount) override;
@@ -89,6 +100,7 @@ public:
     DBuffer* translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                        unsigned int outputLength, char padCharacter) override;
     DBuffer* upperCase() override;
+    /// @}
 
     /// As in DBuffer, then moved forward to the start of a character; 0 when that lies beyond the end.
     unsigned int startSearch(unsigned int start, unsigned int patternLength) const override;

@@ -13,11 +13,14 @@
 /// suits:
 ///
 /// @code
-/// if (std::fopen(name, "r") == nullptr) {
-///     DCLibErrorInfo const info("fopen");
-///     closeEverythingElse();
+/// errno = ENOENT;
+/// DCLibErrorInfo const info("open");
+/// errno = 0;
+/// try {
 ///     info.throwError(DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError, DException::recoverable,
-///     DException::CLibrary);
+///                     DException::CLibrary);
+/// } catch (DAccessError const& error) {
+///     std::cout << error.errorId() << ' ' << error.text(0) << '\n'; // 2 open:No such file or directory
 /// }
 /// @endcode
 class KELCL_EXPORT DBaseErrorInfo : public DVBase {

@@ -48,11 +48,13 @@ private:
 ///
 /// @code
 /// try {
-///     openDocument();
+///     throw DAccessError("no such file", 2, DException::recoverable);
 /// } catch (DException& exception) {
-///     exception.setText("the document could not be opened").addLocation(DEXCEPTION_LOCATION());
+///     exception.setText("the letter is lost").addLocation(DEXCEPTION_LOCATION());
 ///     if (!exception.isRecoverable()) exception.terminate();
-///     throw;
+///     std::cout << exception.name() << ' ' << exception.errorId() << '\n'; // DAccessError 2
+///     std::cout << exception.text(0) << '\n'; // the letter is lost
+///     std::cout << exception.text(1) << '\n'; // no such file
 /// }
 /// @endcode
 ///
@@ -171,14 +173,18 @@ private:
 /// DException::setTraceFunction():
 ///
 /// @code
-/// class LogFile : public DException::TraceFn {
+/// class Counter : public DException::TraceFn {
 /// public:
-///     void write(char const* line) override { log_ << line << '\n'; }
-///     void exceptionLogged() override { log_.flush(); }
+///     void write(char const*) override { ++lines; }
+///     void exceptionLogged() override { ++reports; }
 ///
-/// private:
-///     std::ofstream log_{"errors.log"};
+///     int lines = 0;
+///     int reports = 0;
 /// };
+/// static Counter counter;
+/// DException::setTraceFunction(counter);
+/// DException("an example").logExceptionData();
+/// std::cout << counter.reports << " report in " << counter.lines << " calls\n"; // 1 report in 5 calls
 /// @endcode
 class KELCL_EXPORT DException::TraceFn {
 public:

@@ -10,9 +10,9 @@
 /// One message of a catalog, its markers `%1` to `%9` replaced by the caller's texts:
 ///
 /// @code
-/// DMessageText text(17, "editor.cat", fileName);
+/// DMessageText text(17, "editor.cat", "letter.txt");
 /// text.setDefaultText("The file cannot be opened.");
-/// std::fputs(text, stderr);
+/// std::cout << text.isLoaded() << ' ' << text << '\n'; // 0 The file cannot be opened.
 /// @endcode
 ///
 /// Nothing here throws. The process's new-handler is not called while a text is being stored.

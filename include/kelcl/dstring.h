@@ -80,9 +80,9 @@ Text textOf(T const& text) {
 ///
 /// @code
 /// DString line("  Amsterdam;1275  ");
-/// line.strip();                                        // "Amsterdam;1275"
+/// line.strip();
 /// DString name = line.subString(1, line.indexOf(';') - 1);
-/// std::cout << name.upperCase() << '\n';               // AMSTERDAM
+/// std::cout << name.upperCase() << " of " << line << '\n'; // AMSTERDAM of Amsterdam;1275
 /// @endcode
 class KELCL_EXPORT DString {
 public:

@@ -23,8 +23,8 @@ static_assert(sizeof(DCnrTime) == 4, "the record has no gaps");
 ///
 /// @code
 /// DTime const start(1, 2, 3);
-/// start.asString("%H:%M");                                    // "01:02"
-/// DTime::fromSeconds(start.secondsOfDay() + 23 * 3600L);      // 00:02:03
+/// std::cout << start.asString("%H:%M") << '\n'; // 01:02
+/// std::cout << DTime::fromSeconds(start.secondsOfDay() + 23 * 3600L) << '\n'; // 00:02:03
 /// @endcode
 class KELCL_EXPORT DTime {
 public:

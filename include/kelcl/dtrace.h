@@ -18,13 +18,15 @@ class DTraceSetup;
 /// its name with a blank or, where that one does not exist, with an underscore; blanks around a value and its
 /// case do not matter.
 ///
-/// | variable             | values |
-/// |----------------------|----------------------------------------------------------------------------------|
-/// | `KORVA_TRACE`        | `ON`, or `NOPREFIX` for lines without sequence number, process id and thread | |
-/// `KORVA_TRACETO`      | `STDERR`, `ERR`, `STDOUT`, `OUT`, `FILE`; any other of more than two characters: |
-/// |                      | standard output. Turns tracing on by itself | | `KORVA_TRACEFILE`    | the file
-/// of `FILE`, opened under its name in upper case and appended to          | | `KORVA_CHECKSTACK`   | `ON` or
-/// `TRUE` for a stack field in the prefix                                   |
+/// | variable           | values |
+/// |--------------------|--------|
+/// | `KORVA_TRACE`      | `ON`, or `NOPREFIX` for lines without sequence number, process id and thread |
+/// | `KORVA_TRACETO`    | `STDERR`, `ERR`, `STDOUT`, `OUT`, `FILE`; see below |
+/// | `KORVA_TRACEFILE`  | the file of `FILE`, opened under its name in upper case and appended to |
+/// | `KORVA_CHECKSTACK` | `ON` or `TRUE` for a stack field in the prefix |
+///
+/// A destination turns tracing on by itself. One of more than two characters that the table does not have
+/// is standard output; a shorter one is ignored.
 ///
 /// With tracing off a DTrace costs one test of `iClState` where it is made and one where it goes. No failure
 /// to write is reported; only the making of a line can throw, as strings do.
@@ -33,10 +35,15 @@ class DTraceSetup;
 ///
 /// @code
 /// long total(DString const& account) {
-///     DTrace trace("total", __LINE__);              // 00000000 004711:01 +total(2)
-///     DTrace::write("account " + account);          // 00000001 004711:01   >account 12
-///     return sum(account);
-/// }                                                 // 00000002 004711:01 -total
+///     DTrace trace("total", __LINE__);     // 00000000 004711:01 +total(2)
+///     DTrace::write("account " + account); // 00000001 004711:01   >account 12
+///     return 0;
+/// } // 00000002 004711:01 -total
+///
+/// int main() {
+///     setenv("KORVA_TRACE", "ON", 1);
+///     total("12");
+/// }
 /// @endcode
 class KELCL_EXPORT DTrace : public DVBase {
 public:
@@ -56,7 +63,7 @@ public:
 
     /// Writes the entry line "+name(line)"; without the number when `line` is below 1. A null `name` writes
     /// nothing. The text is not copied and must outlive the object.
-    /// @throws What making a string can throw.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DTrace(char const* name, long line)
         : name_((iClState & (notSetUp | tracingOn)) == 0 ? nullptr : enter(name, line)) {}
     DTrace(DTrace const&) = delete;
@@ -69,7 +76,7 @@ public:
     }
 
     /// Writes the line ">text" at the current indentation if tracing is on. Null counts as empty.
-    /// @throws What making a string can throw.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     /// @{
     static void write(DString const& text) {
         if ((iClState & (notSetUp | tracingOn)) != 0) writeFree(text.c_str(), text.length());

@@ -23,10 +23,10 @@ struct Expected {
     char const* wednesday;
     char const* friday;
     char const* sunday;
-    char const* lastOf1999;      ///< In the locale's date format.
-    char const* firstOf1752;     ///< The same.
-    char const* fourDigits1752;  ///< The same with every y turned into Y.
-    char const* afternoonMarker; ///< Nothing in some locales.
+    char const* lastOf1999;     ///< In the locale's date format.
+    char const* firstOf1752;    ///< The same.
+    char const* fourDigits1752; ///< The same with every y turned into Y.
+    char const* forenoonMarker; ///< Nothing in some locales.
 };
 
 Expected const english{"January", "March",      "December",   "Monday",     "Wednesday", "Friday",
@@ -195,7 +195,7 @@ TEST_F(DateFormats, AFormatThatGivesNothingGivesTheEmptyString) {
     EXPECT_EQ(bytes(lastOf1999.asString("")), "");
     EXPECT_EQ(bytes(lastOf1999.asString(static_cast<char const*>(nullptr))), "");
     EXPECT_EQ(bytes(lastOf1999.asString(nullptr)), "");
-    EXPECT_EQ(bytes(lastOf1999.asString("%p")), expected.afternoonMarker);
+    EXPECT_EQ(bytes(lastOf1999.asString("%p")), expected.forenoonMarker);
 }
 
 TEST_F(DateFormats, WritingTakesWidthAndFillOfTheStream) {
@@ -228,7 +228,7 @@ TEST(DateFormatOddities, WeekdaysInFormatsAreGregorianForJulianDaysTooAsWanted) 
     EXPECT_EQ(bytes(DDate(DDate::September, 14, 1752).asString("%u")), "4");
 }
 
-TEST(DateFormats, AByteThatOnlyLooksLikeASmallYIsNone) {
+TEST_F(DateFormats, AByteThatOnlyLooksLikeASmallYIsNone) {
     if (std::string_view(std::setlocale(LC_ALL, nullptr)) == "ja_JP.SJIS") {
         EXPECT_EQ(bytes(firstOf1752.asString("\x83\x79%Y")), "\x83\x79"
                                                              "1752");

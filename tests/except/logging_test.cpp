@@ -5,6 +5,7 @@
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -250,6 +251,24 @@ TEST(Report, WhenTheHostsWriteThrowsItPassesThroughAndTheNewHandlerIsBack) {
     EXPECT_THROW(exception.logExceptionData(), std::runtime_error);
     EXPECT_EQ(std::get_new_handler(), &ownHandler);
     EXPECT_EQ(trace.completed, 0);
+}
+
+TEST(Report, ThreadsThatThrowAtTheSameTimeDoNotLoseTheNewHandler) {
+    class Silent : public DException::TraceFn {
+    public:
+        void write(char const*) override {}
+    } silent;
+    RecordingTrace restoring;
+    DException::setTraceFunction(silent);
+    NewHandler const handler(ownHandler);
+    auto const throwing = [] {
+        for (int i = 0; i < 5000; ++i)
+            EXPECT_THROW(DException::assertParameter("text", {}), DAssertionFailure);
+    };
+    std::thread other(throwing);
+    throwing();
+    other.join();
+    EXPECT_EQ(std::get_new_handler(), &ownHandler);
 }
 
 // Trace functions

@@ -465,6 +465,13 @@ TEST(ReportWithoutMemory, ListsManyTextsFromTheOldestToTheNewest) {
 // The new-handler at work
 // ------------------------------------------------------------------------------------------------------------
 
+namespace {
+
+void* volatile wanted =
+    nullptr; // an allocation whose result nobody looks at might be left out by the compiler
+
+} // namespace
+
 TEST(NewHandlerAtWork, TurnsAFailedAllocationIntoALoggedOutOfMemory) {
     MessageFile const catalog(englishCatalog);
     std::new_handler const before = std::set_new_handler(DKORVA_Init::newHandler);
@@ -472,7 +479,7 @@ TEST(NewHandlerAtWork, TurnsAFailedAllocationIntoALoggedOutOfMemory) {
     {
         Facts const facts = thrownBy([] {
             plan.failingSize = 1'000'000;
-            static_cast<void>(::operator new(1'000'000));
+            wanted = ::operator new(1'000'000);
         });
         plan = Plan();
         expectClass<DOutOfMemory>(facts, "DOutOfMemory");
@@ -490,7 +497,7 @@ TEST(NewHandlerAtWork, WithoutAnyMemoryStillThrowsAndReportsToStandardError) {
                   allocations = 0;
                   bool caught = false;
                   try {
-                      static_cast<void>(::operator new(16));
+                      wanted = ::operator new(16);
                   } catch (DOutOfMemory const& exception) {
                       caught = exception.errorId() == 4 && exception.textCount() == 0;
                   }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <type_traits>
 
 namespace {
@@ -161,7 +162,7 @@ TEST(MessageText, OfAMissingOrBrokenCatalogIsTheFallbackText) {
     EXPECT_STREQ(DMessageText(1, broken.c_str()), fallbackText);
 }
 
-TEST(MessageText, OfACutCatalogIsAMessageOrTheFallbackText) {
+TEST(MessageText, OfACutCatalogIsThePartOfTheMessageThatIsThereOrTheFallbackText) {
     std::string const whole = compiledCatalog("whole", "$set 1\n1 a message\n2 another message\n");
     auto const size = std::filesystem::file_size(whole);
     for (std::uintmax_t length = 0; length < size; ++length) {
@@ -169,7 +170,10 @@ TEST(MessageText, OfACutCatalogIsAMessageOrTheFallbackText) {
         std::filesystem::copy_file(whole, cut, std::filesystem::copy_options::overwrite_existing);
         std::filesystem::resize_file(cut, length);
         DMessageText const text(1, cut.c_str());
-        EXPECT_STREQ(text, text.isLoaded() ? "a message" : fallbackText) << length;
+        if (text.isLoaded())
+            EXPECT_EQ(std::string_view("a message").rfind(text, 0), 0u) << length;
+        else
+            EXPECT_STREQ(text, fallbackText) << length;
     }
 }
 
@@ -322,12 +326,12 @@ TEST(ReplaceVars, TakesLinearTimeForManyMarkers) {
 }
 
 TEST(MessageFileName, IsReplacedAndCopied) {
-    char name[] = "/tmp/first.cat";
+    char name[] = "/opt/first.cat";
     DBase::setMessageFile(name);
     name[1] = 'X';
-    EXPECT_STREQ(DBase::messageFile(), "/tmp/first.cat");
+    EXPECT_STREQ(DBase::messageFile(), "/opt/first.cat");
     DBase::setMessageFile(nullptr);
-    EXPECT_STREQ(DBase::messageFile(), "/tmp/first.cat");
+    EXPECT_STREQ(DBase::messageFile(), "/opt/first.cat");
     DBase::setMessageFile(DBase::messageFile() + 5);
     EXPECT_STREQ(DBase::messageFile(), "first.cat");
     DBase::setMessageFile("");

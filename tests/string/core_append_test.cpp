@@ -22,10 +22,14 @@ std::size_t allocations = 0;
 
 void* operator new(std::size_t size) { return allocate(size); }
 void* operator new[](std::size_t size) { return allocate(size); }
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
 void operator delete(void* block) noexcept { release(block); }
 void operator delete[](void* block) noexcept { release(block); }
 void operator delete(void* block, std::size_t) noexcept { release(block); }
 void operator delete[](void* block, std::size_t) noexcept { release(block); }
+void operator delete(void* block, std::nothrow_t const&) noexcept { release(block); }
+void operator delete[](void* block, std::nothrow_t const&) noexcept { release(block); }
 
 namespace {
 

@@ -4,7 +4,6 @@
 
 #include <clocale>
 #include <cstdint>
-#include <cstdio>
 #include <sstream>
 
 namespace {
@@ -640,10 +639,10 @@ TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
 
 /// The address as the root classes write it: upper-case hexadecimal digits, two for each byte.
 std::string hexadecimal(void const* object) {
-    char digits[32];
-    int const length = std::snprintf(digits, sizeof digits, "%lX",
-                                     static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(object)));
-    return length % 2 == 0 ? digits : "0" + std::string(digits);
+    std::string digits;
+    for (auto rest = reinterpret_cast<std::uintptr_t>(object); rest != 0; rest /= 256)
+        digits.insert(0, std::string{"0123456789ABCDEF"[rest / 16 % 16], "0123456789ABCDEF"[rest % 16]});
+    return digits;
 }
 
 TEST(RootClasses, HaveTheVersionNumber310Revision1) {

@@ -360,7 +360,7 @@ std::vector<std::string> const& wordTexts() {
                                          "\xFF \xA0\x85 \xFE",
                                          "_one_two _ three"};
         for (std::size_t length : {127U, 128U, 129U, 257U, 600U})
-            made.push_back(" " + std::string(length, 'x') + "\n" + std::string(length, 'y'));
+            made.push_back(std::string(1, ' ') + std::string(length, 'x') + '\n' + std::string(length, 'y'));
         return made;
     }();
     return texts;
@@ -422,7 +422,7 @@ TEST(StringExtraction, SeparatesWordsAsTheLocaleOfTheStreamDoes) {
     for (auto const& [kind, make] : kindsOfSources()) {
         for (std::string const& text : wordTexts()) {
             SCOPED_TRACE(kind);
-            auto const imbued = [&](std::string const& bytes) {
+            auto const imbued = [&underscores, make = make](std::string const& bytes) {
                 Source source = make(bytes);
                 source.stream->imbue(underscores);
                 return source;

@@ -55,11 +55,15 @@ private:
     DBuffer* buffer_ = nullptr;
 };
 
+/// Out of line: a compiler that sees both pairs array new with the class's own delete, which gives back
+/// arrays.
+[[gnu::noinline]] inline void* makeStorage(std::size_t size) { return ::operator new[](size); }
+
 /// A buffer of the given class with `text`, in storage that has `spare` bytes of 0xA5 behind its NUL.
 template <class Buffer>
 Buffer* makeIn(std::string_view text, std::size_t spare) {
     std::size_t const used = sizeof(DBuffer) + text.size() + 1;
-    void* const block = ::operator new[](used + spare);
+    void* const block = makeStorage(used + spare);
     std::memset(block, 0xA5, used + spare);
     auto* const buffer = ::new (block) Buffer(static_cast<unsigned int>(text.size()));
     if (!text.empty()) std::memcpy(buffer->contents(), text.data(), text.size());

@@ -25,7 +25,6 @@ inline constexpr Wide limit = 0xFFFFFFE7;
 inline bool isMember(string_view set, char c) { return set.find(c) != string_view::npos; }
 
 // Searches
-// --------------------------------------------------------------------------------------------------------
 
 inline unsigned int position(Wide value) { return static_cast<unsigned int>(value); }
 
@@ -76,7 +75,6 @@ unsigned int count(Find find, unsigned int start, unsigned int step) {
 }
 
 // Editing
-// ---------------------------------------------------------------------------------------------------------
 
 inline Result padded(Wide length, string text, char pad) {
     if (length >= limit) return std::nullopt;
@@ -176,7 +174,6 @@ string strip(string_view text, Accepts accepts, bool atFront, bool atBack) {
 }
 
 // Matching
-// --------------------------------------------------------------------------------------------------------
 
 /// Every way of matching, by a table over all beginnings of the text.
 inline bool isLike(string_view text, string_view pattern, char anyString, char anyChar) {
@@ -225,7 +222,6 @@ inline int compare(string const& text, string const& other, bool collates) {
 }
 
 // Words
-// -----------------------------------------------------------------------------------------------------------
 
 struct Word {
     unsigned int position = 0;
@@ -302,7 +298,6 @@ inline unsigned int findPhrase(string_view text, string_view phrase, unsigned in
 }
 
 // Radix and bits
-// --------------------------------------------------------------------------------------------------
 
 inline string bitsOf(string_view text) {
     string bits;

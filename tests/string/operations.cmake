@@ -3,9 +3,16 @@
 set(single_byte_modes C C-i18n latin1 latin1-i18n)
 set(ascii_modes ${single_byte_modes} utf8 utf8-i18n sjis sjis-i18n)
 
-foreach(name IN ITEMS search editing classes compare)
+foreach(name IN ITEMS search editing classes compare frontend overflow random)
     kelcl_add_test(ops_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_${name}_test.cpp MODES ${single_byte_modes})
 endforeach()
+foreach(name IN ITEMS ascii words radix bits)
+    kelcl_add_test(ops_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_${name}_test.cpp MODES ${ascii_modes})
+endforeach()
 
-# This one brings a function of its own that stands in for one of the C library.
+# These bring functions of their own that stand in for some of the C and C++ library.
 kelcl_add_test(ops_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_collation_error_test.cpp MODES C C-i18n)
+kelcl_add_test(ops_allocation SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_allocation_test.cpp MODES ${single_byte_modes})
+
+# Texts near 4 GiB, in up to 9 GiB of memory: only for those who ask for the label.
+kelcl_add_test(ops_huge SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_huge_test.cpp MODES C LABELS huge TIMEOUT 1800)

@@ -9,8 +9,6 @@ namespace {
 using ops::contentsOf;
 using ops::fresh;
 
-constexpr unsigned int farEnd = 0xFFFFFFFF;
-
 int isVowel(int c) { return c == 'a' || c == 'e' || c == 'i' || c == 'o' || c == 'u'; }
 
 DStringTest const vowel(isVowel);

@@ -78,7 +78,7 @@ TEST(CharacterClasses, AreTrueOnlyWhereEveryByteIsAMember) {
                 stranger = byte;
         }
         ASSERT_GE(stranger, 0);
-        for (std::size_t n : {2, 15, 16, 17, 31, 32, 33, 64, 65, 300, 1000}) {
+        for (std::size_t const n : {2u, 15u, 16u, 17u, 31u, 32u, 33u, 64u, 65u, 300u, 1000u}) {
             std::string text;
             for (std::size_t i = 0; i < n; ++i)
                 text += members[i % members.size()];

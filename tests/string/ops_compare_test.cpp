@@ -183,7 +183,6 @@ TEST(BufferCompare, DoesNotTakeAStaleErrorNumberForItsOwn) {
 }
 
 // The operators of strings
-// --------------------------------------------------------------------------------------
 
 template <class Left, class Right>
 void expectOrder(Left const& left, Right const& right, int order) {

@@ -122,7 +122,6 @@ auto copying(unsigned int times) {
 constexpr auto bothByAnotherValue = static_cast<DStringEnum::StripMode>(77);
 
 // Case
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferCase, UpperCaseChangesSmallAsciiLettersInPlaceOrInACopy) {
     expectEdited("abc", upper, "ABC");
@@ -166,7 +165,6 @@ TEST(BufferCase, ChangesEveryLetterOfLongTexts) {
 }
 
 // translate
-// ------------------------------------------------------------------------------------------------------
 
 TEST(BufferTranslate, ReplacesEachByteByTheOneAtTheSamePlace) {
     expectEdited("abc", translating("ab", "xy"), "xyc");
@@ -212,7 +210,6 @@ TEST(BufferTranslate, TakesItsSetsFromTheReceiverItself) {
 }
 
 // strip
-// ----------------------------------------------------------------------------------------------------------
 
 TEST(BufferStrip, RemovesBytesOfTheSetFromTheEndsThatTheModeNames) {
     expectNewBuffer("  ab  ", stripping(" ", DStringEnum::leading), "ab  ");
@@ -261,7 +258,6 @@ TEST(BufferStrip, WithAnEmptySetStripsNothing) {
 }
 
 // reverse
-// --------------------------------------------------------------------------------------------------------
 
 TEST(BufferReverse, TurnsTheBytesRoundInPlaceOrInACopy) {
     expectEdited("ab", reversed, "ba");
@@ -285,7 +281,6 @@ TEST(BufferReverse, TurnsTextsOfEveryLengthRound) {
 }
 
 // overlayWith
-// ----------------------------------------------------------------------------------------------------
 
 TEST(BufferOverlay, WritesTheTextAtThePosition) {
     expectNewBuffer("abcdef", overlaying("XY", 1), "XYcdef");
@@ -321,7 +316,6 @@ TEST(BufferOverlay, WithNothingBeyondTheEndPads) {
 }
 
 // insert
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferInsert, PutsTheTextAfterThePosition) {
     expectNewBuffer("abc", inserting("XY", 0), "XYabc");
@@ -355,7 +349,6 @@ TEST(BufferInsert, OfNothingInsideTheTextReturnsTheReceiver) {
 }
 
 // leftJustify, center
-// --------------------------------------------------------------------------------------------
 
 TEST(BufferLeftJustify, PadsOrCutsOnTheRight) {
     expectNewBuffer("abc", leftJustifying(5, '*'), "abc**");
@@ -387,7 +380,6 @@ TEST(BufferCenter, OfTheTextsOwnWidthReturnsTheReceiver) {
 }
 
 // copy
-// -----------------------------------------------------------------------------------------------------------
 
 TEST(BufferCopy, RepeatsTheText) {
     expectNewBuffer("ab", copying(2), "abab");
@@ -420,7 +412,6 @@ TEST(BufferCopy, RepeatsTextsOfEveryLengthAnyNumberOfTimes) {
 }
 
 // change
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(BufferChange, ReplacesOccurrencesByAShorterText) {
     expectNewBuffer("aaaa", changing("aa", "b", 1, 5), "bb");
@@ -522,7 +513,6 @@ TEST(BufferChange, TakesPatternAndReplacementFromTheReceiverItself) {
 }
 
 // A host's own class
-// --------------------------------------------------------------------------------------------
 
 /// Finds nothing in any set; its empty texts and copies are its own, too.
 class SetBlindBuffer : public DBuffer {

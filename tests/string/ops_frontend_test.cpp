@@ -24,7 +24,6 @@ using ops::switchIsOn;
 constexpr unsigned int farEnd = 0xFFFFFFFF;
 
 // Element access
-// -------------------------------------------------------------------------------------------------
 
 TEST(ElementAccess, CountsFromOneAndTakesZeroAsOneToo) {
     DString text("abc");
@@ -135,7 +134,6 @@ TEST(ElementAccess, FailsWithATextAndWithoutAFunctionName) {
 }
 
 // Substrings
-// -----------------------------------------------------------------------------------------------------
 
 TEST(SubString, RunsToTheEndOfTheText) {
     DString const text("abc");
@@ -166,7 +164,6 @@ TEST(SubString, OfACountHasExactlySoManyCharacters) {
 }
 
 // Searching and counting
-// -----------------------------------------------------------------------------------------
 
 int isB(int c) { return c == 'b'; }
 
@@ -249,7 +246,6 @@ TEST(Counting, FindsMatchesThatDoNotOverlap) {
 }
 
 // Matching
-// -------------------------------------------------------------------------------------------------------
 
 TEST(IsAbbrevFor, HoldsForABeginningOfAtLeastTheGivenLength) {
     EXPECT_TRUE(fresh("PRI").isAbbrevFor("PRINT", 2));
@@ -350,7 +346,6 @@ TEST(IsLike, WithManyRunsStaysFastWithoutRecursion) {
 }
 
 // Editing: results and short forms
-// -------------------------------------------------------------------------------
 
 TEST(Editing, ReturnsTheStringItself) {
     DString text("abc");
@@ -458,7 +453,6 @@ TEST(OverloadTraps, LeaveAHostsOwnComparisonsUnambiguous) {
 }
 
 // Editing: static forms
-// ------------------------------------------------------------------------------------------
 
 TEST(StaticForms, ReturnANewStringAndLeaveTheirArgumentAlone) {
     DString const source("abca");
@@ -488,7 +482,6 @@ TEST(StaticForms, ShareTheTextWhereNothingChanges) {
 }
 
 // Editing: sharing and place
-// -------------------------------------------------------------------------------------
 
 using Edit = std::function<void(DString&)>;
 
@@ -609,7 +602,6 @@ TEST(Editing, TakesArgumentsThatPointIntoTheString) {
 }
 
 // Tests that harm
-// -------------------------------------------------------------------------------------------------
 
 int callsBeforeHarm = 0;
 std::function<void()> harm;

@@ -266,10 +266,12 @@ TEST(LengthOverflow, IsRaisedByDecimalDigitsOfAThirdOfTheLimit) {
 }
 
 TEST(LengthOverflow, IsRaisedByDecimalDigitsThatNeedMoreRoomThanThereIsBeforeLeadingZerosGo) {
-    DString oneDigitMore = untouched(0x5555554D + 4);
-    for (unsigned int i = 1; i <= 4; ++i)
-        oneDigitMore[i] = '\0';
-    expectOverflowOf(std::move(oneDigitMore), [](DString& s) { s.c2d(); });
+    for (unsigned int const tail : {0x5555554Du, 0x55555550u, 0x55555554u}) {
+        DString oneDigitMore = untouched(tail + 4);
+        for (unsigned int i = 1; i <= 4; ++i)
+            oneDigitMore[i] = i < 4 ? '\0' : '\x07';
+        expectOverflowOf(std::move(oneDigitMore), [](DString& s) { s.c2d(); });
+    }
 }
 
 TEST(LengthOverflow, IsRaisedByGrowingAVeryLongText) {

@@ -20,8 +20,13 @@ std::string b2c(std::string_view text) { return contentsOf(fresh(text).b2c()); }
 std::string c2d(std::string_view text) { return contentsOf(fresh(text).c2d()); }
 std::string d2c(std::string_view text) { return contentsOf(fresh(text).d2c()); }
 
+std::string joined(std::string_view left, std::string_view right) {
+    std::string text(left);
+    text.append(right);
+    return text;
+}
+
 // Long-hand arithmetic
-// ------------------------------------------------------------------------------------------
 
 /// The decimal digits of big-endian bytes, without leading zeros; "0" for zero.
 std::string decimalOf(std::string const& number) {
@@ -72,7 +77,6 @@ std::string randomDigits(std::mt19937& random, std::size_t n, unsigned int radix
 }
 
 // Hexadecimal
-// ----------------------------------------------------------------------------------------------------
 
 TEST(C2x, WritesTwoCapitalDigitsForEachByte) {
     EXPECT_EQ(c2x("\x01\xAB"), "01AB");
@@ -125,7 +129,6 @@ TEST(X2c, TurnsBackWhatC2xMade) {
 }
 
 // Binary
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(C2b, WritesEightDigitsForEachByteMostSignificantFirst) {
     EXPECT_EQ(c2b("A"), "01000001");
@@ -161,7 +164,7 @@ TEST(B2c, TurnsBackWhatC2bMade) {
     for (std::size_t n = 1; n < 200; ++n) {
         std::string const text = randomBytes(random, n);
         EXPECT_EQ(b2c(c2b(text)), text);
-        EXPECT_EQ(b2c("1" + c2b(text)), "\x01" + text);
+        EXPECT_EQ(b2c(joined("1", c2b(text))), joined("\x01", text));
     }
 }
 
@@ -176,7 +179,6 @@ TEST(IsBinaryDigits, HoldsForTextsOfZerosAndOnes) {
 }
 
 // Decimal
-// --------------------------------------------------------------------------------------------------------
 
 TEST(C2d, WritesTheNumberWithoutLeadingZeros) {
     EXPECT_EQ(c2d("\x01"), "1");
@@ -214,7 +216,7 @@ TEST(C2d, AgreesWithLongHandArithmetic) {
         power.front() = '\x01';
         EXPECT_EQ(c2d(power), decimalOf(power)) << n;
     }
-    for (std::size_t const n : {1000, 3001}) {
+    for (std::size_t const n : {1000u, 3001u}) {
         std::string text = randomBytes(random, n);
         text.front() = '\x10';
         EXPECT_EQ(c2d(text), decimalOf(text)) << n;
@@ -257,12 +259,12 @@ TEST(D2c, AgreesWithLongHandArithmetic) {
         EXPECT_EQ(d2c(digits), bytesOf(digits)) << digits;
         std::string const nines(n, '9');
         EXPECT_EQ(d2c(nines), bytesOf(nines)) << nines;
-        std::string const power = "1" + std::string(n, '0');
+        std::string const power = joined("1", std::string(n, '0'));
         EXPECT_EQ(d2c(power), bytesOf(power)) << power;
-        EXPECT_EQ(d2c("000" + digits), bytesOf(digits)) << digits;
+        EXPECT_EQ(d2c(joined("000", digits)), bytesOf(digits)) << digits;
     }
-    for (std::size_t const n : {1000, 5003}) {
-        std::string const digits = "1" + randomDigits(random, n);
+    for (std::size_t const n : {1000u, 5003u}) {
+        std::string const digits = joined("1", randomDigits(random, n));
         EXPECT_EQ(d2c(digits), bytesOf(digits)) << n;
     }
 }
@@ -286,7 +288,6 @@ TEST(Conversions, OfTwentyThousandBytesAndDigitsAgreeWithEachOther) {
 }
 
 // One step
-// -------------------------------------------------------------------------------------------------------
 
 std::string decimalStep(char const* number, unsigned char byte) {
     return contentsOf(fresh(number).decimalMath(byte));
@@ -357,7 +358,6 @@ TEST(BinaryMath, LeavesCopiesAlone) {
 }
 
 // All of them
-// ----------------------------------------------------------------------------------------------------
 
 using Conversion = DString& (DString::*)();
 

@@ -308,8 +308,13 @@ TEST(Words, AreManyWithoutBecomingSlow) {
     std::string text;
     std::string joined;
     for (int i = 0; i < 100000; ++i) {
-        text += " w" + std::to_string(i % 977) + " \t";
-        joined += (i == 0 ? "w" : "-w") + std::to_string(i % 977);
+        text += ' ';
+        text += 'w';
+        text += std::to_string(i % 977);
+        text += " \t";
+        if (i != 0) joined += '-';
+        joined += 'w';
+        joined += std::to_string(i % 977);
     }
     DString string(text);
     EXPECT_EQ(string.numWords(), 100000u);

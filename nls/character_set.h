@@ -1,0 +1,38 @@
+// A set of multi-byte characters, made once of a counted string and then asked for each character of a text.
+#ifndef KELCL_NLS_CHARACTER_SET_H
+#define KELCL_NLS_CHARACTER_SET_H
+
+#include "nls/stepping.h"
+#include "string/byte_set.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace kelcl {
+
+class CharacterSet {
+public:
+    /// The characters of the counted string by the buffer's rule; bytes behind it are never read.
+    CharacterSet(char const* characters, std::size_t n, bool isUtf8);
+
+    bool contains(char const* character, std::size_t length) const {
+        return length == 1 ? single_.contains(*character) : containsLong(character, length);
+    }
+    /// The members of one byte.
+    ByteSet const& singleBytes() const { return single_; }
+    /// Whether all members are single bytes that can never be part of a longer character, so that a search
+    /// may go by bytes.
+    bool goesByBytes() const { return goesByBytes_; }
+
+private:
+    bool containsLong(char const* character, std::size_t length) const;
+
+    ByteSet single_;
+    bool goesByBytes_ = true;
+    std::vector<std::uint64_t> long_; // sorted; each a character's bytes and its length
+};
+
+} // namespace kelcl
+
+#endif

@@ -1,0 +1,143 @@
+// DDBCSBuffer: character classes, kinds of characters, and the classes of wide values.
+#include "nls/stepping.h"
+#include "string/byte_search.h"
+#include "string/character_classes.h"
+
+#include <kelcl/ddbcsbuffer.h>
+
+#include <cwchar>
+#include <cwctype>
+#include <string_view>
+
+namespace {
+
+int isInClass(int c, kelcl::CharacterClass const& ascii, int (*wide)(std::wint_t)) {
+    if (c >= 0 && c <= 127) return ascii.ascii.contains(static_cast<char>(c)) ? 1 : 0;
+    return wide != nullptr && wide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
+}
+
+} // namespace
+
+int tql_iswalnum(int c) { return isInClass(c, kelcl::alphanumeric, std::iswalnum); }
+int tql_iswalpha(int c) { return isInClass(c, kelcl::alphabetic, std::iswalpha); }
+int tql_iswcntrl(int c) { return isInClass(c, kelcl::control, std::iswcntrl); }
+int tql_iswdigit(int c) { return isInClass(c, kelcl::digits, nullptr); }
+int tql_iswgraph(int c) { return isInClass(c, kelcl::graphics, std::iswgraph); }
+int tql_iswlower(int c) { return isInClass(c, kelcl::lowerCase, std::iswlower); }
+int tql_iswprint(int c) { return isInClass(c, kelcl::printable, std::iswprint); }
+int tql_iswpunct(int c) { return isInClass(c, kelcl::punctuation, std::iswpunct); }
+int tql_iswspace(int c) { return isInClass(c, kelcl::whiteSpace, std::iswspace); }
+int tql_iswupper(int c) { return isInClass(c, kelcl::upperCase, std::iswupper); }
+int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits, nullptr); }
+
+namespace {
+
+/// Gives the wide values of characters one after the other, and how far the next one is.
+class WideWalk {
+public:
+    /// The value of the character at `p`, of which `rest` bytes of the text are left; of a byte that does not
+    /// convert its value as a signed char.
+    int valueAt(char const* p, std::size_t rest) {
+        wchar_t value;
+        auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
+        if (step.outcome == kelcl::UtilitySteps::Outcome::character) return static_cast<int>(value);
+        values_ = kelcl::UtilitySteps();
+        return static_cast<signed char>(*p);
+    }
+    unsigned int lengthAt(char const* p) { return lengths_.length(p); }
+
+private:
+    kelcl::UtilitySteps values_;
+    kelcl::BufferSteps lengths_;
+};
+
+/// The offset of the first character from `from` on that `accepts`, given its wide value, does not accept.
+template <class Accepts>
+std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts) {
+    WideWalk walk;
+    for (std::size_t at = from; at < text.length; at += walk.lengthAt(text.contents() + at))
+        if (!accepts(walk.valueAt(text.contents() + at, text.length - at))) return at;
+    return kelcl::notFound;
+}
+
+/// Whether all characters are of a class. Runs of ASCII are told by the class's set.
+bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer const& buffer) {
+    if (buffer.length == 0) return false;
+    std::string_view const text(buffer.contents(), buffer.length);
+    WideWalk walk;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t const skipped = kelcl::findFirstNotIn(text.substr(at), ascii.ascii);
+        if (skipped == kelcl::notFound) return true;
+        at += skipped;
+        char const* const p = text.data() + at;
+        if (wide(walk.valueAt(p, text.size() - at)) == 0) return false;
+        at += walk.lengthAt(p);
+    }
+    return true;
+}
+
+/// Whether a character takes two columns or more.
+bool isWide(char const* p, std::size_t rest, WideWalk& walk) {
+    return wcwidth(static_cast<wchar_t>(walk.valueAt(p, rest))) >= 2;
+}
+
+} // namespace
+
+unsigned int DDBCSBuffer::windexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || first > length) return 0;
+    std::size_t const found =
+        firstRejected(*this, first - 1, [&test](int value) { return test.test(value) != 0; });
+    return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
+}
+
+bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, tql_iswalnum, *this); }
+bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, tql_iswalpha, *this); }
+bool DDBCSBuffer::isASCII() const { return DBuffer::isASCII(); }
+bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, tql_iswcntrl, *this); }
+bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, tql_iswdigit, *this); }
+bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, tql_iswgraph, *this); }
+bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, tql_iswxdigit, *this); }
+bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, tql_iswlower, *this); }
+bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, tql_iswprint, *this); }
+bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, tql_iswpunct, *this); }
+bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, tql_iswupper, *this); }
+bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, tql_iswspace, *this); }
+
+bool DDBCSBuffer::isMBCS() const {
+    WideWalk walk;
+    for (std::size_t at = 0; at < length;) {
+        unsigned int const bytes = walk.lengthAt(contents() + at);
+        if (bytes < 2 || !isWide(contents() + at, length - at, walk)) return false;
+        at += bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isSBCS() const {
+    WideWalk walk;
+    for (std::size_t at = 0; at < length;) {
+        unsigned int const bytes = walk.lengthAt(contents() + at);
+        if (bytes >= 2 && isWide(contents() + at, length - at, walk)) return false;
+        at += bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isValidMBCS() const {
+    kelcl::BufferSteps steps;
+    for (std::size_t at = 0; at < length;) {
+        unsigned int const bytes = steps.length(contents() + at);
+        if (bytes < 2 ||
+            std::string_view(contents() + at + 1, bytes - 1).find('\0') != std::string_view::npos)
+            return false;
+        at += bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isDBCS() const { return isMBCS(); }
+bool DDBCSBuffer::isValidDBCS() const { return isValidMBCS(); }
+bool DDBCSBuffer::includesMBCS() const { return !isSBCS(); }
+bool DDBCSBuffer::includesDBCS() const { return includesMBCS(); }
+bool DDBCSBuffer::includesSBCS() const { return !isDBCS(); }

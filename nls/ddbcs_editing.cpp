@@ -1,0 +1,325 @@
+// DDBCSBuffer: editing. Each operation chooses between two paths that stand side by side: wide characters
+// with the switch on, and bytes with repair of cut characters with it off.
+#include "nls/character_repair.h"
+#include "nls/owned_buffer.h"
+#include "nls/stepping.h"
+#include "nls/translation.h"
+#include "string/byte_edit.h"
+#include "string/byte_search.h"
+#include "string/length.h"
+
+#include <kelcl/ddbcsbuffer.h>
+#include <kelcl/dnlsutil.h>
+#include <kelcl/dstring.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <cwctype>
+#include <memory>
+
+namespace {
+
+bool isWideMode() { return DString::fgI18NState == 1; }
+
+DBuffer* shared(DBuffer& buffer) {
+    ++buffer.refs;
+    return &buffer;
+}
+
+DBuffer* empty(DBuffer const& like) { return shared(*like.null()); }
+
+/// A new buffer of wide characters in multi-byte form, as long as they need.
+DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
+    auto const room = static_cast<unsigned int>(
+        std::min<std::size_t>(std::size_t{count} * MB_CUR_MAX, kelcl::unboundedLength));
+    std::unique_ptr<char[]> const scratch(new char[room]);
+    return like.newBuffer(scratch.get(), cvtWCS2MBS(wide, count, scratch.get(), room, 0, ' '));
+}
+
+/// A new buffer of exactly `width` bytes: as many whole characters as fit, padded.
+DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide, unsigned int count,
+                    char padCharacter) {
+    if (width == 0) return like.newBuffer(nullptr, 0);
+    kelcl::OwnedBuffer result(kelcl::allocateLike(like, width));
+    cvtWCS2MBS(wide, count, result->contents(), width, 1, padCharacter);
+    return result.release();
+}
+
+// Case
+// -------------------------------------------------------------------------------------------------------------
+
+DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
+    if (buffer.length == 0) return shared(buffer);
+    DWBuffer const wide(buffer.contents(), buffer.length);
+    std::transform(wide.wide, wide.wide + wide.length, wide.wide,
+                   [map](wchar_t c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); });
+    return narrowed(buffer, wide.wide, wide.length);
+}
+
+/// Turns the single-byte letters of `letters` into those of the other case, which `copy` does where bytes
+/// below 0x80 stand alone, and `change` for one letter.
+template <class Change>
+DBuffer* mapBytes(DBuffer& buffer, char const* letters, void (*copy)(char*, char const*, std::size_t),
+                  Change change) {
+    unsigned int const first = buffer.indexOfAnyOf(letters, 26, 1);
+    if (first == 0) return shared(buffer);
+    DBuffer* const result =
+        buffer.refs < 2 ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
+    char* const text = result->contents();
+    kelcl::BufferSteps steps;
+    if (steps.isUtf8()) {
+        copy(text + first - 1, text + first - 1, result->length - (first - 1));
+        return result;
+    }
+    for (std::size_t at = first - 1; at < result->length;) {
+        unsigned int const bytes = steps.length(text + at);
+        if (bytes == 1) text[at] = change(text[at]);
+        at += bytes;
+    }
+    return result;
+}
+
+char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+// Strip
+// ------------------------------------------------------------------------------------------------------------
+
+/// Strips characters at the ends: `findFirst` and `findLast` give the first and the last character that
+/// stays, 0 for none.
+template <class FindFirst, class FindLast>
+DBuffer* stripWide(DBuffer const& buffer, DWBuffer const& text, DStringEnum::StripMode mode,
+                   FindFirst findFirst, FindLast findLast) {
+    unsigned int first = 1;
+    unsigned int last = text.length;
+    if (mode != DStringEnum::trailing) {
+        first = findFirst();
+        if (first == 0) return empty(buffer);
+    }
+    if (mode != DStringEnum::leading) last = findLast();
+    if (last < first) return empty(buffer);
+    return narrowed(buffer, text.wide + first - 1, last - first + 1);
+}
+
+DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
+                   DStringEnum::StripMode mode) {
+    DWBuffer const text(buffer.contents(), buffer.length);
+    DWBuffer const members(set, setLength);
+    return stripWide(
+        buffer, text, mode, [&] { return text.positionOfAnyBut(members, 1); },
+        [&] { return text.lastPositionOfAnyBut(members, text.length); });
+}
+
+DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
+    DWBuffer const text(buffer.contents(), buffer.length);
+    auto const stays = [&test](wchar_t c) { return test.test(static_cast<int>(c)) == 0; };
+    auto const findFirst = [&] {
+        wchar_t const* const end = text.wide + text.length;
+        wchar_t const* const found = std::find_if(static_cast<wchar_t const*>(text.wide), end, stays);
+        return found == end ? 0 : static_cast<unsigned int>(found - text.wide) + 1;
+    };
+    auto const findLast = [&] {
+        unsigned int last = text.length;
+        while (last > 0 && !stays(text.wide[last - 1]))
+            --last;
+        return last;
+    };
+    return stripWide(buffer, text, mode, findFirst, findLast);
+}
+
+template <class FindFirst, class FindLast>
+DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst findFirst, FindLast findLast) {
+    unsigned int first = 1;
+    unsigned int last = buffer.length;
+    if (mode != DStringEnum::trailing) {
+        first = findFirst();
+        if (first == 0) return empty(buffer);
+    }
+    if (mode != DStringEnum::leading) {
+        last = findLast();
+        while (last != 0 && last < buffer.length && buffer.charType(last + 1) > 1)
+            ++last; // to the last byte of the character that starts there
+    }
+    if (first == 1 && last == buffer.length) return shared(buffer);
+    return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
+}
+
+// Reverse
+// ----------------------------------------------------------------------------------------------------------
+
+DBuffer* reverseWide(DBuffer const& buffer) {
+    DWBuffer const wide(buffer.contents(), buffer.length);
+    wide.reverse();
+    return narrowed(buffer, wide.wide, wide.length);
+}
+
+DBuffer* reverseBytes(DBuffer const& buffer) {
+    DBuffer* const result = kelcl::allocateLike(buffer, buffer.length);
+    char* out = result->contents() + buffer.length;
+    kelcl::BufferSteps steps;
+    for (std::size_t at = 0; at < buffer.length;) {
+        std::size_t const bytes =
+            std::min<std::size_t>(steps.length(buffer.contents() + at), buffer.length - at);
+        out -= bytes;
+        std::memcpy(out, buffer.contents() + at, bytes);
+        at += bytes;
+    }
+    return result;
+}
+
+// Overlay
+// ----------------------------------------------------------------------------------------------------------
+
+DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
+                     char padCharacter) {
+    unsigned int const before = position - 1;
+    if (position > buffer.length)
+        return buffer.newBuffer(buffer.contents(), buffer.length, nullptr, before - buffer.length, p, n,
+                                padCharacter);
+    std::unique_ptr<char[]> const head(new char[before]);
+    getSubString(buffer.contents(), buffer.length, 1, padCharacter, head.get(), before);
+    unsigned int const covered = std::min(n, buffer.length - before);
+    unsigned int const rest = buffer.length - before - covered;
+    std::unique_ptr<char[]> const tail(new char[2 * std::size_t{rest}]);
+    unsigned int const tailLength =
+        rest == 0 ? 0
+                  : getRemainString(buffer.contents(), buffer.length, position + n, padCharacter, tail.get());
+    return buffer.newBuffer(head.get(), before, p, n, tail.get(), tailLength);
+}
+
+DBuffer* overlayBytes(DBuffer& buffer, DBuffer* result, unsigned int n, unsigned int position,
+                      char padCharacter) {
+    // The head of a cut character turns into blanks, its tail into pad characters: callers rely on it.
+    kelcl::blankCutHead(buffer, position, *result, position - 1, ' ');
+    if (position <= buffer.length && n <= buffer.length - position)
+        kelcl::blankCutTail(buffer, position + n, *result, position + n, padCharacter);
+    return result;
+}
+
+// Insert
+// -----------------------------------------------------------------------------------------------------------
+
+DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
+                    char padCharacter) {
+    unsigned int const total = kelcl::lengthSum(buffer.length, n);
+    unsigned int const before = findCharNum(buffer.contents(), buffer.length, position);
+    DWBuffer const text(buffer.contents(), buffer.length);
+    DWBuffer const inserted(p, n);
+    unsigned int const front = std::min(before, text.length);
+    std::unique_ptr<wchar_t[]> const joined(new wchar_t[std::size_t{text.length} + inserted.length]);
+    wchar_t* out = std::copy_n(text.wide, front, joined.get());
+    out = std::copy_n(inserted.wide, inserted.length, out);
+    out = std::copy(text.wide + front, text.wide + text.length, out);
+    auto const count = static_cast<unsigned int>(out - joined.get());
+    return narrowedTo(buffer, total, joined.get(), count, padCharacter);
+}
+
+/// A position inside a character moves in front of it.
+unsigned int insertPosition(DBuffer const& buffer, unsigned int position) {
+    while (position > 0 && position < buffer.length && buffer.charType(position + 1) >= 2)
+        --position;
+    return position;
+}
+
+// Center
+// -----------------------------------------------------------------------------------------------------------
+
+DBuffer* cutMiddleWide(DBuffer const& buffer, unsigned int width, char padCharacter) {
+    unsigned int const first = findCharNum(buffer.contents(), buffer.length, (buffer.length - width) / 2 + 1);
+    DWBuffer const text(buffer.contents(), buffer.length);
+    unsigned int const skipped = first == 0 ? 0 : first - 1;
+    // Up to but not including the last character: callers rely on it.
+    unsigned int const count = text.length > skipped ? text.length - skipped - 1 : 0;
+    return narrowedTo(buffer, width, text.wide + skipped, count, padCharacter);
+}
+
+DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padCharacter) {
+    unsigned int const surplus = buffer.length - width;
+    unsigned int start = surplus / 2 + 1;
+    while (surplus > 1 && start > 1 && buffer.charType(start) >= 2)
+        --start;
+    DBuffer* const result = buffer.newBuffer(buffer.contents() + start - 1, width);
+    kelcl::blankCutHead(buffer, start + width, *result, width, padCharacter);
+    return result;
+}
+
+} // namespace
+
+DBuffer* DDBCSBuffer::upperCase() {
+    if (isWideMode()) return mapWide(*this, std::towupper);
+    return mapBytes(*this, "abcdefghijklmnopqrstuvwxyz", kelcl::copyUpperCase, toUpper);
+}
+
+DBuffer* DDBCSBuffer::lowerCase() {
+    if (isWideMode()) return mapWide(*this, std::towlower);
+    return mapBytes(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ", kelcl::copyLowerCase, toLower);
+}
+
+DBuffer* DDBCSBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
+                                unsigned int outputLength, char padCharacter) {
+    if (isWideMode()) {
+        DWBuffer const text(contents(), length);
+        kelcl::WideTranslation const table(inputSet, inputLength, outputSet, outputLength, padCharacter);
+        std::transform(text.wide, text.wide + text.length, text.wide,
+                       [&table](wchar_t c) { return table.of(c); });
+        return narrowed(*this, text.wide, text.length);
+    }
+    return kelcl::ByteTranslation(inputSet, inputLength, outputSet, outputLength, padCharacter).of(*this);
+}
+
+DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum::StripMode mode) {
+    if (length == 0) return shared(*this);
+    if (isWideMode()) return stripWide(*this, set, setLength, mode);
+    return stripBytes(
+        *this, mode, [&] { return indexOfAnyBut(set, setLength, 1); },
+        [&] { return lastIndexOfAnyBut(set, setLength, length); });
+}
+
+DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
+    if (length == 0) return shared(*this);
+    if (isWideMode()) return stripWide(*this, test, mode);
+    return stripBytes(
+        *this, mode, [&] { return indexOfAnyBut(test, 1); }, [&] { return lastIndexOfAnyBut(test, length); });
+}
+
+DBuffer* DDBCSBuffer::reverse() {
+    if (length < 2) return shared(*this);
+    return isWideMode() ? reverseWide(*this) : reverseBytes(*this);
+}
+
+DBuffer* DDBCSBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {
+    if (n == 0 && position <= length) return shared(*this);
+    unsigned int const first = std::max(position, 1U);
+    if (isWideMode()) return overlayWide(*this, p, n, first, padCharacter);
+    return overlayBytes(*this, DBuffer::overlayWith(p, n, first, padCharacter), n, first, padCharacter);
+}
+
+DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
+    if (width >= length) return DBuffer::leftJustify(width, padCharacter);
+    if (isWideMode()) {
+        DWBuffer const text(contents(), length);
+        return narrowedTo(*this, width, text.wide, text.length, padCharacter);
+    }
+    DBuffer* const result = DBuffer::leftJustify(width, padCharacter);
+    kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);
+    return result;
+}
+
+DBuffer* DDBCSBuffer::insert(char const* p, unsigned int n, unsigned int position, char padCharacter) {
+    if ((n == 0 && position <= length) || position > length)
+        return DBuffer::insert(p, n, position, padCharacter);
+    if (isWideMode()) return insertWide(*this, p, n, position, padCharacter);
+    return DBuffer::insert(p, n, insertPosition(*this, position), padCharacter);
+}
+
+DBuffer* DDBCSBuffer::center(unsigned int width, char padCharacter) {
+    if (width >= length) return DBuffer::center(width, padCharacter);
+    return isWideMode() ? cutMiddleWide(*this, width, padCharacter)
+                        : cutMiddleBytes(*this, width, padCharacter);
+}
+
+DBuffer* DDBCSBuffer::change(char const* pattern, unsigned int patternLength, char const* replacement,
+                             unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
+    return DBuffer::change(pattern, patternLength, replacement, replacementLength, start, maxCount);
+}

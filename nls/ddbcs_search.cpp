@@ -1,0 +1,309 @@
+// DDBCSBuffer: extraction and searches. Scans begin at character starts and stop at character starts; what
+// can be found by bytes alone is left to the byte kernels.
+#include "nls/character_repair.h"
+#include "nls/character_set.h"
+#include "nls/owned_buffer.h"
+#include "nls/stepping.h"
+#include "string/byte_search.h"
+#include "string/byte_set.h"
+#include "string/length.h"
+
+#include <kelcl/ddbcsbuffer.h>
+#include <kelcl/dnlsutil.h>
+#include <kelcl/dstring.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using kelcl::notFound;
+
+std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
+
+unsigned int position(std::size_t offset) {
+    return offset == notFound ? 0 : static_cast<unsigned int>(offset) + 1;
+}
+
+int signedByte(char c) { return static_cast<signed char>(c); }
+
+/// The offset of the first character from `from` on, which is a character start, that `wanted(p, length)`
+/// wants.
+template <class Wanted>
+std::size_t firstCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSteps& steps, Wanted wanted) {
+    for (std::size_t at = from; at < text.length;) {
+        unsigned int const bytes = steps.length(text.contents() + at);
+        if (wanted(text.contents() + at, bytes)) return at;
+        at += bytes;
+    }
+    return notFound;
+}
+
+/// The offset of the last character at or before the one that starts at `from` that `wanted(p, length)`
+/// wants.
+template <class Wanted>
+std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSteps& steps, Wanted wanted) {
+    kelcl::FallingStarts starts(text.contents(), steps);
+    for (std::size_t at = from;; at = starts.startOf(at - 1)) {
+        if (wanted(text.contents() + at, steps.length(text.contents() + at))) return at;
+        if (at == 0) return notFound;
+    }
+}
+
+/// The first (last) place from `from` on (back) at which `find` finds something at a character start.
+template <class Find>
+std::size_t firstAtStart(std::string_view text, std::size_t from, kelcl::BufferSteps& steps, Find find) {
+    kelcl::RisingStarts starts(text.data(), from, steps);
+    for (std::size_t at = from;; ++at) {
+        std::size_t const found = find(text.substr(at));
+        if (found == notFound) return notFound;
+        at += found;
+        if (starts.isStart(at)) return at;
+    }
+}
+template <class Find>
+std::size_t lastAtStart(std::string_view head, std::size_t matchLength, kelcl::BufferSteps& steps,
+                        Find find) {
+    kelcl::FallingStarts starts(head.data(), steps);
+    for (;;) {
+        std::size_t const found = find(head);
+        if (found == notFound || starts.startOf(found) == found) return found;
+        head = head.substr(0, found + matchLength - 1);
+    }
+}
+
+/// Tests the characters of a text as wide values, by character number.
+template <class Numbers>
+unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
+    DWBuffer const wide(text.contents(), text.length);
+    unsigned int const number = numbers(
+        [&](unsigned int candidate) {
+            return (test.test(static_cast<int>(wide.wide[candidate - 1])) != 0) == wanted;
+        },
+        wide.length);
+    return number == 0 ? 0 : findBytePos(text.contents(), text.length, number);
+}
+
+unsigned int firstWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
+    unsigned int const first = findNextCharNum(text.contents(), text.length, std::max(start, 1U));
+    if (first == 0) return 0;
+    return testWide(text, test, wanted, [first](auto isWanted, unsigned int count) {
+        for (unsigned int number = first; number <= count; ++number)
+            if (isWanted(number)) return number;
+        return 0U;
+    });
+}
+
+unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
+    unsigned int const last = findCharNum(text.contents(), text.length, std::min(text.length, start));
+    if (last == 0) return 0;
+    return testWide(text, test, wanted, [last](auto isWanted, unsigned int count) {
+        for (unsigned int number = std::min(last, count); number > 0; --number)
+            if (isWanted(number)) return number;
+        return 0U;
+    });
+}
+
+bool isWideMode() { return DString::fgI18NState == 1; }
+
+} // namespace
+
+// Start positions
+// ------------------------------------------------------------------------------------------------------
+
+unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
+    unsigned int first = DBuffer::startSearch(start, patternLength);
+    if (first == 0) return 0;
+    while (first <= length && charType(first) >= 2)
+        ++first;
+    return first <= length ? first : 0;
+}
+
+unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
+    unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
+    while (last != 0 && charType(last) > 1)
+        --last;
+    return last;
+}
+
+// Extraction
+// -----------------------------------------------------------------------------------------------------------
+
+DBuffer* DDBCSBuffer::subString(unsigned int start) const {
+    if (start > length) return newBuffer(nullptr, 0);
+    std::size_t const room = 2 * (std::size_t{length} - start + 1);
+    std::unique_ptr<char[]> const scratch(new char[room]);
+    unsigned int const written = getRemainString(contents(), length, start, ' ', scratch.get());
+    return newBuffer(scratch.get(), written);
+}
+
+DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char padCharacter) const {
+    if (isWideMode()) {
+        if (count == 0) return newBuffer(nullptr, 0);
+        kelcl::OwnedBuffer result(kelcl::allocateLike(*this, count));
+        getSubString(contents(), length, start, padCharacter, result->contents(), count);
+        return result.release();
+    }
+    unsigned int const from = start >= 1 && start <= length ? start : 1;
+    unsigned int const available = start <= length ? length - from + 1 : 0;
+    unsigned int const taken = std::min(count, available);
+    DBuffer* const result =
+        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter);
+    kelcl::blankCutTail(*this, from, *result, 1, padCharacter);
+    if (taken == count && count < length - from + 1)
+        kelcl::blankCutHead(*this, from + count, *result, count, padCharacter);
+    return result;
+}
+
+// Forward searches
+// -----------------------------------------------------------------------------------------------------
+
+unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
+    if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
+    unsigned int const first = startSearch(start, patternLength);
+    if (first == 0 || patternLength == 0 || patternLength > length - first + 1) return 0;
+    kelcl::BufferSteps steps;
+    std::string_view const wanted(pattern, patternLength);
+    return position(firstAtStart(textOf(*this), first - 1, steps, [wanted](std::string_view rest) {
+        return kelcl::findPattern(rest, wanted);
+    }));
+}
+
+unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) const {
+    return isWideMode() ? indexOfAnyOf(test, start) : DBuffer::indexOf(test, start);
+}
+
+unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || setLength == 0 || first > length) return 0;
+    kelcl::BufferSteps steps;
+    if (setLength == 1) // any character that begins with the byte
+        return position(firstAtStart(textOf(*this), first - 1, steps,
+                                     [set](std::string_view rest) { return kelcl::findByte(rest, *set); }));
+    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    if (members.goesByBytes()) {
+        std::size_t const found = kelcl::findFirstIn(textOf(*this).substr(first - 1), members.singleBytes());
+        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
+    }
+    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || setLength == 0) return first;
+    if (setLength == 1 && *set != '\0' && kelcl::beginsLongerCharacter(*set))
+        return first; // no character equals it
+    if (first > length) return 0;
+    std::string_view const rest = textOf(*this).substr(first - 1);
+    auto const inRest = [first](std::size_t found) {
+        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
+    };
+    if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    if (members.goesByBytes()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
+    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return !members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::indexOfAnyOf(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return firstWide(*this, start, test, true);
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0) return 0;
+    // Every byte, inside of characters too, unlike the search for any but: callers rely on it.
+    for (unsigned int at = first; at <= length; ++at)
+        if (test.test(signedByte(contents()[at - 1])) != 0) return at;
+    return 0;
+}
+
+unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return firstWide(*this, start, test, false);
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0) return 0;
+    kelcl::BufferSteps steps;
+    return position(firstCharacter(*this, first - 1, steps, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) == 0;
+    }));
+}
+
+// Backward searches
+// ----------------------------------------------------------------------------------------------------
+
+unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternLength,
+                                      unsigned int start) const {
+    unsigned int const last = startBackwardsSearch(start, patternLength);
+    if (last == 0 || patternLength == 0) return 0;
+    kelcl::BufferSteps steps;
+    std::string_view const head = textOf(*this).substr(0, last - 1 + patternLength);
+    std::string_view const wanted(pattern, patternLength);
+    return position(lastAtStart(head, patternLength, steps, [wanted](std::string_view text) {
+        return wanted.size() == 1 ? kelcl::findLastByte(text, wanted.front())
+                                  : kelcl::findLastPattern(text, wanted);
+    }));
+}
+
+unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int start) const {
+    return isWideMode() ? lastIndexOfAnyOf(test, start) : DBuffer::lastIndexOf(test, start);
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
+                                           unsigned int start) const {
+    unsigned int const last = startBackwardsSearch(start, 1);
+    if (last == 0 || setLength == 0) return 0;
+    kelcl::BufferSteps steps;
+    std::string_view const head = textOf(*this).substr(0, last);
+    if (setLength == 1)
+        return position(lastAtStart(
+            head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
+    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    if (members.goesByBytes()) return position(kelcl::findLastIn(head, members.singleBytes()));
+    return position(lastCharacter(*this, last - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
+                                            unsigned int start) const {
+    unsigned int const last = startBackwardsSearch(start, 1);
+    if (last == 0 || setLength == 0) return last;
+    kelcl::BufferSteps steps;
+    if (setLength == 1) {
+        // Nothing is found then, where the forward search finds its start: callers rely on it.
+        if (*set != '\0' && kelcl::beginsLongerCharacter(*set)) return 0;
+        return position(
+            lastCharacter(*this, last - 1, steps, [set](char const* p, unsigned int) { return *p != *set; }));
+    }
+    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    if (members.goesByBytes()) {
+        std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, last), members.singleBytes());
+        return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
+    }
+    return position(lastCharacter(*this, last - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return !members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return lastWide(*this, start, test, true);
+    unsigned int const last = startBackwardsSearch(start, 1);
+    if (last == 0) return 0;
+    kelcl::BufferSteps steps;
+    return position(lastCharacter(*this, last - 1, steps, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) != 0;
+    }));
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return lastWide(*this, start, test, false);
+    unsigned int const last = startBackwardsSearch(start, 1);
+    if (last == 0) return 0;
+    kelcl::BufferSteps steps;
+    return position(lastCharacter(*this, last - 1, steps, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) == 0;
+    }));
+}

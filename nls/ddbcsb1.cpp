@@ -1,0 +1,218 @@
+// DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
+// characters.
+#include "except/raise.h"
+#include "nls/character_repair.h"
+#include "nls/character_set.h"
+#include "nls/conversion.h"
+#include "nls/stepping.h"
+#include "string/buffer_block.h"
+
+#include <kelcl/ddbcsbuffer.h>
+#include <kelcl/dexception.h>
+#include <kelcl/dstring.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+
+DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
+
+DDBCSBuffer::~DDBCSBuffer() = default;
+
+DBuffer* DDBCSBuffer::allocate(unsigned int size) const {
+    if (size >= kelcl::lengthLimit) overflow();
+    return kelcl::construct<DDBCSBuffer>(size);
+}
+
+char const* DDBCSBuffer::className() const { return "DDBCSBuffer"; }
+
+unsigned int DDBCSBuffer::charType(unsigned int index) const {
+    if (index == 0 || index > length) return 0;
+    kelcl::BufferSteps steps;
+    std::size_t const at = index - 1;
+    std::size_t const start = kelcl::startOfCharacter(contents(), at, steps);
+    if (start == at && steps.length(contents() + at) == 1) return 0;
+    return static_cast<unsigned int>(at - start) + 1;
+}
+
+char* DDBCSBuffer::next(char const* p) { return const_cast<char*>(p) + kelcl::BufferSteps().length(p); }
+char const* DDBCSBuffer::next(char const* p) const { return p + kelcl::BufferSteps().length(p); }
+
+int DDBCSBuffer::charLength(char const* p, std::mbstate_t* state) {
+    kelcl::BufferSteps steps(kelcl::isUtf8Locale() && std::mbsinit(state) != 0, *state);
+    auto const length = static_cast<int>(steps.length(p));
+    *state = steps.state();
+    return length;
+}
+
+int DDBCSBuffer::charLength(unsigned int index, std::mbstate_t* state) const {
+    return charLength(contents() + index - 1, state);
+}
+
+unsigned int DDBCSBuffer::prevCharLength(unsigned int index) const {
+    return index <= 1 ? 1 : std::max(charType(index - 1), 1U);
+}
+unsigned int DDBCSBuffer::prevCharLength(unsigned int index, std::mbstate_t*) const {
+    return prevCharLength(index);
+}
+
+int DDBCSBuffer::isSBC(char const* p, std::mbstate_t* state) { return charLength(p, state) == 1 ? 1 : 0; }
+
+int DDBCSBuffer::isCharValid(unsigned int index, char const* set, unsigned int setLength) const {
+    kelcl::BufferSteps steps;
+    char const* const character = contents() + index - 1;
+    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    return members.contains(character, steps.length(character)) ? 1 : 0;
+}
+
+// Comparison
+// ---------------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr unsigned long collationLine = 812; // hosts match on it
+
+enum Order : int { equal = 0, after = 1, before = 2 };
+
+/// The C library's collation as a function that may set errno: it is declared pure, so an optimiser that sees
+/// the name may drop what looks at errno behind the call.
+int (*const volatile collate)(wchar_t const*, wchar_t const*) = std::wcscoll;
+
+[[noreturn]] void raiseCollationError(int error) {
+    char text[48];
+    std::snprintf(text, sizeof text, "wcscoll errno = %d\n", error);
+    kelcl::raise(DInvalidRequest(text, static_cast<unsigned long>(error), DException::recoverable),
+                 {"ddbcsb1", nullptr, collationLine});
+}
+
+/// One side of a comparison: a text that is taken NUL-free segment by segment, each made wide.
+class Side {
+public:
+    Side(char const* text, unsigned int length)
+        : text_(text), length_(length), wide_(new (std::nothrow) wchar_t[std::size_t{length} + 1]) {}
+
+    bool hasMemory() const { return wide_ != nullptr; }
+    bool isUsedUp() const { return at_ >= length_; }
+    /// Whether all was taken. The NUL that ends a text does not count as taken.
+    bool isTakenToItsEnd() const { return at_ > length_; }
+
+    /// Skips NULs and returns how many.
+    unsigned int skipNuls() {
+        unsigned int const from = at_;
+        while (at_ < length_ && text_[at_] == '\0')
+            ++at_;
+        return at_ - from;
+    }
+
+    /// The bytes up to the next NUL or the end, as far as they convert, and moves behind that NUL.
+    wchar_t const* takeSegment() {
+        char const* const segment = text_ + std::min(at_, length_);
+        std::size_t const rest = length_ - std::min(at_, length_);
+        auto const* const nul =
+            static_cast<char const*>(rest == 0 ? nullptr : std::memchr(segment, '\0', rest));
+        std::size_t const size = nul != nullptr ? static_cast<std::size_t>(nul - segment) : rest;
+        kelcl::UtilitySteps steps;
+        wchar_t* out = wide_.get();
+        for (std::size_t i = 0; i < size; ++out) {
+            auto const step = steps.at(segment + i, size - i, *out);
+            if (step.outcome != kelcl::UtilitySteps::Outcome::character) break;
+            i += step.bytes;
+        }
+        *out = L'\0';
+        at_ += static_cast<unsigned int>(size) + 1;
+        return wide_.get();
+    }
+
+private:
+    char const* text_;
+    unsigned int length_;
+    unsigned int at_ =
+        0; ///< Bytes taken; one more than the length behind a last segment without a NUL of its own.
+    std::unique_ptr<wchar_t[]> wide_;
+};
+
+int collateWide(wchar_t const* left, wchar_t const* right) {
+    errno = 0;
+    int const result = collate(left, right);
+    if (errno == EINVAL) {
+        errno = 0;
+        return std::wcscmp(left, right);
+    }
+    if (errno != 0) raiseCollationError(errno);
+    return result;
+}
+
+enum class Outcome { decided, lengthsDecide, equal };
+
+/// Compares segment by segment. NULs between segments count, but unevenly: a side with fewer of them is less
+/// only in front of the first segment. Callers rely on it.
+Outcome collateSegments(Side& left, Side& right, int& result) {
+    result = 0;
+    for (bool isFirst = true;; isFirst = false) {
+        unsigned int const leftNuls = left.skipNuls();
+        unsigned int const rightNuls = right.skipNuls();
+        if (leftNuls != rightNuls) {
+            if (leftNuls > rightNuls)
+                result = 1;
+            else if (isFirst)
+                result = -1;
+            return result != 0 ? Outcome::decided : Outcome::lengthsDecide;
+        }
+        if (left.isUsedUp()) return Outcome::lengthsDecide;
+        wchar_t const* const leftSegment = left.takeSegment();
+        result = collateWide(leftSegment, right.takeSegment());
+        if (result != 0) return Outcome::decided;
+        if (left.isUsedUp() || right.isUsedUp())
+            return left.isTakenToItsEnd() && right.isTakenToItsEnd() ? Outcome::equal
+                                                                     : Outcome::lengthsDecide;
+    }
+}
+
+} // namespace
+
+int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
+    if (DString::fgI18NState != 1) return DBuffer::compare(other, otherLength);
+    if (other == nullptr) return after;
+    if (other == contents() && otherLength == length) return equal;
+    if (length == 0) return otherLength > 0 ? before : equal;
+    if (otherLength == 0) return after;
+
+    Side left(contents(), length);
+    Side right(static_cast<char const*>(other), otherLength);
+    if (!left.hasMemory() || !right.hasMemory()) return before;
+    int result = 0;
+    switch (collateSegments(left, right, result)) {
+    case Outcome::decided:
+        return result < 0 ? before : after;
+    case Outcome::equal:
+        return equal;
+    default:
+        return length == otherLength ? equal : length < otherLength ? before : after;
+    }
+}
+
+// Repairing edits
+// ------------------------------------------------------------------------------------------------------
+
+DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
+    if (length == 0 || start > length) {
+        ++refs;
+        return this;
+    }
+    unsigned int const first = std::max(start, 1U);
+    unsigned int const behind = first + std::min(count, length - first + 1);
+    DBuffer* const result = DBuffer::remove(first, count);
+    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
+    kelcl::blankCutTail(*this, behind, *result, first, ' ');
+    return result;
+}
+
+DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
+    DBuffer* const result = DBuffer::rightJustify(width, padCharacter);
+    if (width < length && width != 0)
+        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
+    return result;
+}

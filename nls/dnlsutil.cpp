@@ -1,0 +1,255 @@
+// The national-language functions on raw multi-byte text.
+#include "except/raise.h"
+#include "nls/conversion.h"
+#include "nls/stepping.h"
+#include "string/byte_search.h"
+#include "string/digits.h"
+
+#include <kelcl/dbase.h>
+#include <kelcl/dexception.h>
+#include <kelcl/dnlsutil.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+// Hosts match on these line numbers.
+constexpr unsigned long invalidSequenceLine = 725;
+constexpr unsigned long incompleteSequenceLine = 760;
+constexpr unsigned long unconvertibleLine = 880;
+
+using kelcl::UtilitySteps;
+using Outcome = UtilitySteps::Outcome;
+
+/// The walkers look ahead as far as a character can reach; behind the text there is a NUL at the least.
+constexpr std::size_t asFarAsNeeded = MB_LEN_MAX;
+
+[[noreturn]] void raiseBadSequence(unsigned long line) {
+    constexpr unsigned long badSequence = 1012;
+    kelcl::raise(DInvalidRequest(DBase::messageText(badSequence), badSequence, DException::unrecoverable),
+                 {"dnlsutil", nullptr, line});
+}
+
+[[noreturn]] void raiseUnconvertible() {
+    kelcl::raise(DInvalidRequest("cvtWCS2MBS", 0, DException::recoverable),
+                 {"dnlsutil", nullptr, unconvertibleLine});
+}
+
+bool isOutside(char const* s, unsigned int len, unsigned int position) {
+    return s == nullptr || position == 0 || position > len;
+}
+
+/// Walks a text from the front. An incomplete run counts as a character once it is closed by a complete one.
+class ForwardWalk {
+public:
+    explicit ForwardWalk(char const* text) : text_(text) {}
+
+    /// Takes one step; false at an invalid sequence.
+    bool step() {
+        UtilitySteps::Step const step = steps_.at(text_ + bytes, asFarAsNeeded);
+        if (step.outcome == Outcome::invalid) return false;
+        bool const closesRun = inRun;
+        inRun = step.outcome == Outcome::incomplete;
+        if (!closesRun) start = bytes;
+        if (!inRun) {
+            if (!closesRun) completeStart = bytes;
+            ++characters;
+        }
+        bytes += step.bytes;
+        return true;
+    }
+    /// Steps on until `target` bytes are passed; false at an invalid sequence.
+    bool passes(std::size_t target) {
+        while (bytes < target)
+            if (!step()) return false;
+        return true;
+    }
+    /// The number of the last character, an incomplete run included.
+    unsigned int number() const { return characters + (inRun ? 1 : 0); }
+
+    std::size_t bytes = 0;         ///< Passed so far.
+    unsigned int characters = 0;   ///< Completed so far.
+    std::size_t start = 0;         ///< Where the last character starts, or the run that it closes.
+    std::size_t completeStart = 0; ///< Where the last character starts that closes no run.
+    bool inRun = false;            ///< Whether the last step was incomplete.
+
+private:
+    char const* text_;
+    UtilitySteps steps_;
+};
+
+/// Where a piece of a text begins: the first character that starts at or behind byte `start`.
+struct PieceStart {
+    unsigned int character; ///< 0: not to be located.
+    unsigned int position;
+};
+
+PieceStart locatePiece(char const* s, unsigned int len, unsigned int start) {
+    unsigned int const character = findNextCharNum(s, len, start);
+    return {character, character == 0 ? 0 : findBytePos(s, len, character)};
+}
+
+std::unique_ptr<wchar_t[]> wideCopy(char const* s, unsigned int len, unsigned int& count) {
+    std::unique_ptr<wchar_t[]> wide(new wchar_t[len]);
+    count = static_cast<unsigned int>(cvtMBS2WCS(s, len, wide.get()));
+    return wide;
+}
+
+} // namespace
+
+unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
+    if (mbs == nullptr || len == 0 || wcs == nullptr) return 0;
+    UtilitySteps steps;
+    wchar_t* out = wcs;
+    bool inRun = false;
+    for (std::size_t at = 0; at < len;) {
+        if (!inRun) {
+            std::size_t const ascii = kelcl::widenAscii(out, mbs + at, len - at);
+            out += ascii;
+            at += ascii;
+            if (at == len) break;
+        }
+        UtilitySteps::Step const step = steps.at(mbs + at, len - at, *out);
+        if (step.outcome == Outcome::invalid) raiseBadSequence(invalidSequenceLine);
+        inRun = step.outcome == Outcome::incomplete;
+        if (!inRun) ++out;
+        at += step.bytes;
+    }
+    if (inRun) raiseBadSequence(incompleteSequenceLine);
+    return static_cast<unsigned long>(out - wcs);
+}
+
+int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state) {
+    std::size_t const window = std::min<std::size_t>(n, MB_CUR_MAX);
+    std::size_t const length = std::mbrtowc(pwc, s, window, state);
+    if (length == static_cast<std::size_t>(-1)) raiseBadSequence(invalidSequenceLine);
+    if (length == static_cast<std::size_t>(-2)) raiseBadSequence(incompleteSequenceLine);
+    return length == 0 ? 1 : static_cast<int>(length);
+}
+
+unsigned int cvtWCS2MBS(wchar_t const* wcs, unsigned int nwc, char* out, unsigned int outLen, int pad,
+                        char padChar) {
+    if (wcs == nullptr || out == nullptr || outLen == 0) return 0;
+    kelcl::NarrowCharacter character;
+    unsigned int written = 0;
+    for (unsigned int i = 0; i < nwc; ++i) {
+        if (!character.convert(wcs[i])) raiseUnconvertible();
+        if (character.length() > outLen - written) break; // only whole characters
+        std::memcpy(out + written, character.bytes(), character.length());
+        written += character.length();
+        if (written == outLen) return outLen;
+    }
+    if (pad == 0) return written;
+    std::memset(out + written, padChar, outLen - written);
+    return outLen;
+}
+
+unsigned int cvtWCS2MBS(DWBuffer const& wbuf, char* out, unsigned int outLen, int pad, char padChar) {
+    return cvtWCS2MBS(wbuf.wide, wbuf.length, out, outLen, pad, padChar);
+}
+
+unsigned int insWCS2WCS(wchar_t* src, int srcLen, wchar_t* ins, int insLen, int pos, wchar_t* dst) {
+    wchar_t* out = dst;
+    int const before = std::clamp(pos, 0, std::max(srcLen, 0));
+    out = std::copy_n(src, before, out);
+    if (insLen > 0) out = std::copy_n(ins, insLen, out);
+    if (before < srcLen) out = std::copy_n(src + before, srcLen - before, out);
+    return static_cast<unsigned int>(out - dst);
+}
+
+unsigned int findBytePos(char const* s, unsigned int len, unsigned int charNum) {
+    if (isOutside(s, len, charNum)) return 0;
+    if (len == 1) return charNum == 1 ? 1 : 0;
+    ForwardWalk walk(s);
+    while (walk.characters + 1 < charNum && walk.bytes + 1 < len)
+        if (!walk.step()) return 0;
+    return walk.bytes < len && walk.characters + 1 == charNum ? static_cast<unsigned int>(walk.bytes) + 1 : 0;
+}
+
+unsigned int findCharNum(char const* s, unsigned int len, unsigned int bytePos) {
+    if (isOutside(s, len, bytePos)) return 0;
+    ForwardWalk walk(s);
+    return walk.passes(bytePos) ? walk.number() : 0;
+}
+
+unsigned int findCurPos(char const* s, unsigned int len, unsigned int bytePos) {
+    if (isOutside(s, len, bytePos)) return 0;
+    ForwardWalk walk(s);
+    return walk.passes(bytePos) ? static_cast<unsigned int>(walk.start) + 1 : 0;
+}
+
+unsigned int findNextPos(char const* s, unsigned int len, unsigned int bytePos) {
+    if (isOutside(s, len, bytePos)) return 0;
+    ForwardWalk walk(s);
+    if (!walk.passes(bytePos)) return 0;
+    while (walk.inRun && walk.bytes < len)
+        if (!walk.step()) return 0;
+    return walk.bytes < len ? static_cast<unsigned int>(walk.bytes) + 1 : 0;
+}
+
+unsigned int findNextCharNum(char const* s, unsigned int len, unsigned int bytePos) {
+    if (isOutside(s, len, bytePos)) return 0;
+    ForwardWalk walk(s);
+    if (!walk.passes(bytePos)) return 0;
+    if (walk.completeStart + 1 == bytePos) return walk.number();
+    unsigned int const candidate = walk.number() + 1;
+    return findBytePos(s, len, candidate) != 0 ? candidate : 0;
+}
+
+unsigned int getRemainString(char const* s, unsigned int len, unsigned int start, char padChar, char* out) {
+    if (start > len) return 0;
+    unsigned int const from = std::max(start, 1U);
+    if (from > len) return 0;
+    PieceStart const piece = s != nullptr ? locatePiece(s, len, from) : PieceStart{0, 0};
+    if (piece.position == 0) {
+        std::memset(out, padChar, len - from + 1);
+        return len - from + 1;
+    }
+    unsigned int const cut = piece.position - from;
+    if (kelcl::isPlainUtf8Text(s, len)) { // what converts to itself need not be converted
+        std::memset(out, padChar, cut);
+        std::memcpy(out + cut, s + piece.position - 1, len - piece.position + 1);
+        return len - from + 1;
+    }
+    unsigned int count = 0;
+    std::unique_ptr<wchar_t[]> const wide = wideCopy(s, len, count);
+    std::memset(out, padChar, cut);
+    kelcl::NarrowCharacter character;
+    unsigned int written = cut;
+    for (unsigned int i = piece.character - 1; i < count; ++i) {
+        if (!character.convert(wide[i])) raiseUnconvertible();
+        std::memcpy(out + written, character.bytes(), character.length());
+        written += character.length();
+    }
+    return written;
+}
+
+char* getSubString(char const* s, unsigned int len, unsigned int start, char padChar, char* out,
+                   unsigned int count) {
+    if (count == 0) return out;
+    unsigned int const from = std::max(start, 1U);
+    PieceStart const piece = s != nullptr && from <= len ? locatePiece(s, len, from) : PieceStart{0, 0};
+    if (piece.position == 0) {
+        std::memset(out, padChar, count);
+        return out;
+    }
+    unsigned int wideCount = 0;
+    std::unique_ptr<wchar_t[]> const wide = wideCopy(s, len, wideCount);
+    unsigned int const cut = std::min(piece.position - from, count);
+    std::memset(out, padChar, cut);
+    if (cut == count) return out;
+    cvtWCS2MBS(wide.get() + piece.character - 1, wideCount - (piece.character - 1), out + cut, count - cut, 1,
+               padChar);
+    return out;
+}
+
+int isAllDigits(char const* s, unsigned int n) { return n == 0 || kelcl::isDecimalDigits({s, n}) ? 1 : 0; }
+int isAllHexDigits(char const* s, unsigned int n) { return n == 0 || kelcl::isHexDigits({s, n}) ? 1 : 0; }
+
+unsigned int indexThatIsNot(char const* s, unsigned int n, char c) {
+    std::size_t const found = n == 0 ? kelcl::notFound : kelcl::findByteOtherThan({s, n}, c);
+    return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
+}

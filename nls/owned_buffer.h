@@ -1,0 +1,21 @@
+// A new buffer until it is handed out: released if an exception passes.
+#ifndef KELCL_NLS_OWNED_BUFFER_H
+#define KELCL_NLS_OWNED_BUFFER_H
+
+#include "string/buffer_block.h"
+
+#include <memory>
+
+namespace kelcl {
+
+struct ReleaseBuffer {
+    void operator()(DBuffer* buffer) const noexcept {
+        if (--buffer->refs == 0) delete buffer;
+    }
+};
+
+using OwnedBuffer = std::unique_ptr<DBuffer, ReleaseBuffer>;
+
+} // namespace kelcl
+
+#endif

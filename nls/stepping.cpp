@@ -1,0 +1,81 @@
+// Stepping through the characters of multi-byte text: where the C library is asked.
+#include "nls/stepping.h"
+
+#include <cstring>
+#include <langinfo.h>
+
+namespace kelcl {
+
+namespace {
+
+constexpr auto invalidSequence = static_cast<std::size_t>(-1);
+constexpr auto incompleteSequence = static_cast<std::size_t>(-2);
+
+} // namespace
+
+bool isUtf8Locale() { return std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0; }
+
+unsigned int BufferSteps::askLibrary(char const* p, std::size_t available) {
+    std::size_t const window = available < longestCharacter ? available : longestCharacter;
+    std::size_t const length = std::mbrlen(p, window, &state_);
+    if (length == invalidSequence || length == incompleteSequence) {
+        state_ = std::mbstate_t{}; // the next byte begins anew
+        return 1;
+    }
+    return length < 1 ? 1 : static_cast<unsigned int>(length);
+}
+
+UtilitySteps::Step UtilitySteps::askLibrary(char const* p, std::size_t window, wchar_t& value) {
+    std::size_t const length = std::mbrtowc(&value, p, window, &state_);
+    if (length == invalidSequence) return {Outcome::invalid, 0};
+    if (length == incompleteSequence) return {Outcome::incomplete, window};
+    return {Outcome::character, length == 0 ? 1 : length};
+}
+
+bool beginsLongerCharacter(char byte) {
+    std::mbstate_t state{};
+    return std::mbrlen(&byte, 1, &state) == incompleteSequence;
+}
+
+namespace {
+
+/// The last byte at or before `at` that cannot be part of a longer character, or the front.
+std::size_t lastBoundary(char const* text, std::size_t at) {
+    while (at > 0 && !standsAlone(text[at], false))
+        --at;
+    return at;
+}
+
+std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {
+    if (!isContinuation(text[at])) return at;
+    for (std::size_t back = 1; back < BufferSteps::longestCharacter && back <= at; ++back) {
+        std::size_t const lead = at - back;
+        if (isContinuation(text[lead])) continue;
+        return steps.length(text + lead) > back ? lead : at;
+    }
+    return at;
+}
+
+} // namespace
+
+std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps) {
+    if (steps.isUtf8()) return startOfUtf8Character(text, at, steps);
+    std::size_t start = lastBoundary(text, at);
+    for (;;) {
+        std::size_t const next = start + steps.length(text + start);
+        if (next > at) return start;
+        start = next;
+    }
+}
+
+std::size_t FallingStarts::startOf(std::size_t offset) {
+    if (steps_.isUtf8()) return startOfUtf8Character(text_, offset, steps_);
+    while (!starts_.empty() && starts_.back() > offset)
+        starts_.pop_back();
+    if (starts_.empty())
+        for (std::size_t at = lastBoundary(text_, offset); at <= offset; at += steps_.length(text_ + at))
+            starts_.push_back(at);
+    return starts_.back();
+}
+
+} // namespace kelcl

@@ -1,0 +1,50 @@
+// The tables of translate: which character becomes which, for bytes and for wide characters. Of a character
+// that is listed twice the first place counts.
+#ifndef KELCL_NLS_TRANSLATION_H
+#define KELCL_NLS_TRANSLATION_H
+
+#include <kelcl/dbuffer.h>
+
+#include <cstddef>
+#include <cwchar>
+#include <string_view>
+#include <unordered_map>
+
+namespace kelcl {
+
+/// Replaces multi-byte characters. The replacements are part of the arguments, which must outlive the table.
+class ByteTranslation {
+public:
+    ByteTranslation(char const* from, unsigned int fromLength, char const* to, unsigned int toLength,
+                    char const& padCharacter);
+
+    /// The text with its characters replaced, always in a new buffer.
+    DBuffer* of(DBuffer const& text) const;
+
+private:
+    /// What stands in place of a character, null when it stays.
+    std::string_view const* replacementOf(char const* character, unsigned int length) const;
+
+    std::string_view single_[256];
+    bool isReplaced_[256] = {};
+    std::unordered_map<std::string_view, std::string_view> long_;
+};
+
+class WideTranslation {
+public:
+    /// @throws DInvalidRequest at arguments that do not convert.
+    WideTranslation(char const* from, unsigned int fromLength, char const* to, unsigned int toLength,
+                    char padCharacter);
+
+    wchar_t of(wchar_t character) const {
+        auto const found = table_.find(character);
+        return found == table_.end() ? character : found->second;
+    }
+
+private:
+    std::unordered_map<wchar_t, wchar_t> table_;
+};
+
+} // namespace kelcl
+
+#endif
