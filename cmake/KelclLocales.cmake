@@ -8,6 +8,7 @@ if(NOT EXISTS /usr/share/i18n/locales/en_US)
 endif()
 
 set(KELCL_LOCALE_DIR ${PROJECT_BINARY_DIR}/locales)
+file(MAKE_DIRECTORY ${KELCL_LOCALE_DIR})
 add_custom_target(kelcl_locales ALL)
 
 # kelcl_add_locale(NAME INPUT CHARMAP [CODESET])

@@ -29,8 +29,11 @@ constexpr std::size_t asFarAsNeeded = MB_LEN_MAX;
 
 [[noreturn]] void raiseBadSequence(unsigned long line) {
     constexpr unsigned long badSequence = 1012;
-    kelcl::raise(DInvalidRequest(DBase::messageText(badSequence), badSequence, DException::unrecoverable),
-                 {"dnlsutil", nullptr, line});
+    kelcl::raise(
+        [] {
+            return DInvalidRequest(DBase::messageText(badSequence), badSequence, DException::unrecoverable);
+        },
+        {"dnlsutil", nullptr, line});
 }
 
 [[noreturn]] void raiseUnconvertible() {

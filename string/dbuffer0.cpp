@@ -31,8 +31,12 @@ namespace kelcl {
 
 void raiseLengthOverflow() {
     constexpr unsigned long bufferOverflow = 1010;
-    raise(DInvalidRequest(DBase::messageText(bufferOverflow), bufferOverflow, DException::recoverable),
-          {"dbuffer0", nullptr, overflowLine});
+    raise(
+        [] {
+            return DInvalidRequest(DBase::messageText(bufferOverflow), bufferOverflow,
+                                   DException::recoverable);
+        },
+        {"dbuffer0", nullptr, overflowLine});
 }
 
 } // namespace kelcl

@@ -14,8 +14,11 @@ constexpr unsigned long writeNegative = 197;
 
 [[noreturn]] void raiseOutsideString(unsigned long line) {
     constexpr unsigned long outsideString = 1011;
-    kelcl::raise(DInvalidRequest(DBase::messageText(outsideString), outsideString, DException::recoverable),
-                 {"dstring5", nullptr, line});
+    kelcl::raise(
+        [] {
+            return DInvalidRequest(DBase::messageText(outsideString), outsideString, DException::recoverable);
+        },
+        {"dstring5", nullptr, line});
 }
 
 /// Indexes 0 and 1 both mean the first byte.

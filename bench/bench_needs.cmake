@@ -1,8 +1,13 @@
-# What bench_kernels needs beyond the other benchmarks: it times hidden functions, so it is linked from the library's
-# objects, and it runs beside GMP where that is installed.
+# What single benchmarks need beyond the others.
+
+# bench_kernels times hidden functions, so it is linked from the library's objects.
 function(kelcl_bench_kernels target)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:kelcl>)
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+endfunction()
+
+# GMP beside the number conversions, where it is installed.
+function(kelcl_bench_gmp target)
     find_path(KELCL_GMP_INCLUDE_DIR gmp.h)
     find_library(KELCL_GMP_LIBRARY gmp)
     mark_as_advanced(KELCL_GMP_INCLUDE_DIR KELCL_GMP_LIBRARY)
