@@ -53,7 +53,6 @@ DKORVA_Init::DKORVA_Init() {
 }
 
 // Not inline: hosts may rely on the symbol.
-DKORVA_Init::~DKORVA_Init() = default; // NOLINT(performance-trivially-destructible)
 
 void DKORVA_Init::write(char const* line) { TraceFn::write(line); }
 

@@ -3,9 +3,9 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string>
 
-#include <time.h>
 
 namespace {
 

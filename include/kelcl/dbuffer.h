@@ -184,10 +184,10 @@ public:
     /// Where a backward search begins; 0 when `start` is 0 or the pattern is longer than the text.
     virtual unsigned int startBackwardsSearch(unsigned int start, unsigned int patternLength) const;
 
-    /// The factory of new buffers: a buffer of `length` bytes, yet to be filled, with one reference. A plain
+    /// The factory of new buffers: a buffer of `size` bytes, yet to be filled, with one reference. A plain
     /// buffer makes plain buffers while MB_CUR_MAX is 1, else multi-byte ones.
-    /// @throws DInvalidRequest (message 1010, recoverable) for a `length` of 0xFFFFFFE7 or more.
-    virtual DBuffer* allocate(unsigned int length) const;
+    /// @throws DInvalidRequest (message 1010, recoverable) for a `size` of 0xFFFFFFE7 or more.
+    virtual DBuffer* allocate(unsigned int size) const;
     /// The class's name; compare the pointers to tell whether two buffers are of one class.
     virtual char const* className() const;
 

@@ -16,7 +16,7 @@
 /// sequences.
 class KELCL_EXPORT DDBCSBuffer : public DBuffer {
 public:
-    explicit DDBCSBuffer(unsigned int length);
+    explicit DDBCSBuffer(unsigned int size);
     ~DDBCSBuffer() override;
 
     /// The place (1, 2, ...) of the byte at `index` in its multi-byte character, 0 for a single-byte
@@ -108,8 +108,8 @@ public:
     unsigned int startBackwardsSearch(unsigned int start, unsigned int patternLength) const override;
 
     /// Always a DDBCSBuffer.
-    /// @throws DInvalidRequest (message 1010, recoverable) for a `length` of 0xFFFFFFE7 or more.
-    DBuffer* allocate(unsigned int length) const override;
+    /// @throws DInvalidRequest (message 1010, recoverable) for a `size` of 0xFFFFFFE7 or more.
+    DBuffer* allocate(unsigned int size) const override;
     char const* className() const override;
 
     /// Bytes of the character at `p`, looking at up to 6 bytes; 1 for a NUL and for bytes that are no

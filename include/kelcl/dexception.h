@@ -234,7 +234,7 @@ public:
 class KELCL_EXPORT DKORVA_Init : public DException::TraceFn {
 public:
     DKORVA_Init();
-    ~DKORVA_Init();
+    ~DKORVA_Init() = default;
     DKORVA_Init(DKORVA_Init const&) = delete;
     DKORVA_Init& operator=(DKORVA_Init const&) = delete;
 
