@@ -9,18 +9,22 @@
 
 namespace kelcl {
 
-std::size_t widenAscii(wchar_t* out, char const* in, std::size_t n) {
-    std::size_t at = 0;
-    for (; n - at >= sizeof(std::uint64_t); at += sizeof(std::uint64_t)) {
-        std::uint64_t block;
-        std::memcpy(&block, in + at, sizeof block);
-        if ((block & 0x8080808080808080U) != 0) break;
-        for (std::size_t i = 0; i < sizeof block; ++i)
-            out[at + i] = static_cast<wchar_t>(in[at + i]);
-    }
-    for (; at < n && static_cast<signed char>(in[at]) >= 0; ++at)
-        out[at] = static_cast<wchar_t>(in[at]);
-    return at;
+namespace {
+
+constexpr ByteSet asciiBytes = ByteSet::where([](unsigned char byte) { return byte < 0x80; });
+constexpr ByteSet invariantBytes =
+    ByteSet::where([](unsigned char byte) { return isInvariant(static_cast<char>(byte)); });
+
+} // namespace
+
+ByteSet const& bytesEqualToTheirWideValue(bool isUtf8) { return isUtf8 ? asciiBytes : invariantBytes; }
+
+std::size_t widenEqualBytes(wchar_t* out, char const* in, std::size_t n, bool isUtf8) {
+    std::size_t const found = findFirstNotIn({in, n}, bytesEqualToTheirWideValue(isUtf8));
+    std::size_t const count = found == notFound ? n : found;
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = static_cast<wchar_t>(in[i]);
+    return count;
 }
 
 bool isPlainUtf8Text(char const* text, std::size_t n) {

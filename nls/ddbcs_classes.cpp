@@ -1,10 +1,12 @@
 // DDBCSBuffer: character classes, kinds of characters, and the classes of wide values.
+#include "nls/conversion.h"
 #include "nls/stepping.h"
 #include "string/byte_search.h"
 #include "string/character_classes.h"
 
 #include <kelcl/ddbcsbuffer.h>
 
+#include <algorithm>
 #include <cwchar>
 #include <cwctype>
 #include <string_view>
@@ -60,18 +62,19 @@ std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts
     return kelcl::notFound;
 }
 
-/// Whether all characters are of a class. Runs of ASCII are told by the class's set.
+/// Whether all characters are of a class. Bytes that stand for the wide characters of the same value are told
+/// by the class's set.
 bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer const& buffer) {
     if (buffer.length == 0) return false;
     std::string_view const text(buffer.contents(), buffer.length);
+    kelcl::ByteSet const& equalBytes = kelcl::bytesEqualToTheirWideValue(kelcl::isUtf8Locale());
     WideWalk walk;
     for (std::size_t at = 0; at < text.size();) {
-        std::size_t const skipped = kelcl::findFirstNotIn(text.substr(at), ascii.ascii);
-        if (skipped == kelcl::notFound) return true;
-        at += skipped;
-        char const* const p = text.data() + at;
-        if (wide(walk.valueAt(p, text.size() - at)) == 0) return false;
-        at += walk.lengthAt(p);
+        std::string_view const members = text.substr(at, kelcl::findFirstNotIn(text.substr(at), ascii.ascii));
+        at += std::min(kelcl::findFirstNotIn(members, equalBytes), members.size());
+        if (at == text.size()) return true;
+        if (wide(walk.valueAt(text.data() + at, text.size() - at)) == 0) return false;
+        at += walk.lengthAt(text.data() + at);
     }
     return true;
 }

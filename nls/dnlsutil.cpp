@@ -110,9 +110,9 @@ unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
     bool inRun = false;
     for (std::size_t at = 0; at < len;) {
         if (!inRun) {
-            std::size_t const ascii = kelcl::widenAscii(out, mbs + at, len - at);
-            out += ascii;
-            at += ascii;
+            std::size_t const equal = kelcl::widenEqualBytes(out, mbs + at, len - at, steps.isUtf8());
+            out += equal;
+            at += equal;
             if (at == len) break;
         }
         UtilitySteps::Step const step = steps.at(mbs + at, len - at, *out);

@@ -100,7 +100,7 @@ public:
 
     UtilitySteps() : isUtf8_(isUtf8Locale()), mostBytes_(MB_CUR_MAX) {}
 
-    std::size_t mostBytes() const { return mostBytes_; }
+    bool isUtf8() const { return isUtf8_; }
 
     /// The step at `p`, looking at no more than MB_CUR_MAX and `available` bytes.
     Step at(char const* p, std::size_t available) {

@@ -17,14 +17,14 @@ DBuffer* makeBuffer(unsigned int length) {
     return construct<DBuffer>(length);
 }
 
+bool isPlain(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
+
 bool isOfLibraryClass(DBuffer const& buffer) {
-    return typeid(buffer) == typeid(DBuffer) || typeid(buffer) == typeid(DDBCSBuffer);
+    return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
 }
 
 bool growsInPlace(DBuffer const& buffer) {
-    std::type_info const* const type = &typeid(buffer);
-    if (type == &typeid(DDBCSBuffer)) return true;
-    return type == &typeid(DBuffer) && !isMultiByteLocale();
+    return isPlain(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
 }
 
 } // namespace kelcl

@@ -15,6 +15,9 @@ DBuffer* makeBuffer(unsigned int length);
 /// Whether the buffer is of exactly one of the library's two classes, not of one that a host derived.
 bool isOfLibraryClass(DBuffer const& buffer);
 
+/// Whether the buffer is of exactly the single-byte class, whose searches are those of the byte kernels.
+bool isPlain(DBuffer const& buffer);
+
 /// Whether the text may grow in the block it has up to `capacityOf` its length: the buffer is of exactly one
 /// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
 bool growsInPlace(DBuffer const& buffer);

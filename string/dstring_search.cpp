@@ -1,8 +1,11 @@
 // DString: substrings, counting and matching.
-#include "string/length.h"
+#include "string/buffer_factory.h"
+#include "string/byte_search.h"
 #include "string/wildcard.h"
 
 #include <kelcl/dstring.h>
+
+#include <string_view>
 
 namespace {
 
@@ -29,7 +32,7 @@ DString DString::subString(unsigned int start, unsigned int count, char padChara
 }
 
 unsigned int DString::occurrencesOf(char c, unsigned int startPos) const {
-    return countMatches([&](unsigned int from) { return indexOf(c, from); }, startPos, 1);
+    return occurrencesOf(&c, 1, startPos);
 }
 
 unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startPos) const {
@@ -39,6 +42,14 @@ unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startP
 
 unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
                                     unsigned int startPos) const {
+    if (patternLength != 0 && kelcl::isPlain(*buffer())) {
+        unsigned int const first = buffer()->startSearch(startPos, patternLength);
+        if (first == 0) return 0;
+        std::string_view const rest = std::string_view(*this).substr(first - 1);
+        return static_cast<unsigned int>(patternLength == 1
+                                             ? kelcl::countByte(rest, *pattern)
+                                             : kelcl::countPattern(rest, {pattern, patternLength}));
+    }
     return countMatches([&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); },
                         startPos, patternLength);
 }

@@ -717,6 +717,8 @@ private:
         for (wchar_t const c : L"\u00E9\u00DF\u00FF\u00B5\u0131\u0430\u042F\u03B1\u03A9\u3042\u30A2\u4E00\u8868\u4E02"
                                L"\uAC00\uFF11\uFF71\u3000\u00A0\U0001F600\U00020000\u0080\u0101")
             add(c);
+        for (wchar_t const c : L"\\~\u00A5\u203E\uFF3C\uFF5E") // some encodings do not have ASCII in its own places
+            add(c);
         for (int i = 0; i < 4000 && pool_.size() < 60; ++i)
             add(static_cast<wchar_t>(below(oneIn(3) ? 0x110000 : 0x10000)));
     }
@@ -864,6 +866,25 @@ private:
             ::release(result);
         }
         release(buffer);
+    }
+
+    /// Calls an edit of a string and checks the string and, when there is one, its copy.
+    template <class Operation, class Model>
+    void editedString(char const* name, Operation operation, Model model) {
+        name_ = name;
+        DString edited(given_);
+        shared_ = oneIn(2);
+        DString const copy = shared_ ? edited : DString(given_);
+        string_view const shouldStay = given_;
+        string const expected = outcomeOf([&] { return escaped(model().bytes); });
+        string const is = outcomeOf([&] {
+            operation(edited);
+            return escaped({edited.data(), edited.length()});
+        });
+        check(is, expected);
+        if (is.rfind("throws", 0) == 0 && string_view(edited.data(), edited.length()) != shouldStay)
+            failed_ = "the string changed by a failure";
+        if (string_view(copy.data(), copy.length()) != shouldStay) failed_ = "the copy changed";
     }
 
     void checkBuffers(DBuffer const& buffer, unsigned int refs, DBuffer const& result, Edited const& shouldBe) {
@@ -1040,7 +1061,52 @@ void Trial::edit() {
     }
 }
 
-void Trial::editString() {}
+/// The same through a string, which takes the result in place of its own text; a copy of it must not notice.
+void Trial::editString() {
+    Text const t(given_);
+    Text const p(first_);
+    Text const q(second_);
+    DStringTest const test(test_);
+    switch (below(13)) {
+    case 0:
+        return editedString("DString upperCase", [](DString& s) { s.upperCase(); }, [&] { return caseOf(t, true); });
+    case 1:
+        return editedString("DString lowerCase", [](DString& s) { s.lowerCase(); },
+                            [&] { return caseOf(t, false); });
+    case 2:
+        return editedString("DString translate", [&](DString& s) { s.translate(first_, second_, pad_); },
+                            [&] { return translated(t, p, q, pad_); });
+    case 3:
+        return editedString("DString strip(set)", [&](DString& s) { s.strip(first_, mode_); },
+                            [&] { return stripped(t, p, mode_); });
+    case 4:
+        return editedString("DString strip(test)", [&](DString& s) { s.strip(test, mode_); },
+                            [&] { return stripped(t, test_, mode_); });
+    case 5:
+        return editedString("DString reverse", [](DString& s) { s.reverse(); }, [&] { return reversed(t); });
+    case 6:
+        return editedString("DString overlayWith", [&](DString& s) { s.overlayWith(first_, a_, pad_); },
+                            [&] { return overlaid(t, p, a_, pad_); });
+    case 7:
+        return editedString("DString leftJustify", [&](DString& s) { s.leftJustify(a_, pad_); },
+                            [&] { return leftJustified(t, a_, pad_); });
+    case 8:
+        return editedString("DString rightJustify", [&](DString& s) { s.rightJustify(a_, pad_); },
+                            [&] { return rightJustified(t, a_, pad_); });
+    case 9:
+        return editedString("DString insert", [&](DString& s) { s.insert(first_, a_, pad_); },
+                            [&] { return inserted(t, p, a_, pad_); });
+    case 10:
+        return editedString("DString center", [&](DString& s) { s.center(a_, pad_); },
+                            [&] { return centered(t, a_, pad_); });
+    case 11:
+        return editedString("DString remove", [&](DString& s) { s.remove(a_, b_); },
+                            [&] { return b_ == 0 ? same(t) : removed(t, a_, b_); });
+    default:
+        return editedString("DString change", [&](DString& s) { s.change(first_, second_, a_, b_); },
+                            [&] { return changed(t, p, q, a_, b_); });
+    }
+}
 
 TEST(RandomMultiByteOperations, AgreeWithAPlainModelThatStepsThroughTheCharacters) {
     char const* const wanted = std::getenv("KELCL_RANDOM_OPERATIONS");
