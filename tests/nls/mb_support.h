@@ -56,7 +56,7 @@ struct Samples {
     Sample wide;         ///< Two columns wide, of two bytes or more.
     Sample narrow;       ///< One column wide, of two bytes or more.
     Sample asciiTrail;   ///< Its last byte is an ASCII letter, digit or sign.
-    std::string invalid; ///< One byte that is not part of any character.
+    std::string invalid; ///< One byte that is not part of any character; none where every byte is one.
     std::string lead;    ///< The first bytes of a longer character, not all of them.
 
     /// All characters that exist, the letter first.
@@ -108,8 +108,10 @@ inline Samples const& samples() {
             s.lead = "\xA4";
         } else if (localeModeIs("euckr")) {
             s.two = s.wide = {"\xB0\xA1", 0xAC00};
-            s.invalid = "\xFF";
+            s.invalid = "\xA0";
             s.lead = "\xB0";
+        } else if (localeModeIs("C")) {
+            s.invalid = "\xFF";
         }
         return s;
     }();

@@ -1,9 +1,9 @@
-// Every operation of the multi-byte buffer on random texts, beside a slow and plain model that walks its texts a
-// character at a time with the C library: valid text, bytes that are no character, truncated characters, NULs,
-// starts inside of characters, sole and shared receivers.
+// Every operation of the multi-byte buffer on random texts, beside a slow and plain model that walks its
+// texts a character at a time with the C library: valid text, bytes that are no character, truncated
+// characters, NULs, starts inside of characters, sole and shared receivers.
 //
-// KELCL_RANDOM_OPERATIONS tells how many operations to run (without it, two seconds of them), KELCL_RANDOM_SEED
-// where to start.
+// KELCL_RANDOM_OPERATIONS tells how many operations to run (without it, two seconds of them),
+// KELCL_RANDOM_SEED where to start.
 #include <kelcl/dbuffer.h>
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dexception.h>
@@ -66,7 +66,9 @@ public:
     string piece(unsigned int position, unsigned int count) const {
         return bytes_.substr(position - 1, count);
     }
-    string from(unsigned int position) const { return position > length ? "" : string(view().substr(position - 1)); }
+    string from(unsigned int position) const {
+        return position > length ? "" : string(view().substr(position - 1));
+    }
 };
 
 unsigned int characterLength(char const* p) {
@@ -104,7 +106,8 @@ wstring widened(Text const& t) {
     std::mbstate_t state{};
     for (unsigned int at = 1; at <= t.length;) {
         wchar_t c = 0;
-        std::size_t const n = std::mbrtowc(&c, t.at(at), std::min<std::size_t>(MB_CUR_MAX, t.length - at + 1), &state);
+        std::size_t const n =
+            std::mbrtowc(&c, t.at(at), std::min<std::size_t>(MB_CUR_MAX, t.length - at + 1), &state);
         if (n == invalid) throw Failure{1012, 725};
         if (n == incomplete) throw Failure{1012, 760}; // none of the locales has one but at the end
         result += c;
@@ -384,7 +387,8 @@ unsigned int windexOfAnyBut(Text const& t, Function test, unsigned int start) {
 
 // Edits
 
-/// The result of an edit. Unchanged: the receiver itself comes back. In place: it does when it is the sole owner.
+/// The result of an edit. Unchanged: the receiver itself comes back. In place: it does when it is the sole
+/// owner.
 struct Edited {
     enum class Where { fresh, unchanged, inPlace };
     string bytes;
@@ -458,7 +462,8 @@ Edited translated(Text const& t, Text const& from, Text const& to, char pad) {
     std::vector<string> const replace = charactersOf(to);
     string result;
     for (string const& character : charactersOf(t)) {
-        auto const place = static_cast<std::size_t>(std::find(search.begin(), search.end(), character) - search.begin());
+        auto const place =
+            static_cast<std::size_t>(std::find(search.begin(), search.end(), character) - search.begin());
         if (place == search.size())
             result += character;
         else
@@ -606,7 +611,8 @@ Edited removed(Text const& t, unsigned int start, unsigned int count) {
     return {result};
 }
 
-Edited changed(Text const& t, Text const& pattern, Text const& replacement, unsigned int start, unsigned int most) {
+Edited changed(Text const& t, Text const& pattern, Text const& replacement, unsigned int start,
+               unsigned int most) {
     string result;
     unsigned int copied = 0;
     unsigned int count = 0;
@@ -668,7 +674,7 @@ public:
         first_ = relatedText();
         second_ = relatedText();
         pad_ = " .-\0\xFF\x81"
-            "A"[below(7)];
+               "A"[below(7)];
         a_ = number();
         b_ = number();
         test_ = predicates[below(static_cast<unsigned int>(predicates.size()))];
@@ -689,9 +695,10 @@ public:
 
     string report() const {
         std::ostringstream out;
-        out << name_ << ": " << failed_ << "\n  text " << escaped(given_) << "\n  arguments " << escaped(first_) << ' '
-            << escaped(second_) << "\n  numbers " << a_ << ' ' << b_ << ", strip mode "
-            << static_cast<unsigned int>(mode_) << ", pad " << escaped(string(1, pad_)) << (shared_ ? ", shared" : "");
+        out << name_ << ": " << failed_ << "\n  text " << escaped(given_) << "\n  arguments "
+            << escaped(first_) << ' ' << escaped(second_) << "\n  numbers " << a_ << ' ' << b_
+            << ", strip mode " << static_cast<unsigned int>(mode_) << ", pad " << escaped(string(1, pad_))
+            << (shared_ ? ", shared" : "");
         return out.str();
     }
 
@@ -704,7 +711,7 @@ private:
         string result = "\"";
         for (char const c : bytes) {
             auto const byte = static_cast<unsigned char>(c);
-            if (byte >= ' ' && byte < 0x7F)
+            if (byte >= ' ' && byte < 0x7F && c != '\\')
                 result += c;
             else
                 result += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
@@ -714,10 +721,12 @@ private:
 
     /// Characters of this locale.
     void fillPool() {
-        for (wchar_t const c : L"\u00E9\u00DF\u00FF\u00B5\u0131\u0430\u042F\u03B1\u03A9\u3042\u30A2\u4E00\u8868\u4E02"
-                               L"\uAC00\uFF11\uFF71\u3000\u00A0\U0001F600\U00020000\u0080\u0101")
+        for (wchar_t const c :
+             L"\u00E9\u00DF\u00FF\u00B5\u0131\u0430\u042F\u03B1\u03A9\u3042\u30A2\u4E00\u8868\u4E02"
+             L"\uAC00\uFF11\uFF71\u3000\u00A0\U0001F600\U00020000\u0080\u0101")
             add(c);
-        for (wchar_t const c : L"\\~\u00A5\u203E\uFF3C\uFF5E") // some encodings do not have ASCII in its own places
+        for (wchar_t const c :
+             L"\\~\u00A5\u203E\uFF3C\uFF5E") // some encodings do not have ASCII in its own places
             add(c);
         for (int i = 0; i < 4000 && pool_.size() < 60; ++i)
             add(static_cast<wchar_t>(below(oneIn(3) ? 0x110000 : 0x10000)));
@@ -726,7 +735,7 @@ private:
         char bytes[MB_LEN_MAX];
         std::mbstate_t state{};
         std::size_t const n = std::wcrtomb(bytes, c, &state);
-        if (c != 0 && n != invalid) pool_.emplace_back(bytes, n);
+        if (c != 0 && n != invalid && n != 0) pool_.emplace_back(bytes, n);
     }
 
     string randomCharacter() {
@@ -735,9 +744,9 @@ private:
     }
 
     string badBytes() {
-        static string const odd[] = {"\xC0\x80",         "\xED\xA0\x80",         "\xF8\x88\x80\x80\x80",
-                                     "\xFC\x84\x80\x80\x80\x80", "\xFF",         "\x80",
-                                     "\x8F\xA1",         "\x81\x30\x81",         "\xF4\x90\x80\x80", "\x8E"};
+        static string const odd[] = {
+            "\xC0\x80", "\xED\xA0\x80", "\xF8\x88\x80\x80\x80", "\xFC\x84\x80\x80\x80\x80", "\xFF",
+            "\x80",     "\x8F\xA1",     "\x81\x30\x81",         "\xF4\x90\x80\x80",         "\x8E"};
         if (oneIn(3)) return odd[below(10)];
         if (oneIn(2)) return string(1, static_cast<char>(below(256)));
         string const whole = pool_[below(static_cast<unsigned int>(pool_.size()))];
@@ -823,7 +832,8 @@ private:
     }
 
     static bool agree(string const& is, string const& shouldBe) {
-        if (shouldBe == "throws 1012 line 0") return is == "throws 1012 line 725" || is == "throws 1012 line 760";
+        if (shouldBe == "throws 1012 line 0")
+            return is == "throws 1012 line 725" || is == "throws 1012 line 760";
         return is == shouldBe;
     }
 
@@ -860,7 +870,8 @@ private:
         });
         check(is, expected);
         if (result == nullptr) {
-            if (buffer->refs != refs || textOf(*buffer) != given_) failed_ = "the receiver changed by a failure";
+            if (buffer->refs != refs || textOf(*buffer) != given_)
+                failed_ = "the receiver changed by a failure";
         } else {
             checkBuffers(*buffer, refs, *result, shouldBe);
             ::release(result);
@@ -887,7 +898,8 @@ private:
         if (string_view(copy.data(), copy.length()) != shouldStay) failed_ = "the copy changed";
     }
 
-    void checkBuffers(DBuffer const& buffer, unsigned int refs, DBuffer const& result, Edited const& shouldBe) {
+    void checkBuffers(DBuffer const& buffer, unsigned int refs, DBuffer const& result,
+                      Edited const& shouldBe) {
         if (result.contents()[result.length] != '\0') failed_ = "no NUL behind the result";
         if (std::strcmp(result.className(), "DDBCSBuffer") != 0) failed_ = "the result is of another class";
         bool const isReceiver = &result == &buffer;
@@ -926,47 +938,58 @@ void Trial::search() {
     auto const& multi = dynamic_cast<DDBCSBuffer&>(*buffer);
     switch (below(16)) {
     case 0:
-        found("indexOf", [&] { return buffer->indexOf(p, n, from); }, [&] { return indexOf(t, set, from); });
+        found(
+            "indexOf", [&] { return buffer->indexOf(p, n, from); }, [&] { return indexOf(t, set, from); });
         break;
     case 1:
-        found("indexOfAnyOf", [&] { return buffer->indexOfAnyOf(p, n, from); },
-              [&] { return indexOfAnyOf(t, set, from); });
+        found(
+            "indexOfAnyOf", [&] { return buffer->indexOfAnyOf(p, n, from); },
+            [&] { return indexOfAnyOf(t, set, from); });
         break;
     case 2:
-        found("indexOfAnyBut", [&] { return buffer->indexOfAnyBut(p, n, from); },
-              [&] { return indexOfAnyBut(t, set, from); });
+        found(
+            "indexOfAnyBut", [&] { return buffer->indexOfAnyBut(p, n, from); },
+            [&] { return indexOfAnyBut(t, set, from); });
         break;
     case 3:
-        found("lastIndexOf", [&] { return buffer->lastIndexOf(p, n, from); },
-              [&] { return lastIndexOf(t, set, from); });
+        found(
+            "lastIndexOf", [&] { return buffer->lastIndexOf(p, n, from); },
+            [&] { return lastIndexOf(t, set, from); });
         break;
     case 4:
-        found("lastIndexOfAnyOf", [&] { return buffer->lastIndexOfAnyOf(p, n, from); },
-              [&] { return lastIndexOfAnyOf(t, set, from); });
+        found(
+            "lastIndexOfAnyOf", [&] { return buffer->lastIndexOfAnyOf(p, n, from); },
+            [&] { return lastIndexOfAnyOf(t, set, from); });
         break;
     case 5:
-        found("lastIndexOfAnyBut", [&] { return buffer->lastIndexOfAnyBut(p, n, from); },
-              [&] { return lastIndexOfAnyBut(t, set, from); });
+        found(
+            "lastIndexOfAnyBut", [&] { return buffer->lastIndexOfAnyBut(p, n, from); },
+            [&] { return lastIndexOfAnyBut(t, set, from); });
         break;
     case 6:
-        found("startSearch", [&] { return buffer->startSearch(from, b_); },
-              [&] { return startForward(t, from, b_); });
+        found(
+            "startSearch", [&] { return buffer->startSearch(from, b_); },
+            [&] { return startForward(t, from, b_); });
         break;
     case 7:
-        found("startBackwardsSearch", [&] { return buffer->startBackwardsSearch(from, b_); },
-              [&] { return startBackward(t, from, b_); });
+        found(
+            "startBackwardsSearch", [&] { return buffer->startBackwardsSearch(from, b_); },
+            [&] { return startBackward(t, from, b_); });
         break;
     case 8:
-        found("charType", [&] { return buffer->charType(inside); }, [&] { return typeOf(t, inside); });
+        found(
+            "charType", [&] { return buffer->charType(inside); }, [&] { return typeOf(t, inside); });
         break;
     case 9:
-        found("prevCharLength", [&] { return multi.prevCharLength(inside + 1); },
-              [&] { return previousLength(t, inside + 1); });
+        found(
+            "prevCharLength", [&] { return multi.prevCharLength(inside + 1); },
+            [&] { return previousLength(t, inside + 1); });
         break;
     case 10:
         if (inside == 0 || typeOf(t, inside) > 1) break;
-        found("isCharValid", [&] { return multi.isCharValid(inside, p, n) != 0; },
-              [&] { return isMember(t, inside, set); });
+        found(
+            "isCharValid", [&] { return multi.isCharValid(inside, p, n) != 0; },
+            [&] { return isMember(t, inside, set); });
         break;
     default:
         searchWithTest(*buffer, t);
@@ -980,27 +1003,34 @@ void Trial::searchWithTest(DBuffer const& buffer, Text const& t) {
     unsigned int const from = a_;
     switch (below(7)) {
     case 0:
-        return found("indexOf(test)", [&] { return buffer.indexOf(test, from); },
-                     [&] { return indexOfAnyOf(t, test_, from); });
+        return found(
+            "indexOf(test)", [&] { return buffer.indexOf(test, from); },
+            [&] { return indexOfAnyOf(t, test_, from); });
     case 1:
-        return found("indexOfAnyOf(test)", [&] { return buffer.indexOfAnyOf(test, from); },
-                     [&] { return indexOfAnyOf(t, test_, from); });
+        return found(
+            "indexOfAnyOf(test)", [&] { return buffer.indexOfAnyOf(test, from); },
+            [&] { return indexOfAnyOf(t, test_, from); });
     case 2:
-        return found("indexOfAnyBut(test)", [&] { return buffer.indexOfAnyBut(test, from); },
-                     [&] { return indexOfAnyBut(t, test_, from); });
+        return found(
+            "indexOfAnyBut(test)", [&] { return buffer.indexOfAnyBut(test, from); },
+            [&] { return indexOfAnyBut(t, test_, from); });
     case 3:
-        return found("lastIndexOf(test)", [&] { return buffer.lastIndexOf(test, from); },
-                     [&] { return lastIndexOfAnyOf(t, test_, from); });
+        return found(
+            "lastIndexOf(test)", [&] { return buffer.lastIndexOf(test, from); },
+            [&] { return lastIndexOfAnyOf(t, test_, from); });
     case 4:
-        return found("lastIndexOfAnyOf(test)", [&] { return buffer.lastIndexOfAnyOf(test, from); },
-                     [&] { return lastIndexOfAnyOf(t, test_, from); });
+        return found(
+            "lastIndexOfAnyOf(test)", [&] { return buffer.lastIndexOfAnyOf(test, from); },
+            [&] { return lastIndexOfAnyOf(t, test_, from); });
     case 5:
-        return found("lastIndexOfAnyBut(test)", [&] { return buffer.lastIndexOfAnyBut(test, from); },
-                     [&] { return lastIndexOfAnyBut(t, test_, from); });
+        return found(
+            "lastIndexOfAnyBut(test)", [&] { return buffer.lastIndexOfAnyBut(test, from); },
+            [&] { return lastIndexOfAnyBut(t, test_, from); });
     default:
-        return found("windexOfAnyBut",
-                     [&] { return dynamic_cast<DDBCSBuffer const&>(buffer).windexOfAnyBut(test, from); },
-                     [&] { return windexOfAnyBut(t, test_, from); });
+        return found(
+            "windexOfAnyBut",
+            [&] { return dynamic_cast<DDBCSBuffer const&>(buffer).windexOfAnyBut(test, from); },
+            [&] { return windexOfAnyBut(t, test_, from); });
     }
 }
 
@@ -1017,47 +1047,61 @@ void Trial::edit() {
     DStringTest const test(test_);
     switch (below(16)) {
     case 0:
-        return edited("upperCase", [](DBuffer* b) { return b->upperCase(); }, [&] { return caseOf(t, true); });
+        return edited(
+            "upperCase", [](DBuffer* b) { return b->upperCase(); }, [&] { return caseOf(t, true); });
     case 1:
-        return edited("lowerCase", [](DBuffer* b) { return b->lowerCase(); }, [&] { return caseOf(t, false); });
+        return edited(
+            "lowerCase", [](DBuffer* b) { return b->lowerCase(); }, [&] { return caseOf(t, false); });
     case 2:
     case 3:
-        return edited("translate", [&](DBuffer* b) { return b->translate(x, n, y, m, pad_); },
-                      [&] { return translated(t, p, q, pad_); });
+        return edited(
+            "translate", [&](DBuffer* b) { return b->translate(x, n, y, m, pad_); },
+            [&] { return translated(t, p, q, pad_); });
     case 4:
-        return edited("strip(set)", [&](DBuffer* b) { return b->strip(x, n, mode_); },
-                      [&] { return stripped(t, p, mode_); });
+        return edited(
+            "strip(set)", [&](DBuffer* b) { return b->strip(x, n, mode_); },
+            [&] { return stripped(t, p, mode_); });
     case 5:
-        return edited("strip(test)", [&](DBuffer* b) { return b->strip(test, mode_); },
-                      [&] { return stripped(t, test_, mode_); });
+        return edited(
+            "strip(test)", [&](DBuffer* b) { return b->strip(test, mode_); },
+            [&] { return stripped(t, test_, mode_); });
     case 6:
-        return edited("reverse", [](DBuffer* b) { return b->reverse(); }, [&] { return reversed(t); });
+        return edited(
+            "reverse", [](DBuffer* b) { return b->reverse(); }, [&] { return reversed(t); });
     case 7:
-        return edited("overlayWith", [&](DBuffer* b) { return b->overlayWith(x, n, a_, pad_); },
-                      [&] { return overlaid(t, p, a_, pad_); });
+        return edited(
+            "overlayWith", [&](DBuffer* b) { return b->overlayWith(x, n, a_, pad_); },
+            [&] { return overlaid(t, p, a_, pad_); });
     case 8:
-        return edited("leftJustify", [&](DBuffer* b) { return b->leftJustify(a_, pad_); },
-                      [&] { return leftJustified(t, a_, pad_); });
+        return edited(
+            "leftJustify", [&](DBuffer* b) { return b->leftJustify(a_, pad_); },
+            [&] { return leftJustified(t, a_, pad_); });
     case 9:
-        return edited("rightJustify", [&](DBuffer* b) { return b->rightJustify(a_, pad_); },
-                      [&] { return rightJustified(t, a_, pad_); });
+        return edited(
+            "rightJustify", [&](DBuffer* b) { return b->rightJustify(a_, pad_); },
+            [&] { return rightJustified(t, a_, pad_); });
     case 10:
-        return edited("insert", [&](DBuffer* b) { return b->insert(x, n, a_, pad_); },
-                      [&] { return inserted(t, p, a_, pad_); });
+        return edited(
+            "insert", [&](DBuffer* b) { return b->insert(x, n, a_, pad_); },
+            [&] { return inserted(t, p, a_, pad_); });
     case 11:
-        return edited("center", [&](DBuffer* b) { return b->center(a_, pad_); },
-                      [&] { return centered(t, a_, pad_); });
+        return edited(
+            "center", [&](DBuffer* b) { return b->center(a_, pad_); }, [&] { return centered(t, a_, pad_); });
     case 12:
-        return edited("remove", [&](DBuffer* b) { return b->remove(a_, b_); }, [&] { return removed(t, a_, b_); });
+        return edited(
+            "remove", [&](DBuffer* b) { return b->remove(a_, b_); }, [&] { return removed(t, a_, b_); });
     case 13:
-        return edited("change", [&](DBuffer* b) { return b->change(x, n, y, m, a_, b_); },
-                      [&] { return changed(t, p, q, a_, b_); });
+        return edited(
+            "change", [&](DBuffer* b) { return b->change(x, n, y, m, a_, b_); },
+            [&] { return changed(t, p, q, a_, b_); });
     case 14:
-        return edited("subString(start)",
-                      [&](DBuffer* b) { return b->subString(a_); }, [&] { return Edited{remainOf(t, a_, ' ')}; });
+        return edited(
+            "subString(start)", [&](DBuffer* b) { return b->subString(a_); },
+            [&] { return Edited{remainOf(t, a_, ' ')}; });
     default:
-        return edited("subString(start, count)", [&](DBuffer* b) { return b->subString(a_, b_, pad_); },
-                      [&] { return Edited{subStringOf(t, a_, b_, pad_)}; });
+        return edited(
+            "subString(start, count)", [&](DBuffer* b) { return b->subString(a_, b_, pad_); },
+            [&] { return Edited{subStringOf(t, a_, b_, pad_)}; });
     }
 }
 
@@ -1069,42 +1113,53 @@ void Trial::editString() {
     DStringTest const test(test_);
     switch (below(13)) {
     case 0:
-        return editedString("DString upperCase", [](DString& s) { s.upperCase(); }, [&] { return caseOf(t, true); });
+        return editedString(
+            "DString upperCase", [](DString& s) { s.upperCase(); }, [&] { return caseOf(t, true); });
     case 1:
-        return editedString("DString lowerCase", [](DString& s) { s.lowerCase(); },
-                            [&] { return caseOf(t, false); });
+        return editedString(
+            "DString lowerCase", [](DString& s) { s.lowerCase(); }, [&] { return caseOf(t, false); });
     case 2:
-        return editedString("DString translate", [&](DString& s) { s.translate(first_, second_, pad_); },
-                            [&] { return translated(t, p, q, pad_); });
+        return editedString(
+            "DString translate", [&](DString& s) { s.translate(first_, second_, pad_); },
+            [&] { return translated(t, p, q, pad_); });
     case 3:
-        return editedString("DString strip(set)", [&](DString& s) { s.strip(first_, mode_); },
-                            [&] { return stripped(t, p, mode_); });
+        return editedString(
+            "DString strip(set)", [&](DString& s) { s.strip(first_, mode_); },
+            [&] { return stripped(t, p, mode_); });
     case 4:
-        return editedString("DString strip(test)", [&](DString& s) { s.strip(test, mode_); },
-                            [&] { return stripped(t, test_, mode_); });
+        return editedString(
+            "DString strip(test)", [&](DString& s) { s.strip(test, mode_); },
+            [&] { return stripped(t, test_, mode_); });
     case 5:
-        return editedString("DString reverse", [](DString& s) { s.reverse(); }, [&] { return reversed(t); });
+        return editedString(
+            "DString reverse", [](DString& s) { s.reverse(); }, [&] { return reversed(t); });
     case 6:
-        return editedString("DString overlayWith", [&](DString& s) { s.overlayWith(first_, a_, pad_); },
-                            [&] { return overlaid(t, p, a_, pad_); });
+        return editedString(
+            "DString overlayWith", [&](DString& s) { s.overlayWith(first_, a_, pad_); },
+            [&] { return overlaid(t, p, a_, pad_); });
     case 7:
-        return editedString("DString leftJustify", [&](DString& s) { s.leftJustify(a_, pad_); },
-                            [&] { return leftJustified(t, a_, pad_); });
+        return editedString(
+            "DString leftJustify", [&](DString& s) { s.leftJustify(a_, pad_); },
+            [&] { return leftJustified(t, a_, pad_); });
     case 8:
-        return editedString("DString rightJustify", [&](DString& s) { s.rightJustify(a_, pad_); },
-                            [&] { return rightJustified(t, a_, pad_); });
+        return editedString(
+            "DString rightJustify", [&](DString& s) { s.rightJustify(a_, pad_); },
+            [&] { return rightJustified(t, a_, pad_); });
     case 9:
-        return editedString("DString insert", [&](DString& s) { s.insert(first_, a_, pad_); },
-                            [&] { return inserted(t, p, a_, pad_); });
+        return editedString(
+            "DString insert", [&](DString& s) { s.insert(first_, a_, pad_); },
+            [&] { return inserted(t, p, a_, pad_); });
     case 10:
-        return editedString("DString center", [&](DString& s) { s.center(a_, pad_); },
-                            [&] { return centered(t, a_, pad_); });
+        return editedString(
+            "DString center", [&](DString& s) { s.center(a_, pad_); }, [&] { return centered(t, a_, pad_); });
     case 11:
-        return editedString("DString remove", [&](DString& s) { s.remove(a_, b_); },
-                            [&] { return b_ == 0 ? same(t) : removed(t, a_, b_); });
+        return editedString(
+            "DString remove", [&](DString& s) { s.remove(a_, b_); },
+            [&] { return b_ == 0 ? same(t) : removed(t, a_, b_); });
     default:
-        return editedString("DString change", [&](DString& s) { s.change(first_, second_, a_, b_); },
-                            [&] { return changed(t, p, q, a_, b_); });
+        return editedString(
+            "DString change", [&](DString& s) { s.change(first_, second_, a_, b_); },
+            [&] { return changed(t, p, q, a_, b_); });
     }
 }
 

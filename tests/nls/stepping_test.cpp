@@ -31,7 +31,7 @@ TEST(Samples, AreTheCharactersThatTheTestsTakeThemFor) {
 }
 
 /// Calls `check` with every sequence of bytes up to three, and of four, five and six bytes with samples of
-/// the last ones. What stands behind a sequence that is already decided is sampled too.
+/// the ones from the third on. What stands behind a sequence that is already decided is sampled too.
 class Sequences {
 public:
     explicit Sequences(std::function<void(std::string const&)> check) : check_(std::move(check)) {}
@@ -46,7 +46,8 @@ private:
             if (!all && !isSample(value)) continue;
             std::string const text = prefix + static_cast<char>(value);
             check_(text);
-            if (text.size() < 2 || (open && text.size() < 6)) extend(text);
+            bool const goesOn = text.size() == 2 || (open && text.size() < 6 && isSample(value));
+            if (text.size() < 2 || goesOn) extend(text);
         }
     }
     static bool isSample(unsigned int value) {

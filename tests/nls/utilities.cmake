@@ -1,0 +1,9 @@
+# The rules of stepping are hidden in the library, so their test is linked from its object files.
+kelcl_add_internal_test(nls_stepping SOURCES ${CMAKE_CURRENT_LIST_DIR}/stepping_test.cpp MODES ALL)
+
+kelcl_add_test(nls_utilities SOURCES ${CMAKE_CURRENT_LIST_DIR}/utilities_test.cpp MODES ALL)
+kelcl_add_test(nls_core SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_test.cpp MODES ALL)
+
+# Brings a wcscoll of its own, which stands in for the C library's.
+kelcl_add_test(nls_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/collation_error_test.cpp
+    MODES C C-i18n utf8 utf8-i18n eucjp-i18n)
