@@ -64,7 +64,6 @@ void DKORVA_Init::newHandler() {
 }
 
 // Start-up
-// ------------------------------------------------------------------------------------------------------------
 
 int DString::fgI18NState = 0;
 DException::TraceFn* DExceptStaticPtr::defaultFunction = nullptr;

@@ -6,7 +6,6 @@
 #include <ctime>
 #include <string>
 
-
 namespace {
 
 /// Whether local time is UTC, as far as that can be told without looking at the zone file. `mktime` looks at

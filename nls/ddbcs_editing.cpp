@@ -7,6 +7,7 @@
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/length.h"
+#include "string/strip.h"
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
@@ -22,12 +23,8 @@ namespace {
 
 bool isWideMode() { return DString::fgI18NState == 1; }
 
-DBuffer* shared(DBuffer& buffer) {
-    ++buffer.refs;
-    return &buffer;
-}
-
-DBuffer* empty(DBuffer const& like) { return shared(*like.null()); }
+using kelcl::shared;
+using kelcl::sharedEmpty;
 
 /// A new buffer of wide characters in multi-byte form, as long as they need.
 DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
@@ -47,7 +44,6 @@ DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide
 }
 
 // Case
-// -------------------------------------------------------------------------------------------------------------
 
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
@@ -84,7 +80,6 @@ char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) :
 char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 // Strip
-// ------------------------------------------------------------------------------------------------------------
 
 /// Strips characters at the ends: `findFirst` and `findLast` give the first and the last character that
 /// stays, 0 for none.
@@ -95,10 +90,10 @@ DBuffer* stripWide(DBuffer const& buffer, DWBuffer const& text, DStringEnum::Str
     unsigned int last = text.length;
     if (mode != DStringEnum::trailing) {
         first = findFirst();
-        if (first == 0) return empty(buffer);
+        if (first == 0) return sharedEmpty(buffer);
     }
     if (mode != DStringEnum::leading) last = findLast();
-    if (last < first) return empty(buffer);
+    if (last < first) return sharedEmpty(buffer);
     return narrowed(buffer, text.wide + first - 1, last - first + 1);
 }
 
@@ -128,25 +123,15 @@ DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::
     return stripWide(buffer, text, mode, findFirst, findLast);
 }
 
-template <class FindFirst, class FindLast>
-DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst findFirst, FindLast findLast) {
-    unsigned int first = 1;
-    unsigned int last = buffer.length;
-    if (mode != DStringEnum::trailing) {
-        first = findFirst();
-        if (first == 0) return empty(buffer);
-    }
-    if (mode != DStringEnum::leading) {
-        last = findLast();
-        while (last != 0 && last < buffer.length && buffer.charType(last + 1) > 1)
-            ++last; // to the last byte of the character that starts there
-    }
-    if (first == 1 && last == buffer.length) return shared(buffer);
-    return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
+/// The last byte of the character that starts at `start`, which may be 0.
+unsigned int endOfCharacter(DBuffer const& buffer, unsigned int start) {
+    unsigned int end = start;
+    while (end != 0 && end < buffer.length && buffer.charType(end + 1) > 1)
+        ++end;
+    return end;
 }
 
 // Reverse
-// ----------------------------------------------------------------------------------------------------------
 
 DBuffer* reverseWide(DBuffer const& buffer) {
     DWBuffer const wide(buffer.contents(), buffer.length);
@@ -169,7 +154,6 @@ DBuffer* reverseBytes(DBuffer const& buffer) {
 }
 
 // Overlay
-// ----------------------------------------------------------------------------------------------------------
 
 DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                      char padCharacter) {
@@ -198,7 +182,6 @@ DBuffer* overlayBytes(DBuffer& buffer, DBuffer* result, unsigned int n, unsigned
 }
 
 // Insert
-// -----------------------------------------------------------------------------------------------------------
 
 DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                     char padCharacter) {
@@ -223,7 +206,6 @@ unsigned int insertPosition(DBuffer const& buffer, unsigned int position) {
 }
 
 // Center
-// -----------------------------------------------------------------------------------------------------------
 
 DBuffer* cutMiddleWide(DBuffer const& buffer, unsigned int width, char padCharacter) {
     unsigned int const first = findCharNum(buffer.contents(), buffer.length, (buffer.length - width) / 2 + 1);
@@ -271,16 +253,17 @@ DBuffer* DDBCSBuffer::translate(char const* inputSet, unsigned int inputLength, 
 DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
     if (isWideMode()) return stripWide(*this, set, setLength, mode);
-    return stripBytes(
+    return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(set, setLength, 1); },
-        [&] { return lastIndexOfAnyBut(set, setLength, length); });
+        [&] { return endOfCharacter(*this, lastIndexOfAnyBut(set, setLength, length)); });
 }
 
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
     if (isWideMode()) return stripWide(*this, test, mode);
-    return stripBytes(
-        *this, mode, [&] { return indexOfAnyBut(test, 1); }, [&] { return lastIndexOfAnyBut(test, length); });
+    return kelcl::stripBytes(
+        *this, mode, [&] { return indexOfAnyBut(test, 1); },
+        [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });
 }
 
 DBuffer* DDBCSBuffer::reverse() {

@@ -111,7 +111,6 @@ bool isWideMode() { return DString::fgI18NState == 1; }
 } // namespace
 
 // Start positions
-// ------------------------------------------------------------------------------------------------------
 
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
@@ -129,7 +128,6 @@ unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int 
 }
 
 // Extraction
-// -----------------------------------------------------------------------------------------------------------
 
 DBuffer* DDBCSBuffer::subString(unsigned int start) const {
     if (start > length) return newBuffer(nullptr, 0);
@@ -158,7 +156,6 @@ DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char pad
 }
 
 // Forward searches
-// -----------------------------------------------------------------------------------------------------
 
 unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
     if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
@@ -232,7 +229,6 @@ unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int st
 }
 
 // Backward searches
-// ----------------------------------------------------------------------------------------------------
 
 unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternLength,
                                       unsigned int start) const {

@@ -1,19 +1,16 @@
 // DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
 // characters.
-#include "except/raise.h"
 #include "nls/character_repair.h"
 #include "nls/character_set.h"
-#include "nls/conversion.h"
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
+#include "string/collation.h"
 
 #include <kelcl/ddbcsbuffer.h>
-#include <kelcl/dexception.h>
 #include <kelcl/dstring.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -69,24 +66,14 @@ int DDBCSBuffer::isCharValid(unsigned int index, char const* set, unsigned int s
 }
 
 // Comparison
-// ---------------------------------------------------------------------------------------------------------
 
 namespace {
 
 constexpr unsigned long collationLine = 812; // hosts match on it
 
-enum Order : int { equal = 0, after = 1, before = 2 };
-
 /// The C library's collation as a function that may set errno: it is declared pure, so an optimiser that sees
 /// the name may drop what looks at errno behind the call.
 int (*const volatile collate)(wchar_t const*, wchar_t const*) = std::wcscoll;
-
-[[noreturn]] void raiseCollationError(int error) {
-    char text[48];
-    std::snprintf(text, sizeof text, "wcscoll errno = %d\n", error);
-    kelcl::raise(DInvalidRequest(text, static_cast<unsigned long>(error), DException::recoverable),
-                 {"ddbcsb1", nullptr, collationLine});
-}
 
 /// One side of a comparison: a text that is taken NUL-free segment by segment, each made wide.
 class Side {
@@ -141,7 +128,7 @@ int collateWide(wchar_t const* left, wchar_t const* right) {
         errno = 0;
         return std::wcscmp(left, right);
     }
-    if (errno != 0) raiseCollationError(errno);
+    if (errno != 0) kelcl::raiseCollationError("wcscoll", errno, {"ddbcsb1", nullptr, collationLine});
     return result;
 }
 
@@ -175,6 +162,7 @@ Outcome collateSegments(Side& left, Side& right, int& result) {
 
 int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
     if (DString::fgI18NState != 1) return DBuffer::compare(other, otherLength);
+    using kelcl::after, kelcl::before, kelcl::equal;
     if (other == nullptr) return after;
     if (other == contents() && otherLength == length) return equal;
     if (length == 0) return otherLength > 0 ? before : equal;
@@ -190,18 +178,14 @@ int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
     case Outcome::equal:
         return equal;
     default:
-        return length == otherLength ? equal : length < otherLength ? before : after;
+        return kelcl::orderOfLengths(length, otherLength);
     }
 }
 
 // Repairing edits
-// ------------------------------------------------------------------------------------------------------
 
 DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
-    if (length == 0 || start > length) {
-        ++refs;
-        return this;
-    }
+    if (length == 0 || start > length) return kelcl::shared(*this);
     unsigned int const first = std::max(start, 1U);
     unsigned int const behind = first + std::min(count, length - first + 1);
     DBuffer* const result = DBuffer::remove(first, count);

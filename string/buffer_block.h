@@ -38,6 +38,15 @@ Buffer* construct(unsigned int length) {
     return ::new (::operator new[](blockSize(length))) Buffer(length);
 }
 
+/// The buffer itself, with a reference for the caller.
+inline DBuffer* shared(DBuffer& buffer) {
+    ++buffer.refs;
+    return &buffer;
+}
+
+/// The shared empty buffer that suits `like`, with a reference for the caller.
+inline DBuffer* sharedEmpty(DBuffer const& like) { return shared(*like.null()); }
+
 /// A new buffer of the class that `like` makes, its text yet to be filled. Unlike `allocate`, which a
 /// subclass may let return null, never null.
 inline DBuffer* allocateLike(DBuffer const& like, unsigned int length) {

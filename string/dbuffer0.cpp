@@ -74,11 +74,7 @@ DBuffer* DBuffer::allocate(unsigned int size) const {
 DBuffer* DBuffer::newBuffer(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3,
                             unsigned int l3, char padCharacter) const {
     unsigned int const total = kelcl::lengthSum(kelcl::lengthSum(l1, l2), l3);
-    if (total == 0) {
-        DBuffer* const empty = null();
-        ++empty->refs;
-        return empty;
-    }
+    if (total == 0) return kelcl::sharedEmpty(*this);
     DBuffer* const result = kelcl::allocateLike(*this, total);
     char* out = writePiece(result->contents(), p1, l1, padCharacter);
     out = writePiece(out, p2, l2, padCharacter);
@@ -87,10 +83,7 @@ DBuffer* DBuffer::newBuffer(void const* p1, unsigned int l1, void const* p2, uns
 }
 
 DBuffer* DBuffer::remove(unsigned int start, unsigned int count) {
-    if (length == 0 || start > length) {
-        ++refs;
-        return this;
-    }
+    if (length == 0 || start > length) return kelcl::shared(*this);
     unsigned int const before = std::max(start, 1U) - 1;
     unsigned int const removed = std::min(count, length - before);
     char const* const behind = contents() + before + removed;
@@ -98,10 +91,7 @@ DBuffer* DBuffer::remove(unsigned int start, unsigned int count) {
 }
 
 DBuffer* DBuffer::rightJustify(unsigned int width, char padCharacter) {
-    if (width == length) {
-        ++refs;
-        return this;
-    }
+    if (width == length) return kelcl::shared(*this);
     unsigned int const kept = std::min(length, width);
     return newBuffer(nullptr, width - kept, contents() + length - kept, kept, nullptr, 0, padCharacter);
 }

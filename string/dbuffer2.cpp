@@ -1,12 +1,10 @@
 // DBuffer: three-way comparison, by bytes or by the locale's collation.
-#include "except/raise.h"
+#include "string/collation.h"
 
-#include <kelcl/dexception.h>
 #include <kelcl/dstring.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -16,18 +14,9 @@ namespace {
 
 constexpr unsigned long collationLine = 247; // hosts match on it
 
-enum Order : int { equal = 0, after = 1, before = 2 };
-
 /// `strcoll` as a function that may set errno: the C library declares it pure, so an optimiser that sees the
 /// name may drop what looks at errno behind the call.
 int (*const volatile collate)(char const*, char const*) = std::strcoll;
-
-[[noreturn]] void raiseCollationError(int error) {
-    char text[48];
-    std::snprintf(text, sizeof text, "strcoll errno = %d\n", error);
-    kelcl::raise(DInvalidRequest(text, static_cast<unsigned long>(error), DException::recoverable),
-                 {"dbuffer2", nullptr, collationLine});
-}
 
 /// The first `length` bytes of a text, which are not none, ending in a NUL: the text itself where the last of
 /// them is one, else a copy.
@@ -70,7 +59,7 @@ int collateSegments(char const* leftText, char const* rightText, std::size_t len
         if (at >= length) return 0;
         errno = 0;
         result = collate(left.text() + at, right.text() + at);
-        if (errno != 0) raiseCollationError(errno);
+        if (errno != 0) kelcl::raiseCollationError("strcoll", errno, {"dbuffer2", nullptr, collationLine});
         if (result != 0) return result;
         at += std::strlen(left.text() + at) + 1;
     }
@@ -80,6 +69,7 @@ int collateSegments(char const* leftText, char const* rightText, std::size_t len
 } // namespace
 
 int DBuffer::compare(void const* other, unsigned int otherLength) const {
+    using kelcl::after, kelcl::before, kelcl::equal;
     if (other == nullptr) return after;
     if (other == contents() && otherLength == length) return equal;
     if (length == 0) return otherLength > 0 ? before : equal;
@@ -89,6 +79,5 @@ int DBuffer::compare(void const* other, unsigned int otherLength) const {
                            ? collateSegments(contents(), static_cast<char const*>(other), common)
                            : std::memcmp(contents(), other, common);
     if (result != 0) return result < 0 ? before : after;
-    if (length == otherLength) return equal;
-    return length < otherLength ? before : after;
+    return kelcl::orderOfLengths(length, otherLength);
 }

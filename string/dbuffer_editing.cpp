@@ -6,6 +6,7 @@
 #include "string/byte_search.h"
 #include "string/byte_set.h"
 #include "string/length.h"
+#include "string/strip.h"
 
 #include <kelcl/dbuffer.h>
 
@@ -23,13 +24,8 @@ namespace {
 
 std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
 
-/// The buffer itself, for a result that equals it.
-DBuffer* shared(DBuffer& buffer) {
-    ++buffer.refs;
-    return &buffer;
-}
-
-DBuffer* empty(DBuffer const& like) { return shared(*like.null()); }
+using kelcl::shared;
+using kelcl::sharedEmpty;
 
 /// Edits bytes without a change of length, from offset `first` on: in place when nobody else can see the
 /// buffer, else on the way into a new one. `kernel(out, in, n)` is given the bytes; `out` is `in` when it
@@ -119,7 +115,7 @@ DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int
                            std::string_view replacement) {
     unsigned int const newLength = changedLength(buffer.length, found.count(), patternLength,
                                                  static_cast<unsigned int>(replacement.size()));
-    if (newLength == 0) return empty(buffer);
+    if (newLength == 0) return sharedEmpty(buffer);
     DBuffer* const result = kelcl::allocateLike(buffer, newLength);
     char* out = result->contents();
     char const* in = buffer.contents();
@@ -135,21 +131,6 @@ DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int
     }
     copy(in, static_cast<std::size_t>(buffer.contents() + buffer.length - in));
     return result;
-}
-
-/// Strips what the given searches skip: they find the first and the last byte that stays, 0 for none.
-template <class FindFirst, class FindLast>
-DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst findFirst, FindLast findLast) {
-    if (buffer.length == 0) return shared(buffer);
-    unsigned int first = 1;
-    unsigned int last = buffer.length;
-    if (mode != DStringEnum::trailing) {
-        first = findFirst();
-        if (first == 0) return empty(buffer);
-    }
-    if (mode != DStringEnum::leading) last = findLast();
-    if (first == 1 && last == buffer.length) return shared(buffer);
-    return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
 }
 
 } // namespace
@@ -193,13 +174,13 @@ DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char
 }
 
 DBuffer* DBuffer::strip(char const* set, unsigned int setLength, DStringEnum::StripMode mode) {
-    return stripBytes(
+    return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(set, setLength, 1); },
         [&] { return lastIndexOfAnyBut(set, setLength, length); });
 }
 
 DBuffer* DBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
-    return stripBytes(
+    return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); }, [&] { return lastIndexOfAnyBut(test, length); });
 }
 
@@ -244,7 +225,7 @@ DBuffer* DBuffer::center(unsigned int width, char padCharacter) {
 
 DBuffer* DBuffer::copy(unsigned int times) {
     if (length == 0 || times == 1) return shared(*this);
-    if (times == 0) return empty(*this);
+    if (times == 0) return sharedEmpty(*this);
     if (times - 1 >= kelcl::unboundedLength / length) overflow();
     unsigned int const total = kelcl::lengthProduct(length, times);
     DBuffer* const result = kelcl::allocateLike(*this, total);

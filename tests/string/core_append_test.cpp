@@ -128,7 +128,6 @@ TEST(StringAppend, EveryLengthFromEveryLengthGivesTheRightText) {
 }
 
 // In place
-// ---------------------------------------------------------------------------------------------------
 
 TEST(StringAppendInPlace, ASoleOwnerWithRoomAllocatesNothing) {
     DString text;
@@ -204,7 +203,6 @@ TEST(StringAppendInPlace, AfterTheOtherOwnerWentTheTextGrowsInPlaceAgain) {
 }
 
 // Arguments within the text
-// ----------------------------------------------------------------------------------
 
 TEST(StringAppendOfItself, DoublesTheText) {
     for (unsigned int length : {1U, 3U, 40U, 127U, 128U, 1000U}) {
@@ -270,7 +268,6 @@ TEST(StringAppendOfItself, WhileShared) {
 }
 
 // Which buffers have room
-// ------------------------------------------------------------------------------------
 
 /// A class of a host whose buffers look, when they go, whether anybody wrote behind their text.
 template <class Base>
@@ -383,7 +380,6 @@ TEST(StringAppendToAMultiByteBuffer, KeepsTheClassWhenTheLocaleIsSingleByteLater
 }
 
 // The limit
-// --------------------------------------------------------------------------------------------------
 
 /// Expects that appending `added` bytes to `claimed` ones overflows before a byte is looked at.
 void expectAppendOverflows(unsigned int claimed, std::string const& added) {

@@ -13,7 +13,6 @@ using namespace core;
 constexpr unsigned int lengthLimit = 0xFFFFFFE7;
 
 // New buffers
-// ------------------------------------------------------------------------------------------------
 
 TEST(BufferMaking, APieceWithoutPointerIsThatManyPadCharacters) {
     Owned const made(DBuffer::defaultBuffer()->newBuffer(nullptr, 3, "ab", 2, nullptr, 0, '*'));
@@ -111,7 +110,6 @@ TEST(BufferMaking, AReceiverOfAHostsClassGetsTheDefaultEmptyBuffer) {
 }
 
 // The factory
-// ------------------------------------------------------------------------------------------------
 
 TEST(BufferAllocation, ANewBufferHasOneReferenceItsLengthAndANulBehindTheText) {
     for (unsigned int length : {1U, 7U, 8U, 100U, 1000U, 70000U}) {
@@ -160,7 +158,6 @@ TEST(BufferAllocation, LengthsFromTheLimitOnOverflow) {
 }
 
 // Overflow
-// ---------------------------------------------------------------------------------------------------
 
 struct Lengths {
     unsigned int l1, l2, l3;
@@ -226,7 +223,6 @@ TEST(BufferOverflow, ItIsCaughtAsAnyExceptionOfTheLibrary) {
 }
 
 // Shared empty buffers
-// ---------------------------------------------------------------------------------------
 
 TEST(SharedEmptyBuffer, TheDefaultIsMadeOnceAndKeepsAReferenceOfItsOwn) {
     DBuffer* const shared = DBuffer::defaultBuffer();
@@ -293,7 +289,6 @@ TEST(SharedEmptyBuffer, InitializeMakesAFreshOneThatTheCallerOwns) {
 }
 
 // Identity and the queries of single-byte text
-// ---------------------------------------------------------------
 
 TEST(BufferIdentity, BuffersOfOneClassAnswerWithTheSamePointer) {
     Owned const plain = plainBuffer("a");
@@ -339,7 +334,6 @@ TEST(SingleByteOddity, TheCharacterSetQueriesAreConstantEvenForAnEmptyText) {
 }
 
 // Removal
-// ----------------------------------------------------------------------------------------------------
 
 /// The two kinds of receivers: a plain buffer, and one of the locale's class.
 std::vector<Owned> receivers(std::string_view text) {
@@ -416,7 +410,6 @@ TEST(BufferRemoval, OfEverythingGivesTheSharedEmptyBuffer) {
 }
 
 // Justification
-// ----------------------------------------------------------------------------------------------
 
 TEST(BufferRightJustification, PadsOrCutsOnTheLeft) {
     struct Case {
@@ -467,7 +460,6 @@ TEST(BufferRightJustification, ToMoreThanATextCanBeOverflows) {
 }
 
 // Substrings
-// -------------------------------------------------------------------------------------------------
 
 TEST(BufferSubString, HasExactlyCountBytesPaddedWhereTheTextRunsOut) {
     struct Case {
@@ -557,7 +549,6 @@ TEST(BufferSubString, WithoutCountGoesThroughTheVirtualForm) {
 }
 
 // Debug texts
-// ------------------------------------------------------------------------------------------------
 
 std::string debugText(DBuffer const* buffer, std::string const& name, std::string const& data) {
     return name + "(@" + std::to_string(reinterpret_cast<std::uintptr_t>(buffer)) +
@@ -615,7 +606,6 @@ TEST(BufferDebugText, OfAnEmptyTextShowsNothingBetweenTheBrackets) {
 }
 
 // Lifetime
-// ---------------------------------------------------------------------------------------------------
 
 TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
     static int destroyed = 0;
@@ -635,7 +625,6 @@ TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
 }
 
 // The root classes
-// -------------------------------------------------------------------------------------------
 
 /// The address as the root classes write it: upper-case hexadecimal digits, two for each byte.
 std::string hexadecimal(void const* object) {

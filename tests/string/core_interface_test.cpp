@@ -18,7 +18,6 @@ namespace {
 using namespace core;
 
 // Conversions
-// ------------------------------------------------------------------------------------------------
 
 TEST(StringConversion, ToAStringViewIsImplicitAndKeepsNuls) {
     static_assert(std::is_convertible_v<DString, std::string_view>);
@@ -74,7 +73,6 @@ TEST(StringConversion, FromEveryTextAndNumberIsImplicit) {
 }
 
 // Overload traps
-// ---------------------------------------------------------------------------------------------
 
 TEST(StringOverloads, ZeroIsTheNumber) {
     DString const text = 0;
@@ -232,7 +230,6 @@ TEST(StringOverloads, MembersNeverMeanAStaticFormThatLeavesTheStringAlone) {
 }
 
 // Reading
-// ----------------------------------------------------------------------------------------------------
 
 TEST(StringReading, LengthAndSizeCountBytes) {
     DString const text("a\0\xE3\x81\x82"s);
@@ -270,7 +267,6 @@ TEST(StringReading, ARangeForSeesEveryByte) {
 }
 
 // Comparison
-// -------------------------------------------------------------------------------------------------
 
 /// Checks all six operators in both directions; `order` is negative, 0 or positive.
 template <class Left, class Right>
@@ -412,7 +408,6 @@ TEST(StringComparison, TakesAnythingThatConvertsToAView) {
 }
 
 // In the standard library
-// --------------------------------------------------------------------------------------
 
 TEST(StringHash, GoesByTheBytes) {
     std::hash<DString> const hash;
@@ -464,7 +459,6 @@ TEST(StringInStreams, IsReadAndWrittenThroughTheOperators) {
 }
 
 // Queries
-// ----------------------------------------------------------------------------------------------------
 
 TEST(StringQueries, AskTheBufferThroughItsVirtualOperations) {
     class Yes : public DBuffer {

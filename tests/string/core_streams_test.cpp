@@ -18,7 +18,6 @@ using namespace core;
 using Traits = std::char_traits<char>;
 
 // Kinds of streams
-// -------------------------------------------------------------------------------------------
 
 struct SourceFailure {};
 
@@ -109,7 +108,6 @@ std::vector<std::pair<std::string, MakeSource>> const& kindsOfSources() {
 }
 
 // Models
-// -----------------------------------------------------------------------------------------------------
 
 std::string modelLine(std::istream& in, char delimiter) {
     std::string line;
@@ -242,7 +240,6 @@ std::vector<std::string> linesOf(char delimiter) {
 }
 
 // lineFrom
-// ---------------------------------------------------------------------------------------------------
 
 TEST(LineFrom, ReadsWhatOneCharacterAtATimeWouldRead) {
     for (char const delimiter : {'\n', '\0', '\xFF', 'x', ' '}) {
@@ -345,7 +342,6 @@ TEST(LineFrom, FlushesTheTiedStreamBeforeItWaits) {
 }
 
 // operator>>
-// -------------------------------------------------------------------------------------------------
 
 std::vector<std::string> const& wordTexts() {
     static std::vector<std::string> const texts = [] {
@@ -499,7 +495,6 @@ TEST(StringExtraction, ReadsAVeryLongWord) {
 }
 
 // operator<<
-// -------------------------------------------------------------------------------------------------
 
 TEST(StringInsertion, WritesTheTextUpToItsFirstNul) {
     std::ostringstream out;

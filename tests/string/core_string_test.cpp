@@ -28,7 +28,6 @@ void expectSharedEmpty(DString const& made) {
 }
 
 // Construction
-// -----------------------------------------------------------------------------------------------
 
 TEST(StringConstruction, WithoutArgumentsSharesTheEmptyBuffer) {
     DString const first;
@@ -204,7 +203,6 @@ TEST(StringLayout, AStringIsOnePointerWide) {
 }
 
 // Re-initialisers
-// --------------------------------------------------------------------------------------------
 
 class Reinitialised : public DString {
 public:
@@ -257,7 +255,6 @@ TEST(StringReinitialisation, ThatOverflowsLeavesTheStringAsItWas) {
 }
 
 // Assignment, move, swap
-// -------------------------------------------------------------------------------------
 
 TEST(StringAssignment, SharesTheOthersBufferAndReleasesItsOwn) {
     DString text("abc");
@@ -394,7 +391,6 @@ TEST(StringSharing, PassingByValueCostsACount) {
 }
 
 // Copy-on-write
-// ----------------------------------------------------------------------------------------------
 
 TEST(StringCopyOnWrite, ASoleOwnerKeepsItsBuffer) {
     DString text("abc");
@@ -440,7 +436,6 @@ TEST(StringCopyOnWrite, WritingAnElementNeverShowsInACopy) {
 }
 
 // Concatenation
-// ----------------------------------------------------------------------------------------------
 
 TEST(StringConcatenation, OfTwoTextsIsANewStringOfTheDefaultClass) {
     DString const left("a\0b"s);
@@ -512,7 +507,6 @@ TEST(StringConcatenation, ThatWouldBeTooLongOverflows) {
 }
 
 // Removal and justification
-// ----------------------------------------------------------------------------------
 
 TEST(StringRemoval, TakesOutUpToCountBytes) {
     struct Case {
@@ -648,7 +642,6 @@ TEST(StringProtocol, OperationsAreCalledThroughTheVirtualTable) {
 }
 
 // Debug text
-// -------------------------------------------------------------------------------------------------
 
 TEST(StringDebugText, ShowsTheAddressAndTheBuffer) {
     DString const text("hello");
