@@ -31,7 +31,6 @@ void forRandomTexts(unsigned int seed, int rounds, std::function<void(std::strin
 }
 
 // Identity and measurement
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteBuffer, IsTheClassOfNewBuffersWhereTheLocaleHasLongCharacters) {
     EXPECT_STREQ(ops::Owned("abc")->className(), mb::isMultiByte() ? "DDBCSBuffer" : "DBuffer");
@@ -150,7 +149,6 @@ TEST(CharacterInSet, IsNotFoundInsideAnotherCharacter) {
 }
 
 // Classes
-// ---------------------------------------------------------------------------------------------------------
 
 struct Class {
     char const* name;
@@ -267,7 +265,6 @@ TEST(Ascii, IsTestedByBytes) {
 }
 
 // Kinds of characters
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(Kinds, OfAnEmptyText) {
     ops::Owned const empty = buffer("");
@@ -354,7 +351,6 @@ TEST(Kinds, FollowTheTestsThatASubclassOverrides) {
 }
 
 // Comparison
-// ---------------------------------------------------------------------------------------------------------
 
 int compared(std::string const& a, std::string const& b) { return buffer(a)->compare(b.data(), lengthOf(b)); }
 
@@ -408,7 +404,7 @@ int collated(std::string const& a, std::string const& b) {
         if (order != 0) return order < 0 ? 2 : 1;
         i = iEnd + 1;
         j = jEnd + 1;
-        if (i >= a.size() || j >= b.size()) return byLength;
+        if (i >= a.size() || j >= b.size()) return i > a.size() && j > b.size() ? 0 : byLength;
     }
 }
 
@@ -437,7 +433,15 @@ TEST(Comparison, EndsASegmentAtBytesThatDoNotConvert) {
     std::string const& bad = mb::samples().invalid;
     if (bad.empty()) return;
     EXPECT_EQ(compared("a" + bad + "x", "a" + bad + "y"), 0) << "nothing behind the bad byte counts";
-    EXPECT_EQ(compared("a" + bad + "x", "a"), 1) << "the lengths decide";
+}
+
+TEST(Comparison, OfTextsOfDifferentLengthThatConvertToTheSameFindsThemEqualWhichIsWanted) {
+    mb::SwitchAt const on(1);
+    std::string const& bad = mb::samples().invalid;
+    EXPECT_EQ(compared("a" + bad + "xyz", "a"), bad.empty() ? 1 : 0);
+    EXPECT_EQ(compared("a", "a" + bad + "xyz"), bad.empty() ? 2 : 0);
+    EXPECT_EQ(compared("a" + bad + "xyz\0"s, "a"), 1) << "a NUL at the end makes the lengths decide";
+    EXPECT_EQ(compared("a", "a" + bad + "xyz\0"s), 2);
 }
 
 TEST(Comparison, OfTextsThatDifferInTheirNulsOnly) {
@@ -483,7 +487,6 @@ TEST(Comparison, ReadsNoByteBehindTheOtherText) {
 }
 
 // Repairing edits
-// ---------------------------------------------------------------------------------------------------------
 
 std::string removed(std::string const& text, unsigned int start, unsigned int count) {
     if (start > text.size() || text.empty()) return text;

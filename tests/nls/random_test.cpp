@@ -42,7 +42,6 @@ constexpr auto incomplete = static_cast<std::size_t>(-2);
 bool wideMode() { return DString::fgI18NState == 1; }
 
 // The model
-// ---------------------------------------------------------------------------------------------------------
 
 /// What the model says that is thrown. A line of 0 stands for any: several arguments are bad.
 struct Failure {
@@ -629,7 +628,6 @@ Edited changed(Text const& t, Text const& pattern, Text const& replacement, unsi
 }
 
 // The trial
-// ---------------------------------------------------------------------------------------------------------
 
 constexpr std::array<Function, 7> predicates = {
     [](int c) -> int { return c < 0; },

@@ -94,7 +94,6 @@ void inBothStates(Body body) {
 }
 
 // Start positions
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteStart, ForwardSearchInsideACharacterBeginsAtTheNextOne) {
     forEachSandwich([](Sandwich const& text) {
@@ -155,7 +154,6 @@ TEST(MultiByteStart, BytesThatAreNoCharacterAreStartsOfTheirOwn) {
 }
 
 // Extraction
-// --------------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteSubString, TailBlanksTheBytesOfACutCharacterInBothStates) {
     inBothStates([] {
@@ -264,7 +262,6 @@ TEST(MultiByteSubString, EmbeddedNulIsACharacterOfOneByte) {
 }
 
 // Patterns
-// -------------------------------------------------------------------------------------------------------------
 
 TEST(MultiBytePattern, IsFoundAtCharacterStartsOnly) {
     forEachSandwich([](Sandwich const& text) {
@@ -304,7 +301,6 @@ TEST(MultiBytePattern, OneByteThatIsOnlyTheTailOfACharacterIsNotFound) {
         mb::samples().asciiTrail.exists() ? mb::samples().asciiTrail : mb::samples().two;
     Sandwich const text(sample);
     string const tail = sample.bytes.substr(1, 1);
-    if (tail == sample.bytes.substr(0, 1)) return; // big5: A4 A4, which has another character
     EXPECT_EQ(indexOf(text.owned, tail, 1), 0U);
     EXPECT_EQ(indexOfAnyOf(text.owned, tail + "z", 1), 0U);
     EXPECT_EQ(lastIndexOf(text.owned, tail, most), 0U);
@@ -339,7 +335,6 @@ TEST(MultiBytePattern, RepeatedCharactersGiveTheFirstAndTheLast) {
 }
 
 // Sets
-// ----------------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteSet, ScanThatBeginsInsideACharacterLeavesItOut) {
     forEachSandwich([](Sandwich const& text) {
@@ -432,7 +427,7 @@ TEST(MultiByteSet, BytesThatAreNoCharacterAreMembersOfTheirOwn) {
     EXPECT_EQ(indexOfAnyOf(text, "x" + bad, 3), 4U);
     EXPECT_EQ(lastIndexOfAnyOf(text, bad + "x", most), 4U);
     EXPECT_EQ(indexOfAnyBut(text, "ab" + bad, 1), 0U);
-    EXPECT_EQ(lastIndexOfAnyBut(text, bad, most), 3U);
+    EXPECT_EQ(lastIndexOfAnyBut(text, bad + bad, most), 3U);
 }
 
 TEST(MultiByteSet, TruncatedCharacterAtTheEndOfASetIsReadNoFurther) {
@@ -446,15 +441,14 @@ TEST(MultiByteSet, TruncatedCharacterAtTheEndOfASetIsReadNoFurther) {
 }
 
 // Tests
-// --------------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteTest, WithTheSwitchOffAnyOfSeesEveryByteAndAnyButOnlyFirstBytesWhichIsWanted) {
     SwitchAt const off(0);
-    string const two = mb::samples().two.bytes;
+    mb::Sample const& trail = mb::samples().asciiTrail;
+    string const two = trail.exists() ? trail.bytes : mb::samples().two.bytes;
     Owned const text = mb::buffer("a" + two + "b");
     static int wanted;
     wanted = static_cast<signed char>(two[1]);
-    if (two[0] == two[1]) return; // nothing to tell apart
     DStringTest const isTail([](int c) -> int { return c == wanted; });
     DStringTest const isNotTail([](int c) -> int { return c != wanted; });
     EXPECT_EQ(text->indexOfAnyOf(isTail, 1), 3U);
@@ -663,7 +657,6 @@ TEST(MultiByteTest, AsciiBytesHaveTheValuesOfTheLocale) {
 }
 
 // Strings
-// ------------------------------------------------------------------------------------------------------------
 
 TEST(MultiByteString, SearchesGoThroughTheMultiByteBuffer) {
     forEachSandwich([](Sandwich const& sandwich) {

@@ -51,7 +51,7 @@ private:
         }
     }
     static bool isSample(unsigned int value) {
-        for (unsigned int const sample : {0x00, 0x2F, 0x30, 0x36, 0x41, 0x80, 0x82, 0xBF, 0xFF})
+        for (unsigned int const sample : {0x00u, 0x2Fu, 0x30u, 0x36u, 0x41u, 0x80u, 0x82u, 0xBFu, 0xFFu})
             if (value == sample) return true;
         return false;
     }

@@ -7,3 +7,8 @@ kelcl_add_test(nls_core SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_test.cpp MODES AL
 # Brings a wcscoll of its own, which stands in for the C library's.
 kelcl_add_test(nls_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/collation_error_test.cpp
     MODES C C-i18n utf8 utf8-i18n eucjp-i18n)
+
+# A locale whose MB_CUR_MAX is smaller than some characters of its character set.
+kelcl_add_locale(short.GB18030 POSIX ${CMAKE_CURRENT_LIST_DIR}/short_gb18030.charmap GB18030)
+set(kelcl_mode_locale_short short.GB18030)
+kelcl_add_test(nls_incomplete SOURCES ${CMAKE_CURRENT_LIST_DIR}/incomplete_test.cpp MODES short short-i18n)

@@ -123,7 +123,6 @@ void forRandomTexts(unsigned int seed, int rounds, Check check) {
 }
 
 // Positions
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(Positions, AreThoseOfAWalkThroughTheCharacters) {
     forRandomTexts(1, 4000, [](std::string const& text, unsigned int length) {
@@ -240,7 +239,6 @@ TEST(Positions, NeedNoMoreThanANulBehindTheText) {
 }
 
 // Conversions
-// ---------------------------------------------------------------------------------------------------------
 
 /// Converts into room with marks behind it, and checks what it says of a failure.
 void expectConversion(std::string const& bytes) {
@@ -490,7 +488,6 @@ TEST(Insertion, CopiesNulsAndTakesAnEmptySource) {
 }
 
 // Cutting
-// ---------------------------------------------------------------------------------------------------------
 
 /// What the cutting functions find before they write.
 struct Piece {
@@ -673,7 +670,6 @@ TEST(Field, NeedsNoMoreThanANulBehindTheText) {
 }
 
 // Byte tests
-// ---------------------------------------------------------------------------------------------------------
 
 TEST(DigitTests, KnowTheDigitsOfAsciiOnly) {
     for (int value = 0; value < 256; ++value) {
@@ -727,7 +723,6 @@ TEST(OtherByte, IsTheFirstThatDiffers) {
 }
 
 // Wide buffers
-// ---------------------------------------------------------------------------------------------------------
 
 static_assert(!std::is_copy_constructible_v<DWBuffer> && !std::is_copy_assignable_v<DWBuffer>);
 
