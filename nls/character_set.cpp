@@ -2,29 +2,30 @@
 #include "nls/character_set.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace kelcl {
 
 namespace {
 
 std::uint64_t keyOf(char const* character, std::size_t length) {
-    std::uint64_t key = 0;
-    std::memcpy(&key, character, length);
-    return key << 8 | length; // six bytes at the most, so nothing is shifted out
+    std::uint64_t key = length;
+    for (std::size_t i = 0; i < length; ++i) // six bytes at the most, so nothing is shifted out
+        key = key << 8 | static_cast<unsigned char>(character[i]);
+    return key;
 }
 
 } // namespace
 
-CharacterSet::CharacterSet(char const* characters, std::size_t n, bool isUtf8) {
-    BufferSteps steps(isUtf8, std::mbstate_t{});
+CharacterSet::CharacterSet(char const* characters, std::size_t n, Encoding const& encoding) {
+    BufferSteps steps(encoding);
     for (std::size_t at = 0; at < n;) {
         unsigned int const length = steps.lengthWithin(characters + at, n - at);
+        first_.insert(characters[at]);
         if (length == 1)
             single_.insert(characters[at]);
         else
             long_.push_back(keyOf(characters + at, length));
-        goesByBytes_ = goesByBytes_ && length == 1 && standsAlone(characters[at], isUtf8);
+        goesByBytes_ = goesByBytes_ && length == 1 && steps.standsAlone(characters[at]);
         at += length;
     }
     std::sort(long_.begin(), long_.end());

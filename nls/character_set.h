@@ -14,13 +14,16 @@ namespace kelcl {
 class CharacterSet {
 public:
     /// The characters of the counted string by the buffer's rule; bytes behind it are never read.
-    CharacterSet(char const* characters, std::size_t n, bool isUtf8);
+    CharacterSet(char const* characters, std::size_t n, Encoding const& encoding);
 
     bool contains(char const* character, std::size_t length) const {
-        return length == 1 ? single_.contains(*character) : containsLong(character, length);
+        if (length == 1) return single_.contains(*character);
+        return first_.contains(*character) && containsLong(character, length);
     }
     /// The members of one byte.
     ByteSet const& singleBytes() const { return single_; }
+    /// The bytes that members begin with.
+    ByteSet const& firstBytes() const { return first_; }
     /// Whether all members are single bytes that can never be part of a longer character, so that a search
     /// may go by bytes.
     bool goesByBytes() const { return goesByBytes_; }
@@ -29,6 +32,7 @@ private:
     bool containsLong(char const* character, std::size_t length) const;
 
     ByteSet single_;
+    ByteSet first_;
     bool goesByBytes_ = true;
     std::vector<std::uint64_t> long_; // sorted; each a character's bytes and its length
 };

@@ -9,22 +9,15 @@
 #include <climits>
 #include <cstddef>
 #include <cwchar>
-#include <string_view>
 
 namespace kelcl {
 
-/// Whether an ASCII character is itself in every encoding: those that national variants of ASCII replace are
-/// not, and SJIS has a yen sign for the backslash.
-constexpr bool isInvariant(char byte) {
-    return static_cast<signed char>(byte) >= 0 &&
-           std::string_view("#$@[\\]^`{|}~").find(byte) == std::string_view::npos;
-}
+/// The bytes that stand for the wide characters of the same value, as far as is known without asking the C
+/// library. ASCII for the most part, but SJIS has a yen sign for the backslash.
+ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding);
 
-/// The bytes that stand for the wide characters of the same value.
-ByteSet const& bytesEqualToTheirWideValue(bool isUtf8);
-
-/// Widens such bytes up to the first other one, or `n`, and returns how many.
-std::size_t widenEqualBytes(wchar_t* out, char const* in, std::size_t n, bool isUtf8);
+/// Widens the characters at the front of a text up to the first one that is not known without the C library.
+Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding);
 
 /// Whether the locale is a UTF-8 one and the text is valid beyond doubt: it then converts to wide and back to
 /// itself.
@@ -33,25 +26,31 @@ bool isPlainUtf8Text(char const* text, std::size_t n);
 /// One wide character after the other as multi-byte bytes.
 class NarrowCharacter {
 public:
-    NarrowCharacter() : isUtf8_(isUtf8Locale()) {}
+    NarrowCharacter() : NarrowCharacter(Encoding::current()) {}
+    explicit NarrowCharacter(Encoding const& encoding)
+        : isUtf8_(encoding.isUtf8), ownValues_(bytesOfTheirOwnValue(encoding)) {}
 
     /// False for a value that is no character of the locale.
     bool convert(wchar_t value) {
-        if (value >= 0 && value < 0x80 && (isUtf8_ || isInvariant(static_cast<char>(value)))) {
+        if (value >= 0 && value < 0x80 && ownValues_.contains(static_cast<char>(value))) {
             bytes_[0] = static_cast<char>(value);
             length_ = 1;
             return true;
         }
-        return isUtf8_ && encodeUtf8(value) ? true : askLibrary(value);
+        std::size_t const length = isUtf8_ ? utf8LengthOf(value) : 0;
+        if (length == 0) return askLibrary(value);
+        writeUtf8(bytes_, value, length);
+        length_ = static_cast<unsigned int>(length);
+        return true;
     }
     char const* bytes() const { return bytes_; }
     unsigned int length() const { return length_; }
 
 private:
-    bool encodeUtf8(wchar_t value);
     bool askLibrary(wchar_t value);
 
     bool isUtf8_;
+    ByteSet const& ownValues_;
     unsigned int length_ = 0;
     char bytes_[MB_LEN_MAX];
     std::mbstate_t state_{};

@@ -34,31 +34,42 @@ int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits, nullptr); }
 
 namespace {
 
-/// Gives the wide values of characters one after the other, and how far the next one is.
+struct WideCharacter {
+    int value;          ///< The wide value; of a byte that does not convert its value as a signed char.
+    unsigned int bytes; ///< How far the next character is.
+};
+
+/// Walks the characters of a text, telling their wide values.
 class WideWalk {
 public:
-    /// The value of the character at `p`, of which `rest` bytes of the text are left; of a byte that does not
-    /// convert its value as a signed char.
-    int valueAt(char const* p, std::size_t rest) {
-        wchar_t value;
+    explicit WideWalk(DBuffer const& text) : end_(text.contents() + text.length) {}
+
+    kelcl::Encoding const& encoding() const { return values_.encoding(); }
+
+    WideCharacter at(char const* p) {
+        wchar_t value = 0;
+        auto const rest = static_cast<std::size_t>(end_ - p);
         auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
-        if (step.outcome == kelcl::UtilitySteps::Outcome::character) return static_cast<int>(value);
-        values_ = kelcl::UtilitySteps();
-        return static_cast<signed char>(*p);
+        if (step.outcome == kelcl::UtilitySteps::Outcome::character)
+            return {static_cast<int>(value), static_cast<unsigned int>(step.bytes)};
+        values_.restart();
+        return {static_cast<signed char>(*p), kelcl::BufferSteps(values_.encoding()).length(p)};
     }
-    unsigned int lengthAt(char const* p) { return lengths_.length(p); }
 
 private:
+    char const* end_;
     kelcl::UtilitySteps values_;
-    kelcl::BufferSteps lengths_;
 };
 
 /// The offset of the first character from `from` on that `accepts`, given its wide value, does not accept.
 template <class Accepts>
 std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts) {
-    WideWalk walk;
-    for (std::size_t at = from; at < text.length; at += walk.lengthAt(text.contents() + at))
-        if (!accepts(walk.valueAt(text.contents() + at, text.length - at))) return at;
+    WideWalk walk(text);
+    for (std::size_t at = from; at < text.length;) {
+        WideCharacter const character = walk.at(text.contents() + at);
+        if (!accepts(character.value)) return at;
+        at += character.bytes;
+    }
     return kelcl::notFound;
 }
 
@@ -67,21 +78,24 @@ std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts
 bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer const& buffer) {
     if (buffer.length == 0) return false;
     std::string_view const text(buffer.contents(), buffer.length);
-    kelcl::ByteSet const& equalBytes = kelcl::bytesEqualToTheirWideValue(kelcl::isUtf8Locale());
-    WideWalk walk;
+    WideWalk walk(buffer);
+    kelcl::ByteSet const& ownValues = kelcl::bytesOfTheirOwnValue(walk.encoding());
     for (std::size_t at = 0; at < text.size();) {
-        std::string_view const members = text.substr(at, kelcl::findFirstNotIn(text.substr(at), ascii.ascii));
-        at += std::min(kelcl::findFirstNotIn(members, equalBytes), members.size());
-        if (at == text.size()) return true;
-        if (wide(walk.valueAt(text.data() + at, text.size() - at)) == 0) return false;
-        at += walk.lengthAt(text.data() + at);
+        if (static_cast<signed char>(text[at]) >= 0) {
+            std::string_view const members =
+                text.substr(at, kelcl::findFirstNotIn(text.substr(at), ascii.ascii));
+            at += std::min(kelcl::findFirstNotIn(members, ownValues), members.size());
+            if (at == text.size()) return true;
+        }
+        WideCharacter const character = walk.at(text.data() + at);
+        if (wide(character.value) == 0) return false;
+        at += character.bytes;
     }
     return true;
 }
 
-/// Whether a character takes two columns or more.
-bool isWide(char const* p, std::size_t rest, WideWalk& walk) {
-    return wcwidth(static_cast<wchar_t>(walk.valueAt(p, rest))) >= 2;
+bool isDoubleWidth(WideCharacter const& character) {
+    return character.bytes >= 2 && wcwidth(static_cast<wchar_t>(character.value)) >= 2;
 }
 
 } // namespace
@@ -108,21 +122,24 @@ bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, tql_
 bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, tql_iswspace, *this); }
 
 bool DDBCSBuffer::isMBCS() const {
-    WideWalk walk;
+    WideWalk walk(*this);
     for (std::size_t at = 0; at < length;) {
-        unsigned int const bytes = walk.lengthAt(contents() + at);
-        if (bytes < 2 || !isWide(contents() + at, length - at, walk)) return false;
-        at += bytes;
+        WideCharacter const character = walk.at(contents() + at);
+        if (!isDoubleWidth(character)) return false;
+        at += character.bytes;
     }
     return true;
 }
 
 bool DDBCSBuffer::isSBCS() const {
-    WideWalk walk;
+    WideWalk walk(*this);
     for (std::size_t at = 0; at < length;) {
-        unsigned int const bytes = walk.lengthAt(contents() + at);
-        if (bytes >= 2 && isWide(contents() + at, length - at, walk)) return false;
-        at += bytes;
+        std::size_t const ascii = kelcl::asciiRun(contents() + at, length - at);
+        at += ascii;
+        if (at == length) break;
+        WideCharacter const character = walk.at(contents() + at);
+        if (isDoubleWidth(character)) return false;
+        at += character.bytes;
     }
     return true;
 }

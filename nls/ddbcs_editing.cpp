@@ -1,6 +1,7 @@
 // DDBCSBuffer: editing. Each operation chooses between two paths that stand side by side: wide characters
 // with the switch on, and bytes with repair of cut characters with it off.
 #include "nls/character_repair.h"
+#include "nls/conversion.h"
 #include "nls/owned_buffer.h"
 #include "nls/stepping.h"
 #include "nls/translation.h"
@@ -14,6 +15,7 @@
 #include <kelcl/dstring.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <cwctype>
@@ -25,6 +27,10 @@ bool isWideMode() { return DString::fgI18NState == 1; }
 
 using kelcl::shared;
 using kelcl::sharedEmpty;
+
+/// Whether the text converts to wide characters and back to itself, so that an edit that only moves or leaves
+/// out characters need not convert.
+bool isPlain(DBuffer const& buffer) { return kelcl::isPlainUtf8Text(buffer.contents(), buffer.length); }
 
 /// A new buffer of wide characters in multi-byte form, as long as they need.
 DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
@@ -45,11 +51,31 @@ DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide
 
 // Case
 
+/// The C library's mapping of wide characters, which is asked for ASCII only once.
+class WideMapping {
+public:
+    explicit WideMapping(std::wint_t (*map)(std::wint_t)) : map_(map) {
+        for (std::size_t c = 0; c < ascii_.size(); ++c)
+            ascii_[c] = ask(static_cast<wchar_t>(c));
+    }
+    wchar_t of(wchar_t c) const {
+        return c >= 0 && c < static_cast<wchar_t>(ascii_.size()) ? ascii_[static_cast<std::size_t>(c)]
+                                                                 : ask(c);
+    }
+
+private:
+    wchar_t ask(wchar_t c) const { return static_cast<wchar_t>(map_(static_cast<std::wint_t>(c))); }
+
+    std::wint_t (*map_)(std::wint_t);
+    std::array<wchar_t, 128> ascii_{};
+};
+
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     DWBuffer const wide(buffer.contents(), buffer.length);
+    WideMapping const mapping(map);
     std::transform(wide.wide, wide.wide + wide.length, wide.wide,
-                   [map](wchar_t c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); });
+                   [&mapping](wchar_t c) { return mapping.of(c); });
     return narrowed(buffer, wide.wide, wide.length);
 }
 
@@ -64,7 +90,7 @@ DBuffer* mapBytes(DBuffer& buffer, char const* letters, void (*copy)(char*, char
         buffer.refs < 2 ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
     kelcl::BufferSteps steps;
-    if (steps.isUtf8()) {
+    if (steps.standsAlone('z')) {
         copy(text + first - 1, text + first - 1, result->length - (first - 1));
         return result;
     }
@@ -81,29 +107,49 @@ char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) :
 
 // Strip
 
-/// Strips characters at the ends: `findFirst` and `findLast` give the first and the last character that
-/// stays, 0 for none.
-template <class FindFirst, class FindLast>
-DBuffer* stripWide(DBuffer const& buffer, DWBuffer const& text, DStringEnum::StripMode mode,
-                   FindFirst findFirst, FindLast findLast) {
+/// Strips characters at the ends: `findFirst` and `findLast` give the first and the last of `count` positions
+/// that stay, 0 for none, and `piece(first, last)` what lies between, always in a new buffer.
+template <class FindFirst, class FindLast, class Piece>
+DBuffer* stripWide(DBuffer const& buffer, unsigned int count, DStringEnum::StripMode mode,
+                   FindFirst findFirst, FindLast findLast, Piece piece) {
     unsigned int first = 1;
-    unsigned int last = text.length;
+    unsigned int last = count;
     if (mode != DStringEnum::trailing) {
         first = findFirst();
         if (first == 0) return sharedEmpty(buffer);
     }
     if (mode != DStringEnum::leading) last = findLast();
-    if (last < first) return sharedEmpty(buffer);
-    return narrowed(buffer, text.wide + first - 1, last - first + 1);
+    return last < first ? sharedEmpty(buffer) : piece(first, last);
+}
+
+/// The last byte of the character that starts at `start`, which may be 0.
+unsigned int endOfCharacter(DBuffer const& buffer, unsigned int start) {
+    unsigned int end = start;
+    while (end != 0 && end < buffer.length && buffer.charType(end + 1) > 1)
+        ++end;
+    return end;
+}
+
+auto pieceOf(DBuffer const& buffer, DWBuffer const& text) {
+    return [&](unsigned int first, unsigned int last) {
+        return narrowed(buffer, text.wide + first - 1, last - first + 1);
+    };
 }
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
+    if (isPlain(buffer) && kelcl::isPlainUtf8Text(set, setLength))
+        return stripWide(
+            buffer, buffer.length, mode, [&] { return buffer.indexOfAnyBut(set, setLength, 1); },
+            [&] { return endOfCharacter(buffer, buffer.lastIndexOfAnyBut(set, setLength, buffer.length)); },
+            [&](unsigned int first, unsigned int last) {
+                return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
+            });
     DWBuffer const text(buffer.contents(), buffer.length);
     DWBuffer const members(set, setLength);
     return stripWide(
-        buffer, text, mode, [&] { return text.positionOfAnyBut(members, 1); },
-        [&] { return text.lastPositionOfAnyBut(members, text.length); });
+        buffer, text.length, mode, [&] { return text.positionOfAnyBut(members, 1); },
+        [&] { return text.lastPositionOfAnyBut(members, text.length); }, pieceOf(buffer, text));
 }
 
 DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
@@ -120,15 +166,7 @@ DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::
             --last;
         return last;
     };
-    return stripWide(buffer, text, mode, findFirst, findLast);
-}
-
-/// The last byte of the character that starts at `start`, which may be 0.
-unsigned int endOfCharacter(DBuffer const& buffer, unsigned int start) {
-    unsigned int end = start;
-    while (end != 0 && end < buffer.length && buffer.charType(end + 1) > 1)
-        ++end;
-    return end;
+    return stripWide(buffer, text.length, mode, findFirst, findLast, pieceOf(buffer, text));
 }
 
 // Reverse
@@ -141,6 +179,10 @@ DBuffer* reverseWide(DBuffer const& buffer) {
 
 DBuffer* reverseBytes(DBuffer const& buffer) {
     DBuffer* const result = kelcl::allocateLike(buffer, buffer.length);
+    if (isPlain(buffer)) {
+        kelcl::reverseUtf8(result->contents(), buffer.contents(), buffer.length);
+        return result;
+    }
     char* out = result->contents() + buffer.length;
     kelcl::BufferSteps steps;
     for (std::size_t at = 0; at < buffer.length;) {
@@ -187,6 +229,10 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
                     char padCharacter) {
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
     unsigned int const before = findCharNum(buffer.contents(), buffer.length, position);
+    if (isPlain(buffer) && kelcl::isPlainUtf8Text(p, n)) {
+        unsigned int const end = before == 0 ? 0 : endOfCharacter(buffer, position);
+        return buffer.newBuffer(buffer.contents(), end, p, n, buffer.contents() + end, buffer.length - end);
+    }
     DWBuffer const text(buffer.contents(), buffer.length);
     DWBuffer const inserted(p, n);
     unsigned int const front = std::min(before, text.length);
@@ -268,7 +314,7 @@ DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode
 
 DBuffer* DDBCSBuffer::reverse() {
     if (length < 2) return shared(*this);
-    return isWideMode() ? reverseWide(*this) : reverseBytes(*this);
+    return isWideMode() && !isPlain(*this) ? reverseWide(*this) : reverseBytes(*this);
 }
 
 DBuffer* DDBCSBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {

@@ -74,6 +74,49 @@ std::size_t lastAtStart(std::string_view head, std::size_t matchLength, kelcl::B
     }
 }
 
+/// How many characters to look at one by one before the byte kernels search on for a first byte of a member:
+/// where such bytes are dense they find one at every turn.
+constexpr int charactersInTurn = 32;
+
+/// The first (last) character from the start `from` on (before `end`) that is a member.
+std::size_t firstMember(DBuffer const& buffer, std::size_t from, kelcl::CharacterSet const& members,
+                        kelcl::BufferSteps& steps) {
+    std::string_view const text = textOf(buffer);
+    kelcl::RisingStarts starts(text.data(), from, steps);
+    for (std::size_t at = from;;) {
+        std::size_t const found = kelcl::findFirstIn(text.substr(at), members.firstBytes());
+        if (found == notFound) return notFound;
+        at += found;
+        if (!starts.isStart(at)) {
+            ++at;
+            continue;
+        }
+        for (int turn = 0; turn < charactersInTurn && at < text.size(); ++turn) {
+            unsigned int const bytes = steps.length(text.data() + at);
+            if (members.contains(text.data() + at, bytes)) return at;
+            at += bytes;
+        }
+        if (at >= text.size()) return notFound;
+    }
+}
+std::size_t lastMember(DBuffer const& buffer, std::size_t end, kelcl::CharacterSet const& members,
+                       kelcl::BufferSteps& steps) {
+    std::string_view const text = textOf(buffer);
+    kelcl::FallingStarts starts(text.data(), steps);
+    for (;;) {
+        std::size_t at = kelcl::findLastIn(text.substr(0, end), members.firstBytes());
+        if (at == notFound) return notFound;
+        end = at;
+        if (starts.startOf(at) != at) continue;
+        for (int turn = 0; turn < charactersInTurn; ++turn) {
+            if (members.contains(text.data() + at, steps.length(text.data() + at))) return at;
+            if (at == 0) return notFound;
+            end = at;
+            at = starts.startOf(at - 1);
+        }
+    }
+}
+
 /// Tests the characters of a text as wide values, by character number.
 template <class Numbers>
 unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
@@ -121,10 +164,10 @@ unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLe
 }
 
 unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
-    unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
-    while (last != 0 && charType(last) > 1)
-        --last;
-    return last;
+    unsigned int const last = DBuffer::startBackwardsSearch(start, patternLength);
+    if (last == 0) return 0;
+    unsigned int const type = charType(last);
+    return type < 2 ? last : last - (type - 1);
 }
 
 // Extraction
@@ -179,14 +222,12 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
     if (setLength == 1) // any character that begins with the byte
         return position(firstAtStart(textOf(*this), first - 1, steps,
                                      [set](std::string_view rest) { return kelcl::findByte(rest, *set); }));
-    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (members.goesByBytes()) {
         std::size_t const found = kelcl::findFirstIn(textOf(*this).substr(first - 1), members.singleBytes());
         return found == notFound ? 0 : first + static_cast<unsigned int>(found);
     }
-    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
-        return members.contains(p, bytes);
-    }));
+    return position(firstMember(*this, first - 1, members, steps));
 }
 
 unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -201,7 +242,7 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
     };
     if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
     kelcl::BufferSteps steps;
-    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (members.goesByBytes()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
     return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
         return !members.contains(p, bytes);
@@ -256,11 +297,9 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
     if (setLength == 1)
         return position(lastAtStart(
             head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
-    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (members.goesByBytes()) return position(kelcl::findLastIn(head, members.singleBytes()));
-    return position(lastCharacter(*this, last - 1, steps, [&members](char const* p, unsigned int bytes) {
-        return members.contains(p, bytes);
-    }));
+    return position(lastMember(*this, last, members, steps));
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
@@ -274,7 +313,7 @@ unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLen
         return position(
             lastCharacter(*this, last - 1, steps, [set](char const* p, unsigned int) { return *p != *set; }));
     }
-    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (members.goesByBytes()) {
         std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, last), members.singleBytes());
         return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));

@@ -1,7 +1,6 @@
 // DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
 // characters.
 #include "nls/character_repair.h"
-#include "nls/character_set.h"
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
 #include "string/collation.h"
@@ -39,14 +38,16 @@ char* DDBCSBuffer::next(char const* p) { return const_cast<char*>(p) + kelcl::Bu
 char const* DDBCSBuffer::next(char const* p) const { return p + kelcl::BufferSteps().length(p); }
 
 int DDBCSBuffer::charLength(char const* p, std::mbstate_t* state) {
-    kelcl::BufferSteps steps(kelcl::isUtf8Locale() && std::mbsinit(state) != 0, *state);
-    auto const length = static_cast<int>(steps.length(p));
-    *state = steps.state();
-    return length;
+    // A fresh state is what a walk begins with; within a character only the C library can go on.
+    bool const isFresh = state == nullptr || std::mbsinit(state) != 0;
+    kelcl::BufferSteps steps = isFresh ? kelcl::BufferSteps() : kelcl::BufferSteps(*state);
+    auto const bytes = static_cast<int>(steps.length(p));
+    if (state != nullptr) *state = steps.state();
+    return bytes;
 }
 
 int DDBCSBuffer::charLength(unsigned int index, std::mbstate_t* state) const {
-    return charLength(contents() + index - 1, state);
+    return index == 0 || index > length ? 1 : charLength(contents() + index - 1, state);
 }
 
 unsigned int DDBCSBuffer::prevCharLength(unsigned int index) const {
@@ -59,10 +60,17 @@ unsigned int DDBCSBuffer::prevCharLength(unsigned int index, std::mbstate_t*) co
 int DDBCSBuffer::isSBC(char const* p, std::mbstate_t* state) { return charLength(p, state) == 1 ? 1 : 0; }
 
 int DDBCSBuffer::isCharValid(unsigned int index, char const* set, unsigned int setLength) const {
+    if (index == 0 || index > length) return 0;
     kelcl::BufferSteps steps;
     char const* const character = contents() + index - 1;
-    kelcl::CharacterSet const members(set, setLength, steps.isUtf8());
-    return members.contains(character, steps.length(character)) ? 1 : 0;
+    unsigned int const bytes = steps.length(character);
+    kelcl::BufferSteps members(steps.encoding());
+    for (unsigned int at = 0; at < setLength && bytes <= setLength - at;) {
+        unsigned int const memberBytes = members.lengthWithin(set + at, setLength - at);
+        if (memberBytes == bytes && std::memcmp(character, set + at, bytes) == 0) return 1;
+        at += memberBytes;
+    }
+    return 0;
 }
 
 // Comparison

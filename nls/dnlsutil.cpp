@@ -66,9 +66,29 @@ public:
     }
     /// Steps on until `target` bytes are passed; false at an invalid sequence.
     bool passes(std::size_t target) {
-        while (bytes < target)
-            if (!step()) return false;
+        while (bytes < target) {
+            skipKnown(target - bytes, target - bytes);
+            if (bytes < target && !step()) return false;
+        }
         return true;
+    }
+    /// Takes characters at once where their encoding is known: within so many bytes, and no more than so
+    /// many.
+    void skipKnown(std::size_t mostBytes, std::size_t mostCharacters) {
+        if (inRun || !steps_.encoding().isKnown()) return;
+        char const* const p = text_ + bytes;
+        kelcl::Stretch run{0, 0};
+        if (steps_.encoding().isUtf8)
+            run = kelcl::plainUtf8Run(p, mostBytes, mostCharacters);
+        else
+            run.bytes = run.characters = kelcl::asciiRun(p, std::min(mostBytes, mostCharacters));
+        if (run.bytes == 0) return;
+        bytes += run.bytes;
+        characters += static_cast<unsigned int>(run.characters);
+        start = bytes - 1;
+        while (steps_.encoding().isUtf8 && kelcl::isContinuation(text_[start]))
+            --start;
+        completeStart = start;
     }
     /// The number of the last character, an incomplete run included.
     unsigned int number() const { return characters + (inRun ? 1 : 0); }
@@ -95,6 +115,18 @@ PieceStart locatePiece(char const* s, unsigned int len, unsigned int start) {
     return {character, character == 0 ? 0 : findBytePos(s, len, character)};
 }
 
+/// Fills `out` behind `cut` pad characters with as many whole characters of plain UTF-8 as fit, and pads the
+/// rest.
+void copyWholeCharacters(char const* text, unsigned int n, char padChar, char* out, unsigned int cut,
+                         unsigned int count) {
+    std::size_t bytes = std::min(n, count - cut);
+    while (bytes > 0 && bytes < n && kelcl::isContinuation(text[bytes]))
+        --bytes;
+    std::memset(out, padChar, cut);
+    std::memcpy(out + cut, text, bytes);
+    std::memset(out + cut + bytes, padChar, count - cut - bytes);
+}
+
 std::unique_ptr<wchar_t[]> wideCopy(char const* s, unsigned int len, unsigned int& count) {
     std::unique_ptr<wchar_t[]> wide(new wchar_t[len]);
     count = static_cast<unsigned int>(cvtMBS2WCS(s, len, wide.get()));
@@ -110,9 +142,9 @@ unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
     bool inRun = false;
     for (std::size_t at = 0; at < len;) {
         if (!inRun) {
-            std::size_t const equal = kelcl::widenEqualBytes(out, mbs + at, len - at, steps.isUtf8());
-            out += equal;
-            at += equal;
+            kelcl::Stretch const known = kelcl::widenKnown(out, mbs + at, len - at, steps.encoding());
+            out += known.characters;
+            at += known.bytes;
             if (at == len) break;
         }
         UtilitySteps::Step const step = steps.at(mbs + at, len - at, *out);
@@ -136,14 +168,20 @@ int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state)
 unsigned int cvtWCS2MBS(wchar_t const* wcs, unsigned int nwc, char* out, unsigned int outLen, int pad,
                         char padChar) {
     if (wcs == nullptr || out == nullptr || outLen == 0) return 0;
-    kelcl::NarrowCharacter character;
+    kelcl::Encoding const encoding = kelcl::Encoding::current();
+    kelcl::NarrowCharacter character(encoding);
     unsigned int written = 0;
-    for (unsigned int i = 0; i < nwc; ++i) {
+    for (unsigned int i = 0; i < nwc && written < outLen; ++i) {
+        if (encoding.isUtf8) {
+            kelcl::Stretch const known = kelcl::narrowUtf8(out + written, outLen - written, wcs + i, nwc - i);
+            written += static_cast<unsigned int>(known.bytes);
+            i += static_cast<unsigned int>(known.characters);
+            if (i == nwc || written == outLen) break;
+        }
         if (!character.convert(wcs[i])) raiseUnconvertible();
         if (character.length() > outLen - written) break; // only whole characters
         std::memcpy(out + written, character.bytes(), character.length());
         written += character.length();
-        if (written == outLen) return outLen;
     }
     if (pad == 0) return written;
     std::memset(out + written, padChar, outLen - written);
@@ -167,8 +205,10 @@ unsigned int findBytePos(char const* s, unsigned int len, unsigned int charNum) 
     if (isOutside(s, len, charNum)) return 0;
     if (len == 1) return charNum == 1 ? 1 : 0;
     ForwardWalk walk(s);
-    while (walk.characters + 1 < charNum && walk.bytes + 1 < len)
-        if (!walk.step()) return 0;
+    while (walk.characters + 1 < charNum && walk.bytes + 1 < len) {
+        walk.skipKnown(len - 1 - walk.bytes, charNum - 1 - walk.characters);
+        if (walk.characters + 1 < charNum && walk.bytes + 1 < len && !walk.step()) return 0;
+    }
     return walk.bytes < len && walk.characters + 1 == charNum ? static_cast<unsigned int>(walk.bytes) + 1 : 0;
 }
 
@@ -239,9 +279,13 @@ char* getSubString(char const* s, unsigned int len, unsigned int start, char pad
         std::memset(out, padChar, count);
         return out;
     }
+    unsigned int const cut = std::min(piece.position - from, count);
+    if (kelcl::isPlainUtf8Text(s, len)) { // what converts to itself need not be converted
+        copyWholeCharacters(s + piece.position - 1, len - piece.position + 1, padChar, out, cut, count);
+        return out;
+    }
     unsigned int wideCount = 0;
     std::unique_ptr<wchar_t[]> const wide = wideCopy(s, len, wideCount);
-    unsigned int const cut = std::min(piece.position - from, count);
     std::memset(out, padChar, cut);
     if (cut == count) return out;
     cvtWCS2MBS(wide.get() + piece.character - 1, wideCount - (piece.character - 1), out + cut, count - cut, 1,

@@ -8,12 +8,17 @@ namespace kelcl {
 
 namespace {
 
-constexpr auto invalidSequence = static_cast<std::size_t>(-1);
-constexpr auto incompleteSequence = static_cast<std::size_t>(-2);
+bool isUtf8(char const* codeset) { return std::strcmp(codeset, "UTF-8") == 0; }
 
 } // namespace
 
-bool isUtf8Locale() { return std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0; }
+bool isUtf8Locale() { return isUtf8(nl_langinfo(CODESET)); }
+
+Encoding Encoding::current() {
+    char const* const codeset = nl_langinfo(CODESET);
+    if (kelcl::isUtf8(codeset)) return {true, nullptr};
+    return {false, EncodingTable::of(codeset)};
+}
 
 unsigned int BufferSteps::askLibrary(char const* p, std::size_t available) {
     std::size_t const window = available < longestCharacter ? available : longestCharacter;
@@ -27,6 +32,7 @@ unsigned int BufferSteps::askLibrary(char const* p, std::size_t available) {
 
 UtilitySteps::Step UtilitySteps::askLibrary(char const* p, std::size_t window, wchar_t& value) {
     std::size_t const length = std::mbrtowc(&value, p, window, &state_);
+    isInside_ = length == incompleteSequence;
     if (length == invalidSequence) return {Outcome::invalid, 0};
     if (length == incompleteSequence) return {Outcome::incomplete, window};
     return {Outcome::character, length == 0 ? 1 : length};
@@ -38,13 +44,6 @@ bool beginsLongerCharacter(char byte) {
 }
 
 namespace {
-
-/// The last byte at or before `at` that cannot be part of a longer character, or the front.
-std::size_t lastBoundary(char const* text, std::size_t at) {
-    while (at > 0 && !standsAlone(text[at], false))
-        --at;
-    return at;
-}
 
 std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {
     if (!isContinuation(text[at])) return at;
@@ -58,9 +57,16 @@ std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& 
 
 } // namespace
 
+std::size_t boundaryBefore(char const* text, std::size_t at, std::size_t lowest, BufferSteps const& steps) {
+    if (steps.standsAlone(text[at])) return at;
+    while (at > lowest && !steps.endsCharacter(text[at - 1]))
+        --at;
+    return at;
+}
+
 std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps) {
     if (steps.isUtf8()) return startOfUtf8Character(text, at, steps);
-    std::size_t start = lastBoundary(text, at);
+    std::size_t start = boundaryBefore(text, at, 0, steps);
     for (;;) {
         std::size_t const next = start + steps.length(text + start);
         if (next > at) return start;
@@ -73,7 +79,8 @@ std::size_t FallingStarts::startOf(std::size_t offset) {
     while (!starts_.empty() && starts_.back() > offset)
         starts_.pop_back();
     if (starts_.empty())
-        for (std::size_t at = lastBoundary(text_, offset); at <= offset; at += steps_.length(text_ + at))
+        for (std::size_t at = boundaryBefore(text_, offset, 0, steps_); at <= offset;
+             at += steps_.length(text_ + at))
             starts_.push_back(at);
     return starts_.back();
 }

@@ -4,6 +4,9 @@
 #ifndef KELCL_NLS_STEPPING_H
 #define KELCL_NLS_STEPPING_H
 
+#include "nls/encoding_table.h"
+#include "nls/utf8.h"
+
 #include <cstddef>
 #include <cstdlib>
 #include <cwchar>
@@ -11,48 +14,25 @@
 
 namespace kelcl {
 
-/// Whether the current locale's encoding is UTF-8. Decided once for each operation, as the locale may change
-/// between two.
+/// How the encoding of the current locale is stepped through: directly where it is UTF-8, else by a table
+/// where there is one, else by asking the C library. Decided once for each operation, as the locale may
+/// change between two.
+struct Encoding {
+    bool isUtf8;
+    EncodingTable const* table;
+
+    static Encoding current();
+    /// Whether a byte below 0x80 that begins a character is all of it without asking the library.
+    bool isKnown() const { return isUtf8 || table != nullptr; }
+};
+
+/// Whether the current locale's encoding is UTF-8.
 bool isUtf8Locale();
 
 /// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
 /// multi-byte encoding of the C library, whose trail bytes begin there.
 inline bool standsAlone(char byte, bool isUtf8) {
     return static_cast<unsigned char>(byte) < (isUtf8 ? 0x80 : 0x30);
-}
-
-inline bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
-
-/// Bytes of the character at `p` if it is one of the UTF-8 sequences that every C library takes: of one to
-/// four bytes, not overlong, no surrogate, up to U+10FFFF. 0 for anything else, which is for the C library to
-/// say. Reads no byte behind one that cannot be part of the character, and none at or behind `available`.
-inline std::size_t plainUtf8Length(char const* p, std::size_t available) {
-    auto const at = [p](std::size_t i) { return static_cast<unsigned char>(p[i]); };
-    unsigned char const lead = at(0);
-    if (lead < 0x80) return 1;
-    if (lead < 0xC2 || lead > 0xF4 || available < 2) return 0;
-    unsigned char const second = at(1);
-    if (lead < 0xE0) return isContinuation(p[1]) ? 2 : 0;
-    unsigned char const lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    unsigned char const highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    if (second < lowest || second > highest || available < 3 || !isContinuation(p[2])) return 0;
-    if (lead < 0xF0) return 3;
-    return available >= 4 && isContinuation(p[3]) ? 4 : 0;
-}
-
-/// The code point of a sequence that plainUtf8Length takes.
-inline wchar_t plainUtf8Value(char const* p, std::size_t length) {
-    auto const at = [p](std::size_t i) { return static_cast<wchar_t>(static_cast<unsigned char>(p[i])); };
-    switch (length) {
-    case 1:
-        return at(0);
-    case 2:
-        return (at(0) & 0x1F) << 6 | (at(1) & 0x3F);
-    case 3:
-        return (at(0) & 0x0F) << 12 | (at(1) & 0x3F) << 6 | (at(2) & 0x3F);
-    default:
-        return (at(0) & 0x07) << 18 | (at(1) & 0x3F) << 12 | (at(2) & 0x3F) << 6 | (at(3) & 0x3F);
-    }
 }
 
 /// The rule of the multi-byte buffer: a character has the length that the C library gives for at most six
@@ -62,29 +42,46 @@ class BufferSteps {
 public:
     static constexpr std::size_t longestCharacter = 6;
 
-    BufferSteps() : isUtf8_(isUtf8Locale()) {}
-    /// For a walk with the caller's state.
-    BufferSteps(bool isUtf8, std::mbstate_t const& state) : isUtf8_(isUtf8), state_(state) {}
+    BufferSteps() : encoding_(Encoding::current()) {}
+    /// For a text of an encoding that is known already.
+    explicit BufferSteps(Encoding const& encoding) : encoding_(encoding) {}
+    /// For a walk with the caller's state, which may be inside a character: the C library alone is asked.
+    explicit BufferSteps(std::mbstate_t const& state) : encoding_{false, nullptr}, state_(state) {}
 
-    bool isUtf8() const { return isUtf8_; }
+    bool isUtf8() const { return encoding_.isUtf8; }
+    Encoding const& encoding() const { return encoding_; }
     std::mbstate_t const& state() const { return state_; }
+
+    /// Whether a byte can never be part of a longer character.
+    bool standsAlone(char byte) const {
+        if (encoding_.table == nullptr) return kelcl::standsAlone(byte, encoding_.isUtf8);
+        return static_cast<unsigned char>(byte) < encoding_.table->trailFloor();
+    }
+    /// Whether a byte can never be followed by another one of its character, so that a character begins
+    /// behind it. Not for UTF-8.
+    bool endsCharacter(char byte) const {
+        if (encoding_.table == nullptr) return kelcl::standsAlone(byte, false);
+        return !encoding_.table->isOpen(byte);
+    }
 
     /// Bytes of the character at `p`. Behind the text there is a NUL, which ends every sequence.
     unsigned int length(char const* p) { return lengthWithin(p, longestCharacter); }
 
     /// The same for a text of which only `available` bytes may be read.
     unsigned int lengthWithin(char const* p, std::size_t available) {
-        if (static_cast<signed char>(*p) >= 0) return 1;
-        if (isUtf8_)
+        if (encoding_.isUtf8) {
             if (std::size_t const plain = plainUtf8Length(p, available))
                 return static_cast<unsigned int>(plain);
+        } else if (encoding_.table != nullptr) {
+            if (unsigned int const known = encoding_.table->lengthOf(p, available)) return known;
+        }
         return askLibrary(p, available);
     }
 
 private:
     unsigned int askLibrary(char const* p, std::size_t available);
 
-    bool isUtf8_;
+    Encoding encoding_;
     std::mbstate_t state_{};
 };
 
@@ -98,9 +95,9 @@ public:
         std::size_t bytes; ///< To advance by: the character's length, MB_CUR_MAX for an incomplete one.
     };
 
-    UtilitySteps() : isUtf8_(isUtf8Locale()), mostBytes_(MB_CUR_MAX) {}
+    UtilitySteps() : encoding_(Encoding::current()), mostBytes_(MB_CUR_MAX) {}
 
-    bool isUtf8() const { return isUtf8_; }
+    Encoding const& encoding() const { return encoding_; }
 
     /// The step at `p`, looking at no more than MB_CUR_MAX and `available` bytes.
     Step at(char const* p, std::size_t available) {
@@ -110,28 +107,44 @@ public:
     /// The same, with the value of the character.
     Step at(char const* p, std::size_t available, wchar_t& value) {
         std::size_t const window = available < mostBytes_ ? available : mostBytes_;
-        if (isUtf8_ && std::mbsinit(&state_) != 0 && window != 0)
-            if (std::size_t const plain = plainUtf8Length(p, window)) {
-                value = plainUtf8Value(p, plain);
-                return {Outcome::character, plain};
+        if (!isInside_ && window != 0) {
+            std::size_t known = 0;
+            if (encoding_.isUtf8) {
+                known = plainUtf8Length(p, window);
+                if (known != 0) value = plainUtf8Value(p, known);
+            } else if (encoding_.table != nullptr) {
+                known = encoding_.table->decode(p, window, value);
             }
+            if (known != 0) return {Outcome::character, known};
+        }
         return askLibrary(p, window, value);
+    }
+
+    /// Begins anew, as if nothing had been read.
+    void restart() {
+        state_ = {};
+        isInside_ = false;
     }
 
 private:
     Step askLibrary(char const* p, std::size_t window, wchar_t& value);
 
-    bool isUtf8_;
+    Encoding encoding_;
     std::size_t mostBytes_;
     std::mbstate_t state_{};
+    bool isInside_ =
+        false; ///< Whether the last step ended inside a character, which the next one goes on with.
 };
 
 /// Whether the byte is an incomplete sequence by itself.
 bool beginsLongerCharacter(char byte);
 
-/// The first byte of the character that contains the byte at offset `at`, walking from the front by the
-/// buffer's rule. Looks back only to a byte that cannot be part of a longer character.
+/// The first byte of the character that contains the byte at offset `at`, as a walk from the front by the
+/// buffer's rule finds it. Looks back only to a byte that ends a character.
 std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps);
+
+/// A character start at or before `at`, and not before the character start `lowest`. Not for UTF-8.
+std::size_t boundaryBefore(char const* text, std::size_t at, std::size_t lowest, BufferSteps const& steps);
 
 /// Tells character starts to a search that asks for rising offsets, in one walk.
 class RisingStarts {
@@ -142,6 +155,7 @@ public:
 
     bool isStart(std::size_t offset) {
         if (steps_.isUtf8()) return startOfCharacter(text_, offset, steps_) == offset;
+        if (at_ < offset) at_ = boundaryBefore(text_, offset, at_, steps_);
         while (at_ < offset)
             at_ += steps_.length(text_ + at_);
         return at_ == offset;

@@ -3,6 +3,7 @@
 
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
+#include "string/byte_edit.h"
 #include "string/length.h"
 
 #include <kelcl/dnlsutil.h>
@@ -30,60 +31,78 @@ private:
     BufferSteps steps_;
 };
 
-/// Calls `visit` with the characters of a text.
-template <class Visit>
-void visitCharacters(DBuffer const& text, Visit visit) {
-    BufferSteps steps;
-    for (std::size_t at = 0; at < text.length;) {
-        unsigned int const bytes = steps.length(text.contents() + at);
-        visit(text.contents() + at, bytes);
-        at += bytes;
-    }
-}
-
 } // namespace
 
 ByteTranslation::ByteTranslation(char const* from, unsigned int fromLength, char const* to,
                                  unsigned int toLength, char const& padCharacter) {
     Characters searched(from, fromLength);
     Characters replacements(to, toLength);
+    BufferSteps const steps;
     while (!searched.isUsedUp()) {
         std::string_view const character = searched.next();
         std::string_view const replacement =
             replacements.isUsedUp() ? std::string_view(&padCharacter, 1) : replacements.next();
+        char const first = character.front();
+        goesByBytes_ = goesByBytes_ && steps.standsAlone(first) && replacement.size() == 1;
         if (character.size() > 1) {
+            firstBytes_.insert(first);
             long_.emplace(character, replacement);
             continue;
         }
-        auto const byte = static_cast<unsigned char>(character.front());
-        if (!isReplaced_[byte]) single_[byte] = replacement;
-        isReplaced_[byte] = true;
+        if (!replacedBytes_.contains(first)) single_[static_cast<unsigned char>(first)] = replacement;
+        replacedBytes_.insert(first);
     }
 }
 
 std::string_view const* ByteTranslation::replacementOf(char const* character, unsigned int length) const {
-    if (length == 1) {
-        auto const byte = static_cast<unsigned char>(*character);
-        return isReplaced_[byte] ? &single_[byte] : nullptr;
-    }
-    if (long_.empty()) return nullptr;
+    if (length == 1)
+        return replacedBytes_.contains(*character) ? &single_[static_cast<unsigned char>(*character)]
+                                                   : nullptr;
+    if (!firstBytes_.contains(*character)) return nullptr;
     auto const found = long_.find(std::string_view(character, length));
     return found == long_.end() ? nullptr : &found->second;
 }
 
+/// Calls `visit` with the pieces of the result: what stays between two replaced characters, and each
+/// replacement.
+template <class Visit>
+void ByteTranslation::visitPieces(DBuffer const& text, Visit visit) const {
+    BufferSteps steps;
+    char const* kept = text.contents();
+    char const* const end = kept + text.length;
+    for (char const* p = kept; p < end;) {
+        unsigned int const bytes = steps.length(p);
+        if (std::string_view const* const replacement = replacementOf(p, bytes)) {
+            visit(std::string_view(kept, static_cast<std::size_t>(p - kept)));
+            visit(*replacement);
+            kept = p + bytes;
+        }
+        p += bytes;
+    }
+    if (kept < end) visit(std::string_view(kept, static_cast<std::size_t>(end - kept)));
+}
+
+DBuffer* ByteTranslation::translateBytes(DBuffer const& text) const {
+    unsigned char table[256];
+    for (unsigned int byte = 0; byte < 256; ++byte) {
+        bool const isReplaced = replacedBytes_.contains(static_cast<char>(byte));
+        table[byte] =
+            static_cast<unsigned char>(isReplaced ? single_[byte].front() : static_cast<char>(byte));
+    }
+    DBuffer* const result = allocateLike(text, text.length);
+    copyTranslated(result->contents(), text.contents(), text.length, table);
+    return result;
+}
+
 DBuffer* ByteTranslation::of(DBuffer const& text) const {
+    if (text.length == 0) return text.newBuffer(nullptr, 0);
+    if (goesByBytes_) return translateBytes(text);
     std::size_t total = 0;
-    visitCharacters(text, [&](char const* p, unsigned int bytes) {
-        std::string_view const* const replacement = replacementOf(p, bytes);
-        total += replacement != nullptr ? replacement->size() : bytes;
-    });
-    if (total == 0) return text.newBuffer(nullptr, 0);
+    visitPieces(text, [&total](std::string_view piece) { total += piece.size(); });
     if (total >= lengthLimit) raiseLengthOverflow();
     DBuffer* const result = allocateLike(text, static_cast<unsigned int>(total));
     char* out = result->contents();
-    visitCharacters(text, [&](char const* p, unsigned int bytes) {
-        std::string_view const* const replacement = replacementOf(p, bytes);
-        std::string_view const piece = replacement != nullptr ? *replacement : std::string_view(p, bytes);
+    visitPieces(text, [&out](std::string_view piece) {
         std::memcpy(out, piece.data(), piece.size());
         out += piece.size();
     });
@@ -95,8 +114,10 @@ WideTranslation::WideTranslation(char const* from, unsigned int fromLength, char
     DWBuffer const searched(from, fromLength);
     DWBuffer const replacements(to, toLength);
     DWBuffer const pad(&padCharacter, 1);
-    for (unsigned int i = 0; i < searched.length; ++i)
+    for (unsigned int i = 0; i < searched.length; ++i) {
+        lowBytes_.insert(static_cast<char>(searched.wide[i]));
         table_.emplace(searched.wide[i], i < replacements.length ? replacements.wide[i] : pad.wide[0]);
+    }
 }
 
 } // namespace kelcl

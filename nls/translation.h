@@ -3,6 +3,8 @@
 #ifndef KELCL_NLS_TRANSLATION_H
 #define KELCL_NLS_TRANSLATION_H
 
+#include "string/byte_set.h"
+
 #include <kelcl/dbuffer.h>
 
 #include <cstddef>
@@ -22,11 +24,18 @@ public:
     DBuffer* of(DBuffer const& text) const;
 
 private:
+    template <class Visit>
+    void visitPieces(DBuffer const& text, Visit visit) const;
+    DBuffer* translateBytes(DBuffer const& text) const;
+
     /// What stands in place of a character, null when it stays.
     std::string_view const* replacementOf(char const* character, unsigned int length) const;
 
     std::string_view single_[256];
-    bool isReplaced_[256] = {};
+    ByteSet replacedBytes_; ///< The single-byte characters that are replaced.
+    ByteSet firstBytes_;    ///< What longer ones that are replaced begin with.
+    bool goesByBytes_ =
+        true; ///< Whether bytes that stand alone become other bytes, and nothing else happens.
     std::unordered_map<std::string_view, std::string_view> long_;
 };
 
@@ -37,11 +46,13 @@ public:
                     char padCharacter);
 
     wchar_t of(wchar_t character) const {
+        if (!lowBytes_.contains(static_cast<char>(character))) return character;
         auto const found = table_.find(character);
         return found == table_.end() ? character : found->second;
     }
 
 private:
+    ByteSet lowBytes_; ///< Of the characters that are replaced: most others are told apart by theirs.
     std::unordered_map<wchar_t, wchar_t> table_;
 };
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -35,6 +36,25 @@ unsigned int lastPosition(DWBuffer const& text, unsigned int start, Wanted wante
     return 0;
 }
 
+/// The members of a set, sorted where looking through all of them for each character would take long.
+class Members {
+public:
+    explicit Members(DWBuffer const& set) : set_(set) {
+        constexpr unsigned int fewMembers = 16;
+        if (set.length <= fewMembers) return;
+        sorted_.assign(set.wide, set.wide + set.length);
+        std::sort(sorted_.begin(), sorted_.end());
+    }
+    bool contains(wchar_t wc) const {
+        if (sorted_.empty()) return set_.hasWChar(wc);
+        return std::binary_search(sorted_.begin(), sorted_.end(), wc);
+    }
+
+private:
+    DWBuffer const& set_;
+    std::vector<wchar_t> sorted_;
+};
+
 bool matchesAt(DWBuffer const& text, unsigned int position, DWBuffer const& pattern) {
     return std::wcsncmp(text.wide + position - 1, pattern.wide, pattern.length) == 0;
 }
@@ -46,7 +66,8 @@ DWBuffer::DWBuffer(char const* mbs, unsigned int len) : wide(nullptr), length(0)
 }
 
 DWBuffer::DWBuffer(char const* mbs) : wide(nullptr), length(0) {
-    wide = converted(mbs, kelcl::lengthSum(kelcl::textOf(mbs).length, 1), length);
+    char const* const text = mbs != nullptr ? mbs : "";
+    wide = converted(text, kelcl::lengthSum(kelcl::textOf(text).length, 1), length);
     --length; // without the NUL
 }
 
@@ -60,11 +81,13 @@ unsigned int DWBuffer::positionOf(DWBuffer const& pattern, unsigned int start) c
 }
 
 unsigned int DWBuffer::positionOfAnyOf(DWBuffer const& set, unsigned int start) const {
-    return firstPosition(*this, start, [&set](wchar_t wc) { return set.hasWChar(wc); });
+    Members const members(set);
+    return firstPosition(*this, start, [&members](wchar_t wc) { return members.contains(wc); });
 }
 
 unsigned int DWBuffer::positionOfAnyBut(DWBuffer const& set, unsigned int start) const {
-    return firstPosition(*this, start, [&set](wchar_t wc) { return !set.hasWChar(wc); });
+    Members const members(set);
+    return firstPosition(*this, start, [&members](wchar_t wc) { return !members.contains(wc); });
 }
 
 unsigned int DWBuffer::lastPositionOf(DWBuffer const& pattern, unsigned int start) const {
@@ -75,11 +98,13 @@ unsigned int DWBuffer::lastPositionOf(DWBuffer const& pattern, unsigned int star
 }
 
 unsigned int DWBuffer::lastPositionOfAnyOf(DWBuffer const& set, unsigned int start) const {
-    return lastPosition(*this, start, [&set](wchar_t wc) { return set.hasWChar(wc); });
+    Members const members(set);
+    return lastPosition(*this, start, [&members](wchar_t wc) { return members.contains(wc); });
 }
 
 unsigned int DWBuffer::lastPositionOfAnyBut(DWBuffer const& set, unsigned int start) const {
-    return lastPosition(*this, start, [&set](wchar_t wc) { return !set.hasWChar(wc); });
+    Members const members(set);
+    return lastPosition(*this, start, [&members](wchar_t wc) { return !members.contains(wc); });
 }
 
 bool DWBuffer::hasWChar(wchar_t wc) const { return std::wmemchr(wide, wc, length) != nullptr; }

@@ -24,7 +24,7 @@ extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics,
     printable, punctuation, upperCase, whiteSpace;
 
 /// The class whose `test` is the given function, or null.
-CharacterClass const* classOf(int (*test)(int));
+CharacterClass const* classOf(int (*function)(int));
 
 /// The offset of the first byte that is not a member, or notFound.
 std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass);

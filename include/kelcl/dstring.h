@@ -423,11 +423,11 @@ public:
         return insert(bytes.data, bytes.length, index, padCharacter);
     }
 
-    /// The text on the left, on the right or in the middle of `length` bytes, cut or padded to fit.
-    DString& leftJustify(unsigned int length, char padCharacter = ' ');
-    DString& rightJustify(unsigned int length, char padCharacter = ' ');
-    DString& center(unsigned int length, char padCharacter = ' ');
-    static DString center(DString const& source, unsigned int length, char padCharacter = ' ');
+    /// The text on the left, on the right or in the middle of `width` bytes, cut or padded to fit.
+    DString& leftJustify(unsigned int width, char padCharacter = ' ');
+    DString& rightJustify(unsigned int width, char padCharacter = ' ');
+    DString& center(unsigned int width, char padCharacter = ' ');
+    static DString center(DString const& source, unsigned int width, char padCharacter = ' ');
 
     /// The text `numCopies` times in a row.
     DString& copy(unsigned int numCopies);
@@ -625,7 +625,7 @@ private:
         int const code = data != nullptr ? buffer()->compare(data, length) : buffer()->compare("", 0);
         return code == 2 ? -1 : code;
     }
-    DString& append(char const* data, unsigned int length);
+    DString& append(char const* data, unsigned int count);
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
 

@@ -12,3 +12,9 @@ kelcl_add_test(nls_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/collation_e
 kelcl_add_locale(short.GB18030 POSIX ${CMAKE_CURRENT_LIST_DIR}/short_gb18030.charmap GB18030)
 set(kelcl_mode_locale_short short.GB18030)
 kelcl_add_test(nls_incomplete SOURCES ${CMAKE_CURRENT_LIST_DIR}/incomplete_test.cpp MODES short short-i18n)
+
+# The kernels of UTF-8 as the library has them, and with their portable forms only.
+kelcl_add_internal_test(nls_utf8 SOURCES ${CMAKE_CURRENT_LIST_DIR}/utf8_test.cpp)
+kelcl_add_test(nls_utf8_portable SOURCES ${CMAKE_CURRENT_LIST_DIR}/utf8_test.cpp
+    ${PROJECT_SOURCE_DIR}/nls/utf8.cpp ${PROJECT_SOURCE_DIR}/string/byte_edit.cpp NO_LIBRARY)
+target_compile_definitions(test_nls_utf8_portable PRIVATE KELCL_PORTABLE_KERNELS)
