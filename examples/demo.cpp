@@ -1,9 +1,7 @@
 // A host program that shows the library at work on a text file in the locale's encoding: a numbered listing,
 // a report of the records in it, what is refused and how, a summary. It uses nothing but the public headers.
 //
-//   demo FILE [PATTERN]    PATTERN (with * and ?) chooses the lines that are listed
-//
-// A record is a line of the form name;country;YYYY-MM-DD. All other lines are prose.
+// demo --help tells how it is used.
 //
 // The texts of failures come from the library's message catalog, kelcl.cat, which the C library looks for
 // along NLSPATH in the language of LANG. ./dev demo sets NLSPATH to the catalogs of the build tree; after an
@@ -12,8 +10,6 @@
 // A host that has its catalog elsewhere names it with DBase::setMessageFile, its user with the environment
 // variable "KORVA MSGFILE". With KORVA_TRACETO=stderr (or stdout, or file and KORVA_TRACEFILE) the run is
 // traced.
-//
-// Exit status: 0 when FILE was read to its end, 2 when it was not.
 #include <kelcl/kelcl.h>
 
 #include <algorithm>
@@ -25,6 +21,17 @@
 #include <vector>
 
 namespace {
+
+char const* const help =
+    "Usage: demo FILE [PATTERN]\n"
+    "Lists the lines of FILE that are like PATTERN (all without one), and reports on its records.\n"
+    "\n"
+    "FILE is a text in the encoding of the locale. In it a record is a line of the form\n"
+    "name;country;YYYY-MM-DD; all other lines are prose. PATTERN is compared with whole\n"
+    "lines; * stands for any run of bytes, ? for one byte.\n"
+    "\n"
+    "KORVA_TRACETO=stderr in the environment shows what is done.\n"
+    "Exit status: 0 when FILE was read to its end, 2 when it was not.\n";
 
 unsigned int const longestLineAllowed = 1000; // bytes
 unsigned int const nameWidth = 16;            // bytes of the name's field in the report
@@ -252,8 +259,12 @@ int main(int argumentCount, char** arguments) {
     if (std::setlocale(LC_ALL, "") == nullptr)
         std::cerr
             << "demo: the locale of the environment is not installed, so bytes are taken for characters\n";
+    if (argumentCount == 2 && DString(arguments[1]) == "--help") {
+        std::cout << help;
+        return EXIT_SUCCESS;
+    }
     if (argumentCount != 2 && argumentCount != 3) {
-        std::cerr << "Usage: demo FILE [PATTERN]\n";
+        std::cerr << "Usage: demo FILE [PATTERN]\nTry 'demo --help'.\n";
         return 2;
     }
     static ReportBehindOutput reports;

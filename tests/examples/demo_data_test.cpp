@@ -39,7 +39,7 @@ TEST(DemoData, TheJournalHasTheRecordsOfTheFilesAndProseAroundThem) {
 }
 
 TEST(DemoData, TheDemoListsEveryLineOfTheJournalAndRefusesItsCalendarCheckOnly) {
-    DemoRun const run = runDemo({dataFile("journal.txt")});
+    ProgramRun const run = runDemo({dataFile("journal.txt")});
     std::string listing;
     unsigned int number = 0;
     unsigned int words = 0;

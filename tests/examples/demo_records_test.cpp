@@ -64,10 +64,10 @@ std::string blanks(std::size_t count) { return std::string(count, ' '); }
 } // namespace
 
 TEST(DemoCharacters, NamesAreCutAndPaddedToTheBytesOfTheirFieldWithoutABrokenCharacter) {
-    DemoRun const run = runDemo({makeFile(localeText("London;GB;1863-01-10\n"
-                                                     "Санкт-Петербург;RU;1955-11-15\n"
-                                                     "東京;JP;1927-12-30\n")),
-                                 "no such line"});
+    ProgramRun const run = runDemo({makeFile(localeText("London;GB;1863-01-10\n"
+                                                        "Санкт-Петербург;RU;1955-11-15\n"
+                                                        "東京;JP;1927-12-30\n")),
+                                    "no such line"});
     Expected const& values = expected();
     EXPECT_EQ(run.output, localeText("\nRecords\n\n" +                                             //
                                      std::string(values.london) + "London" + blanks(10) + "|\n" +  //
@@ -89,7 +89,7 @@ TEST(DemoCharacters, NamesAreCutAndPaddedToTheBytesOfTheirFieldWithoutABrokenCha
 }
 
 TEST(DemoCharacters, TheReportOfTheWholeFileHasNoBrokenCharacterAndFieldsOfOneWidth) {
-    DemoRun const run = runDemo({dataFile(expected().file)});
+    ProgramRun const run = runDemo({dataFile(expected().file)});
     EXPECT_EQ(run.status, 0);
     converted(run.output, localeCodeset(), "UTF-8");
     unsigned int fields = 0;
@@ -107,7 +107,7 @@ TEST(DemoCharacters, TheReportOfTheWholeFileHasNoBrokenCharacterAndFieldsOfOneWi
 }
 
 TEST(DemoCharacters, APatternInTheLocalesEncodingChoosesLines) {
-    DemoRun const run = runDemo({dataFile(expected().file), localeText("*京;JP*")});
+    ProgramRun const run = runDemo({dataFile(expected().file), localeText("*京;JP*")});
     EXPECT_THAT(run.output, StartsWith(localeText("    15  東京;JP;1927-12-30\n"
                                                   "\nRecords\n")));
 }
@@ -115,7 +115,7 @@ TEST(DemoCharacters, APatternInTheLocalesEncodingChoosesLines) {
 TEST(DemoCharacters, ALineThatEndsInHalfACharacterIsRefusedWithTheCatalogsText) {
     std::string line = localeText("東京");
     line.pop_back();
-    DemoRun const run = runDemo({makeFile("one\n" + line + "\n")});
+    ProgramRun const run = runDemo({makeFile("one\n" + line + "\n")});
     EXPECT_EQ(run.output, "     1  one\n\nStopped. Lines read: 1\n");
     EXPECT_THAT(run.errors, StartsWith("DInvalidRequest exception thrown.\n"));
     EXPECT_THAT(linesOf(run.errors),
@@ -128,6 +128,6 @@ TEST(DemoCharacters, ALineThatEndsInHalfACharacterIsRefusedWithTheCatalogsText) 
 
 TEST(DemoCharacters, ARefusedRecordIsNamedInTheTraceAsItStandsInTheFile) {
     Environment const environment{{"KORVA_TRACE", "noprefix"}, {"KORVA_TRACETO", "stdout"}};
-    DemoRun const run = runDemo({makeFile(localeText("東京;JP;1927-02-30\n")), "no such line"});
+    ProgramRun const run = runDemo({makeFile(localeText("東京;JP;1927-02-30\n")), "no such line"});
     EXPECT_THAT(linesOf(run.output), testing::Contains(localeText("    >refused: 東京;JP;1927-02-30")));
 }

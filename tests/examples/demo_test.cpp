@@ -98,7 +98,7 @@ std::string lineRefusalOf(std::string const& condition) {
 // Listing ---------------------------------------------------------------------------------------------
 
 TEST(DemoListing, EveryLineStandsBehindItsRightJustifiedNumber) {
-    DemoRun const run = runDemo({makeFile(prose)});
+    ProgramRun const run = runDemo({makeFile(prose)});
     EXPECT_EQ(run.output, "     1  The day and the year\n"
                           "     2  \n"
                           "     3  ten short words\n"
@@ -117,7 +117,7 @@ TEST(DemoListing, EveryLineStandsBehindItsRightJustifiedNumber) {
 }
 
 TEST(DemoListing, APatternChoosesTheListedLinesAndLeavesTheSummaryAlone) {
-    DemoRun const run = runDemo({makeFile(prose), "t?n*"});
+    ProgramRun const run = runDemo({makeFile(prose), "t?n*"});
     EXPECT_THAT(run.output, StartsWith("     3  ten short words\n\nSummary\n\n  Lines .............. 3\n"));
     EXPECT_EQ(run.status, 0);
 }
@@ -127,13 +127,13 @@ TEST(DemoListing, APatternIsComparedWithTheWholeLine) {
 }
 
 TEST(DemoListing, ALastLineWithoutALineFeedCounts) {
-    DemoRun const run = runDemo({makeFile("one\ntwo")});
+    ProgramRun const run = runDemo({makeFile("one\ntwo")});
     EXPECT_THAT(run.output, StartsWith("     1  one\n     2  two\n\nSummary\n\n  Lines .............. 2\n"));
     EXPECT_EQ(run.status, 0);
 }
 
 TEST(DemoListing, AnEmptyFileGivesAnEmptySummary) {
-    DemoRun const run = runDemo({makeFile("")});
+    ProgramRun const run = runDemo({makeFile("")});
     EXPECT_EQ(run.output, "\nSummary\n\n"
                           "  Lines .............. 0\n"
                           "  Words .............. 0\n"
@@ -145,7 +145,7 @@ TEST(DemoListing, AnEmptyFileGivesAnEmptySummary) {
 
 TEST(DemoListing, ALineOfAThousandBytesIsTaken) {
     std::string const line(1000, 'x');
-    DemoRun const run = runDemo({makeFile(line + "\n")});
+    ProgramRun const run = runDemo({makeFile(line + "\n")});
     EXPECT_THAT(run.output, StartsWith("     1  " + line + "\n"));
     EXPECT_THAT(run.output, HasSubstr("  Longest line ....... number 1 of 1000 bytes\n"));
     EXPECT_EQ(run.status, 0);
@@ -154,12 +154,12 @@ TEST(DemoListing, ALineOfAThousandBytesIsTaken) {
 // Records ---------------------------------------------------------------------------------------------
 
 TEST(DemoRecords, ARecordThatIsRefusedIsReportedOnceAndTheRestGoesOn) {
-    DemoRun const run = runDemo({makeFile("Openings\n"
-                                          "London;GB;1863-01-10\n"
-                                          "A calendar check;GB;1752-09-10\n"
-                                          "Buenos Aires;AR;1913-12-01\n"
-                                          "Glasgow;GB;1896-12-14\n"),
-                                 "Op*"});
+    ProgramRun const run = runDemo({makeFile("Openings\n"
+                                             "London;GB;1863-01-10\n"
+                                             "A calendar check;GB;1752-09-10\n"
+                                             "Buenos Aires;AR;1913-12-01\n"
+                                             "Glasgow;GB;1896-12-14\n"),
+                                    "Op*"});
     EXPECT_EQ(run.output, "     1  Openings\n" +
                               reportOf({{"GB", 1863, 1, 10, "London"},
                                         {"AR", 1913, 12, 1, "Buenos Aires"},
@@ -179,16 +179,16 @@ TEST(DemoRecords, ARecordThatIsRefusedIsReportedOnceAndTheRestGoesOn) {
 }
 
 TEST(DemoRecords, DatesThatDoNotExistAreRefusedAndTheirNeighboursAreTaken) {
-    DemoRun const run = runDemo({makeFile("a;GB;1752-09-02\n"
-                                          "b;GB;1752-09-03\n"
-                                          "c;GB;1752-09-13\n"
-                                          "d;GB;1752-09-14\n"
-                                          "e;GB;1900-02-29\n"
-                                          "f;GB;2000-02-29\n"
-                                          "g;GB;2001-13-01\n"
-                                          "h;GB;2001-00-01\n"
-                                          "i;GB;2001-04-31\n"
-                                          "j;GB;0000-01-01\n")});
+    ProgramRun const run = runDemo({makeFile("a;GB;1752-09-02\n"
+                                             "b;GB;1752-09-03\n"
+                                             "c;GB;1752-09-13\n"
+                                             "d;GB;1752-09-14\n"
+                                             "e;GB;1900-02-29\n"
+                                             "f;GB;2000-02-29\n"
+                                             "g;GB;2001-13-01\n"
+                                             "h;GB;2001-00-01\n"
+                                             "i;GB;2001-04-31\n"
+                                             "j;GB;0000-01-01\n")});
     EXPECT_EQ(run.errors, refusalOf("1752-09-03") + refusalOf("1752-09-13") + refusalOf("1900-02-29") +
                               refusalOf("2001-13-01") + refusalOf("2001-00-01") + refusalOf("2001-04-31") +
                               refusalOf("0000-01-01"));
@@ -197,19 +197,19 @@ TEST(DemoRecords, DatesThatDoNotExistAreRefusedAndTheirNeighboursAreTaken) {
 }
 
 TEST(DemoRecords, LinesThatOnlyResembleARecordAreProse) {
-    DemoRun const run = runDemo({makeFile(";GB;1863-01-10\n"
-                                          "London;GBR;1863-01-10\n"
-                                          "London;GB;1863-1-10\n"
-                                          "London;GB;1863-ab-10\n"
-                                          "Lon;don;GB;1863-01-10\n"
-                                          "London;GB;1863-01-10 \n"
-                                          "London,GB,1863-01-10\n")});
+    ProgramRun const run = runDemo({makeFile(";GB;1863-01-10\n"
+                                             "London;GBR;1863-01-10\n"
+                                             "London;GB;1863-1-10\n"
+                                             "London;GB;1863-ab-10\n"
+                                             "Lon;don;GB;1863-01-10\n"
+                                             "London;GB;1863-01-10 \n"
+                                             "London,GB,1863-01-10\n")});
     EXPECT_THAT(run.output, HasSubstr("  Records ............ 0\n  Refused records .... 0\n"));
     EXPECT_EQ(run.errors, "");
 }
 
 TEST(DemoRecords, ANameThatIsTooLongIsCutToItsField) {
-    DemoRun const run = runDemo({makeFile("Newcastle upon Tyne;GB;1980-08-11\n")});
+    ProgramRun const run = runDemo({makeFile("Newcastle upon Tyne;GB;1980-08-11\n")});
     EXPECT_THAT(run.output, HasSubstr(reportOf({{"GB", 1980, 8, 11, "Newcastle upon T"}}) +
                                       "\nThe bytes of the longest name\n\n"
                                       "     1  4E 65 77 63 61 73 74 6C 65 20 75 70 6F 6E 20 54\n"
@@ -219,7 +219,7 @@ TEST(DemoRecords, ANameThatIsTooLongIsCutToItsField) {
 // Failures --------------------------------------------------------------------------------------------
 
 TEST(DemoFailures, AFileThatIsNotThereIsReportedAndEndsInStatus2) {
-    DemoRun const run = runDemo({"nothing-here.txt"});
+    ProgramRun const run = runDemo({"nothing-here.txt"});
     EXPECT_EQ(run.output, "\nStopped. Lines read: 0\n");
     EXPECT_THAT(run.errors, StartsWith("DAccessError exception thrown.\n"
                                        "   function: readFile\n"
@@ -234,7 +234,7 @@ TEST(DemoFailures, AFileThatIsNotThereIsReportedAndEndsInStatus2) {
 }
 
 TEST(DemoFailures, AFolderCannotBeReadAndEndsInStatus2) {
-    DemoRun const run = runDemo({"."});
+    ProgramRun const run = runDemo({"."});
     EXPECT_EQ(run.output, "\nStopped. Lines read: 0\n");
     EXPECT_THAT(run.errors, StartsWith("DAccessError exception thrown.\n"));
     EXPECT_THAT(run.errors, HasSubstr("   Error Id is 21\n"));
@@ -242,7 +242,7 @@ TEST(DemoFailures, AFolderCannotBeReadAndEndsInStatus2) {
 }
 
 TEST(DemoFailures, ALineThatIsTooLongEndsInStatus2BehindWhatWasReadBefore) {
-    DemoRun const run = runDemo({makeFile("one\ntwo\n" + std::string(1001, 'x') + "\nfour\n")});
+    ProgramRun const run = runDemo({makeFile("one\ntwo\n" + std::string(1001, 'x') + "\nfour\n")});
     EXPECT_EQ(run.output, "     1  one\n     2  two\n\nStopped. Lines read: 2\n");
     EXPECT_EQ(run.errors, lineRefusalOf("line 3 has at most 1000 bytes"));
     EXPECT_EQ(run.status, 2);
@@ -250,7 +250,7 @@ TEST(DemoFailures, ALineThatIsTooLongEndsInStatus2BehindWhatWasReadBefore) {
 
 TEST(DemoFailures, ANulByteEndsInStatus2BehindWhatWasReadBefore) {
     std::string const nul(1, '\0');
-    DemoRun const run = runDemo({makeFile("one\na" + nul + "b\n")});
+    ProgramRun const run = runDemo({makeFile("one\na" + nul + "b\n")});
     EXPECT_EQ(run.output, "     1  one\n\nStopped. Lines read: 1\n");
     EXPECT_EQ(run.errors, lineRefusalOf("line 2 holds no NUL byte"));
     EXPECT_EQ(run.status, 2);
@@ -258,23 +258,30 @@ TEST(DemoFailures, ANulByteEndsInStatus2BehindWhatWasReadBefore) {
 
 TEST(DemoFailures, OnATerminalAReportStandsBehindWhatWasPrintedBeforeIt) {
     std::string const nul(1, '\0');
-    DemoRun const run = runDemoOnTerminal({makeFile("one\nx;GB;2001-02-30\nthree\n" + nul + "\n")});
+    ProgramRun const run = runDemoOnTerminal({makeFile("one\nx;GB;2001-02-30\nthree\n" + nul + "\n")});
     EXPECT_EQ(run.output, "     1  one\n     2  x;GB;2001-02-30\n" + refusalOf("2001-02-30") +
                               "     3  three\n" + lineRefusalOf("line 4 holds no NUL byte") +
                               "\nStopped. Lines read: 3\n");
 }
 
 TEST(DemoFailures, WithoutAFileTheUsageIsPrintedAndTheStatusIs2) {
-    DemoRun const run = runDemo({});
+    ProgramRun const run = runDemo({});
     EXPECT_EQ(run.output, "");
-    EXPECT_EQ(run.errors, "Usage: demo FILE [PATTERN]\n");
+    EXPECT_EQ(run.errors, "Usage: demo FILE [PATTERN]\nTry 'demo --help'.\n");
     EXPECT_EQ(run.status, 2);
+}
+
+TEST(DemoFailures, HelpIsNoFailureAndIsWhatIsCommitted) {
+    ProgramRun const run = runDemo({"--help"});
+    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/demo.help.txt"));
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.status, 0);
 }
 
 TEST(DemoFailures, ALocaleThatIsNotInstalledIsToldAndTheFileIsReadAsBytes) {
     std::string const locale = std::getenv("LC_ALL");
     setenv("LC_ALL", "xx_XX.nowhere", 1);
-    DemoRun const run = runDemo({makeFile("caf\xC3\xA9\n")});
+    ProgramRun const run = runDemo({makeFile("caf\xC3\xA9\n")});
     setenv("LC_ALL", locale.c_str(), 1);
     EXPECT_THAT(run.output, StartsWith("     1  caf\xC3\xA9\n"));
     EXPECT_EQ(run.errors,
@@ -286,7 +293,7 @@ TEST(DemoFailures, ALocaleThatIsNotInstalledIsToldAndTheFileIsReadAsBytes) {
 
 TEST(DemoMessages, WithoutACatalogTheReportSaysSo) {
     Environment const environment{{"NLSPATH", "./no-catalogs/%N"}};
-    DemoRun const run = runDemo({makeFile("x;GB;2001-02-30\n")});
+    ProgramRun const run = runDemo({makeFile("x;GB;2001-02-30\n")});
     EXPECT_THAT(linesOf(run.errors), testing::Contains("      Unable to load text from message file."));
     EXPECT_EQ(run.status, 0);
 }
@@ -294,7 +301,7 @@ TEST(DemoMessages, WithoutACatalogTheReportSaysSo) {
 TEST(DemoMessages, TheLanguageOfTheUserChoosesTheCatalog) {
     Environment const environment{{"NLSPATH", KELCL_TEST_CATALOG_DIR "/%l/LC_MESSAGES/%N"}};
     setenv("LANG", "de_DE.UTF-8", 1);
-    DemoRun const run = runDemo({makeFile("x;GB;2001-02-30\n")});
+    ProgramRun const run = runDemo({makeFile("x;GB;2001-02-30\n")});
     setenv("LANG", "C", 1);
     EXPECT_THAT(linesOf(run.errors),
                 testing::Contains("      Die Bedingung ist nicht erfüllt: the date 2001-02-30 exists"));
@@ -326,7 +333,7 @@ auto const wholeTrace =
 
 TEST(DemoTrace, TheRunIsTracedToStandardErrorOnRequest) {
     Environment const environment{{"KORVA_TRACE", "noprefix"}, {"KORVA_TRACETO", "stderr"}};
-    DemoRun const run = runDemo({makeFile("one\nLondon;GB;1863-01-10\n")});
+    ProgramRun const run = runDemo({makeFile("one\nLondon;GB;1863-01-10\n")});
     EXPECT_THAT(traceOf(run.errors), wholeTrace);
     EXPECT_THAT(run.output, StartsWith("     1  one\n     2  London;GB;1863-01-10\n\nRecords\n"));
 }
@@ -335,7 +342,7 @@ TEST(DemoTrace, TheRunIsTracedToAFileNamedInUpperCaseOnRequest) {
     std::remove("RUN.LOG");
     Environment const environment{
         {"KORVA TRACE", "noprefix"}, {"KORVA TRACETO", "file"}, {"KORVA TRACEFILE", "run.log"}};
-    DemoRun const run = runDemo({makeFile("one\nLondon;GB;1863-01-10\n")});
+    ProgramRun const run = runDemo({makeFile("one\nLondon;GB;1863-01-10\n")});
     EXPECT_THAT(traceOf(readFile("RUN.LOG")), wholeTrace);
     EXPECT_EQ(run.errors, "");
 }
