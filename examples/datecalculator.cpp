@@ -36,7 +36,7 @@ public:
 [[noreturn]] void refuse(DString const& text, DExceptionLocation const& location) {
     DInvalidParameter refusal(text.c_str());
     refusal.addLocation(location).logExceptionData();
-    throw refusal;
+    throw DInvalidParameter(refusal);
 }
 
 // Reading ---------------------------------------------------------------------------------------------

@@ -78,7 +78,7 @@ private:
 [[noreturn]] void refuse(DString const& text, DExceptionLocation const& location) {
     DInvalidParameter refusal(text.c_str(), 0, DException::recoverable);
     refusal.addLocation(location).logExceptionData();
-    throw refusal;
+    throw DInvalidParameter(refusal);
 }
 
 bool isPort(DString const& value) {

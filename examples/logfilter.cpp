@@ -59,7 +59,7 @@ public:
 [[noreturn]] void refuse(DString const& text, DExceptionLocation const& location) {
     DInvalidParameter refusal((text + ". Try 'logfilter --help'.").c_str());
     refusal.addLocation(location).logExceptionData();
-    throw refusal;
+    throw DInvalidParameter(refusal);
 }
 
 /// Takes a word such as -i or -vc.
@@ -91,7 +91,7 @@ Task taskFrom(std::vector<DString> const& words) {
         task.patterns.push_back(task.files.front());
         task.files.erase(task.files.begin());
     }
-    if (task.files.empty()) task.files.push_back("-");
+    if (task.files.empty()) task.files.emplace_back("-");
     if (task.ignoresCase)
         for (DString& pattern : task.patterns)
             pattern.upperCase();

@@ -91,7 +91,7 @@ std::vector<Field> fieldsFrom(DString const& list) {
 
 Task taskFrom(std::vector<DString> const& words) {
     if (words.size() < 3 || words.size() > 4) refuse("three or four arguments are wanted");
-    Task const task{words[0], words[1], fieldsFrom(words[2]), words.size() == 4 ? words[3] : DString("-")};
+    Task task{words[0], words[1], fieldsFrom(words[2]), words.size() == 4 ? words[3] : DString("-")};
     enterLocale(task.to);
     enterLocale(task.from);
     return task;
