@@ -44,6 +44,16 @@ configure_and_run() {
     run "$work/$way/consumer"
 }
 
+# block LANGUAGE NUMBER SECTION: that block of the README, counted from the heading SECTION (or the first line) on.
+block() {
+    awk -v fence="\`\`\`$1" -v number="$2" -v heading="## $3" -v open="$([ -n "$3" ] || echo yes)" '
+        $0 == heading { open = "yes" }
+        !open { next }
+        inside && /^```$/ { exit }
+        inside { print }
+        $0 == fence && ++seen == number { inside = 1 }' "$source/README.md"
+}
+
 case $way in
 prefix)
     # Installed in one place, used in another: nothing in it may depend on where it was installed.
@@ -63,12 +73,20 @@ add_subdirectory)
     configure_and_run -DKELCL_SOURCE_DIR="$source"
     ;;
 readme)
-    # The first block of C++ in the README is a whole program, and what it prints stands in the block of text after it.
-    sed -n '/^```cpp$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.cpp"
-    sed -n '/^```text$/,/^```$/{/^```/!p;/^```$/q}' "$source/README.md" >"$work/readme.expected"
-    compile_with_pkg_config "$work/readme.cpp" "$work/readme"
-    "$work/readme" >"$work/readme.printed"
-    diff -u "$work/readme.expected" "$work/readme.printed" || fail "README.md shows another output than its program prints"
+    # What the README says under "Install and use" is done as it stands there, its first block (building and installing)
+    # apart. The program and what it prints are the first blocks of their languages.
+    rm -rf "$work/readme"
+    mkdir "$work/readme"
+    cd "$work/readme"
+    block cpp 1 "" >host.cpp
+    block text 1 "" >expected
+    block cmake 1 "Install and use" >CMakeLists.txt
+    for number in 2 3; do
+        block sh $number "Install and use" >commands
+        [ -s commands ] || fail "README.md has no block $number of commands"
+        prefix=$prefix CXX=$cxx sh -eu commands >printed
+        tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "README.md shows another output than its program prints"
+    done
     ;;
 *)
     fail "there is no way '$way' of consuming the library"
