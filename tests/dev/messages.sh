@@ -1,0 +1,61 @@
+#!/bin/sh
+# Every refusal of ./dev is one line that tells what to do next, and status 2. What the verbs do is not tested here.
+# Usage: messages.sh DEV WORK
+set -eu
+
+dev=$1
+work=$2
+failures=0
+
+# refuses MESSAGE ARGUMENT...: the message is told, or what begins with it.
+refuses() {
+    expected="dev: $1"
+    shift
+    status=0
+    printed=$(sh "$dev" "$@" 2>&1) || status=$?
+    case $status$printed in
+    "2$expected"*) ;;
+    *)
+        printf './dev %s\n  wanted:  2 %s\n  printed: %s %s\n' "$*" "$expected" $status "$printed"
+        failures=$((failures + 1))
+        ;;
+    esac
+}
+
+# A folder of commands in which neither compilers nor apt-get are.
+rm -rf "$work"
+mkdir -p "$work"
+for command in sh dirname id cat find grep sed sort tr; do
+    ln -s "$(command -v $command)" "$work/$command"
+done
+
+refuses "there is no verb 'tset'. ./dev help lists them." tset
+refuses "demo takes a file and a pattern at most: ./dev demo [FILE [PATTERN]]" demo a b c
+refuses "abi takes --update or nothing: ./dev abi [--update]" abi --upgrade
+refuses "docs takes no arguments: ./dev docs" docs --open
+refuses "setup takes no arguments: ./dev setup" setup all
+(
+    export KELCL_PRESET=fast
+    refuses "there is no preset 'fast'. KELCL_PRESET is one of: asan" demo
+    exit $failures
+) || failures=$((failures + 1))
+(
+    export PATH="$work"
+    refuses "these Debian packages, or what they are called here, are missing: clang-format. Install them, then run this again." format
+    exit $failures
+) || failures=$((failures + 1))
+
+# The self-check: a wrong expectation is found.
+if (refuses "something else" tset) | grep -q "wanted"; then :; else
+    echo "this test cannot fail"
+    failures=$((failures + 1))
+fi
+
+# shellcheck disable=SC2016 # the dollar sign is one of the script's
+for verb in $(sed -n 's/^demo | \(.*\)) "\$verb".*/demo | \1/p' "$dev" | tr '|' ' ') test; do
+    sh "$dev" help | grep -q "^  $verb" || {
+        echo "./dev help does not tell of $verb"
+        failures=$((failures + 1))
+    }
+done
+[ $failures -eq 0 ]
