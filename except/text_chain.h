@@ -52,6 +52,7 @@ private:
     static DExcText* borrowing(DExcText* source) noexcept;
     static void releaseCharacters(DExcText* block) noexcept;
 
+    // debugger/printers.py reads the first two, and the characters behind the last one.
     DExcText* characters_; // the block in which they stand: this one, or the one that they are borrowed from
     DExcText* next_;
     std::atomic<std::size_t> owners_{1};
