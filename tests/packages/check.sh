@@ -1,0 +1,61 @@
+#!/bin/sh
+# Checks the Debian packages: they hold exactly the files of the committed lists, lintian finds nothing, no path of the
+# tree is in them, and a host program can be built and run with what they unpack to.
+# Usage: check.sh DIRECTORY TESTS [--update]
+# DIRECTORY holds the two packages and nothing older; TESTS is the folder tests/ of the tree.
+set -eu
+
+directory=$1
+tests=$2
+update=${3:-}
+
+root=$directory/root
+multiarch=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+export LC_ALL=C.UTF-8
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# contents PACKAGE: what depends on neither the machine, its tools nor the time.
+contents() {
+    # shellcheck disable=SC2016 # the fields are filled in by dpkg-deb
+    dpkg-deb --show --showformat='${Package} ${Version}, section ${Section}, depends on ${Depends}\n' "$1" |
+        sed 's/ (>= [^)]*)//g'
+    for control in postinst postrm shlibs triggers; do
+        dpkg-deb --info "$1" $control 2>/dev/null | sed "s/^/$control: /"
+    done
+    dpkg-deb --contents "$1" | sed -E "s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,; s,$multiarch,MULTIARCH,g"
+}
+
+same=true
+for package in libkelcl3 libkelcl-dev; do
+    file=$(find "$directory" -maxdepth 1 -name "${package}_*.deb")
+    [ -f "$file" ] || fail "there is not exactly one package $package in $directory"
+    expected=$tests/packages/$package.contents
+    if [ "$update" = --update ]; then
+        contents "$file" >"$expected"
+        echo "$expected: $(wc -l <"$expected") lines"
+    elif ! contents "$file" | diff -u "$expected" -; then
+        echo "$file does not hold what $expected lists (- missing, + new)." >&2
+        echo "If that is intended, write the lists anew with ./dev package --update and commit them." >&2
+        same=false
+    fi
+    dpkg-deb --extract "$file" "$root"
+done
+$same || exit 1
+
+lintian --fail-on error,warning "$directory"/*.deb || fail "lintian found something; it is above"
+
+grep -rlF "$(dirname "$tests")" "$root" && fail "these files hold the path of the tree that they were built in"
+
+consumer=$directory/consumer
+if ! {
+    cmake -S "$tests/install/consumer" -B "$consumer" -G Ninja -DCMAKE_PREFIX_PATH="$root/usr" && cmake --build "$consumer"
+} >"$consumer.log" 2>&1; then
+    cat "$consumer.log" >&2
+    fail "the consumer does not build with the packages"
+fi
+LD_LIBRARY_PATH=$root/usr/lib/$multiarch NLSPATH="$root/usr/share/locale/%l/LC_MESSAGES/%N" LC_ALL=C \
+    "$consumer/consumer" >/dev/null || fail "the consumer does not run with the packages"
