@@ -1,15 +1,16 @@
 #!/bin/sh
-# Installs the library into a scratch prefix and builds and runs a host program against it, as a user would.
-# Usage: consume.sh WAY CMAKE CXX SOURCE BUILD WORK
-# WAY is one of: prefix (installs; the others need it), find_package, pkg_config, add_subdirectory, readme.
+# Installs the library and builds and runs a host program against it, as a user would.
+# Usage: consume.sh WAY CMAKE CXX GDB SOURCE BUILD WORK
+# WAY is one of: add_subdirectory (it installs as well; the others need it), find_package, pkg_config, readme, debugger, usr.
 set -eu
 
 way=$1
 cmake=$2
 cxx=$3
-source=$4
-build=$5
-work=$6
+gdb=$4
+source=$5
+build=$6
+work=$7
 
 prefix=$work/prefix
 consumer=$source/tests/install/consumer
@@ -19,14 +20,25 @@ fail() {
     exit 1
 }
 
-# run PROGRAM: as users of two languages would have it. Their texts must come from the two installed catalogs.
-run() {
-    english=$(LANG=C NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@")
-    german=$(LANG=de_DE.UTF-8 NLSPATH="$prefix/share/locale/%l/LC_MESSAGES/%N" "$@")
-    echo "$english / $german"
-    [ "$english" != "$german" ] || fail "the language makes no difference to the messages"
+# text_of LANGUAGE: what the consumer prints, as the source of the language's catalog has it.
+text_of() {
+    if [ "$1" = en ]; then file=kelcl.msg; else file=kelcl.$1.msg; fi
+    sed -n 's/^1011 "\(.*\)"$/\1/p' "$source/catalog/$file"
 }
 
+# expect LANGUAGE LANG NLSPATH PROGRAM: as a user has it whose environment is otherwise empty.
+expect() {
+    printed=$(env -i LANG="$2" NLSPATH="$3" ${LD_LIBRARY_PATH:+LD_LIBRARY_PATH="$LD_LIBRARY_PATH"} "$4") ||
+        fail "$4 fails with LANG=$2 NLSPATH=$3"
+    [ "$printed" = "$(text_of "$1")" ] || fail "with LANG=$2 NLSPATH=$3 the text is '$printed', not '$(text_of "$1")'"
+}
+
+run() {
+    expect en C "$prefix/share/locale/%l/LC_MESSAGES/%N" "$1"
+    expect de de_DE.UTF-8 "$prefix/share/locale/%l/LC_MESSAGES/%N" "$1"
+}
+
+# compile_with_pkg_config SOURCE PROGRAM
 compile_with_pkg_config() {
     PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name kelcl.pc)")
     export PKG_CONFIG_PATH
@@ -37,11 +49,11 @@ compile_with_pkg_config() {
         "-Wl,-rpath,$(pkg-config --variable=libdir kelcl)"
 }
 
-configure_and_run() {
-    rm -rf "$work/$way"
+# build_consumer OPTION...: in $work/$way
+build_consumer() {
+    rm -rf "${work:?}/$way"
     "$cmake" -S "$consumer" -B "$work/$way" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" "$@"
     "$cmake" --build "$work/$way"
-    run "$work/$way/consumer"
 }
 
 # block LANGUAGE NUMBER SECTION: that block of the README, counted from the heading SECTION (or the first line) on.
@@ -55,22 +67,25 @@ block() {
 }
 
 case $way in
-prefix)
-    # Installed in one place, used in another: nothing in it may depend on where it was installed.
+add_subdirectory)
     rm -rf "$work"
-    mkdir -p "$work"
-    "$cmake" --install "$build" --prefix "$work/elsewhere"
+    build_consumer -DKELCL_SOURCE_DIR="$source" -DCMAKE_BUILD_TYPE=Release
+    "$cmake" --install "$work/$way" --prefix "$work/elsewhere"
+    # Installed in one place, used in another, and the build removed: nothing installed may depend on either.
     mv "$work/elsewhere" "$prefix"
+    run "$work/$way/consumer"
+    rm -rf "${work:?}/$way"
+    for path in "$work" "$source"; do
+        if found=$(grep -rlF "$path" "$prefix"); then fail "these installed files hold the path $path: $found"; fi
+    done
     ;;
 find_package)
-    configure_and_run -DCMAKE_PREFIX_PATH="$prefix"
+    build_consumer -DCMAKE_PREFIX_PATH="$prefix"
+    run "$work/$way/consumer"
     ;;
 pkg_config)
     compile_with_pkg_config "$consumer/main.cpp" "$work/pkg_config_consumer"
     run "$work/pkg_config_consumer"
-    ;;
-add_subdirectory)
-    configure_and_run -DKELCL_SOURCE_DIR="$source"
     ;;
 readme)
     # What the README says under "Install and use" is done as it stands there, its first block (building and installing)
@@ -87,6 +102,37 @@ readme)
         prefix=$prefix CXX=$cxx sh -eu commands >printed
         tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "README.md shows another output than its program prints"
     done
+    ;;
+debugger)
+    # gdb finds the printers beside the installed library once it trusts that folder.
+    compile_with_pkg_config "$consumer/main.cpp" "$work/debugger_consumer"
+    "$gdb" -nx -batch -iex "add-auto-load-safe-path $prefix" -iex 'set debuginfod enabled off' \
+        -iex 'set disable-randomization off' -ex 'break main' -ex run -ex 'info auto-load python-scripts libkelcl' \
+        -ex kill "$work/debugger_consumer" >"$work/debugger.log" 2>&1
+    grep "^Yes *$prefix/.*/libkelcl\.so\.3\.10\.1-gdb\.py *$" "$work/debugger.log" || {
+        cat "$work/debugger.log" >&2
+        fail "gdb did not load the printers; what it says is above"
+    }
+    ;;
+usr)
+    # Under /usr the catalogs must be where the C library looks without NLSPATH. Its own list of places is in its file; here
+    # each of them is taken below a scratch root.
+    compile_with_pkg_config "$consumer/main.cpp" "$work/usr_consumer"
+    rm -rf "$work/root"
+    DESTDIR=$work/root "$cmake" --install "$build" --prefix /usr >"$work/usr.log"
+    libc=$(ldd "$work/usr_consumer" | sed -n 's/.* => \(.*\/libc\.so\.[0-9]*\) .*/\1/p')
+    places=$(tr '\0' '\n' <"$libc" | sed -n '/^\/usr\/share\/locale\/%L\/%N:/{p;q}')
+    [ -n "$places" ] || fail "$libc does not say where it looks for message catalogs"
+    below_root=$(printf '%s' "$places" | sed "s,^/,$work/root/,; s,:/,:$work/root/,g")
+    for language in de es fr ja en; do
+        expect $language $language "$below_root" "$work/usr_consumer"
+        expect $language "${language}_XX.UTF-8" "$below_root" "$work/usr_consumer"
+    done
+    for lang in '' C POSIX C.UTF-8; do
+        expect en "$lang" "$below_root" "$work/usr_consumer"
+    done
+    find "$work/root/usr/share/gdb/auto-load/usr" -name 'libkelcl.so.3.10.1-gdb.py' | grep . ||
+        fail "the printers are not where gdb looks for those of a library under /usr"
     ;;
 *)
     fail "there is no way '$way' of consuming the library"

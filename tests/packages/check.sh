@@ -48,7 +48,9 @@ $same || exit 1
 
 lintian --fail-on error,warning "$directory"/*.deb || fail "lintian found something; it is above"
 
-grep -rlF "$(dirname "$tests")" "$root" && fail "these files hold the path of the tree that they were built in"
+if grep -rlF "$(dirname "$tests")" "$root"; then
+    fail "these files hold the path of the tree that they were built in"
+fi
 
 consumer=$directory/consumer
 if ! {
