@@ -1,80 +1,11 @@
 // What happens when memory runs out: under every core operation each allocation fails in turn. Nothing leaks,
-// nothing is lost, and the string is what it was. The program has allocation functions of its own.
+// nothing is lost, and the string is what it was.
 #include "tests/string/core_support.h"
+#include "tests/support/failing_allocations.h"
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <sstream>
-
-namespace {
-
-/// How an allocation fails that is to fail.
-enum class Failing {
-    byBadAlloc, ///< with std::bad_alloc, whatever handler there is
-    byHandler,  ///< as the standard says: the handler is called, until there is none or it throws
-};
-
-struct Allocations {
-    long live = 0;
-    long countdown = -1; ///< allocations that still succeed; negative: all do
-    bool onlyOnce = true;
-    Failing failing = Failing::byBadAlloc;
-    long handlerCalls = 0;
-
-    bool next() {
-        if (countdown < 0) return true;
-        if (countdown > 0) {
-            --countdown;
-            return true;
-        }
-        if (onlyOnce) countdown = -1;
-        return false;
-    }
-};
-
-Allocations allocations;
-
-// Out of line, so that the compiler sees new and delete as a pair, not malloc and delete.
-[[gnu::noinline]] void* allocateOrFail(std::size_t size) {
-    while (!allocations.next()) {
-        std::new_handler const handler = std::get_new_handler();
-        if (allocations.failing == Failing::byBadAlloc || handler == nullptr) throw std::bad_alloc();
-        ++allocations.handlerCalls;
-        handler();
-    }
-    void* const block = std::malloc(size == 0 ? 1 : size);
-    if (block == nullptr) throw std::bad_alloc();
-    ++allocations.live;
-    return block;
-}
-
-void* allocateOrNull(std::size_t size) noexcept {
-    try {
-        return allocateOrFail(size);
-    } catch (...) {
-        return nullptr;
-    }
-}
-
-[[gnu::noinline]] void release(void* block) noexcept {
-    if (block == nullptr) return;
-    --allocations.live;
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return allocateOrFail(size); }
-void* operator new[](std::size_t size) { return allocateOrFail(size); }
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNull(size); }
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNull(size); }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
-void operator delete(void* block, std::nothrow_t const&) noexcept { release(block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { release(block); }
 
 namespace {
 

@@ -15,7 +15,8 @@ endforeach()
 
 # These bring functions of their own that stand in for some of the C and C++ library.
 kelcl_add_test(ops_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_collation_error_test.cpp MODES C C-i18n)
-kelcl_add_test(ops_allocation SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_allocation_test.cpp MODES ${single_byte_modes})
+kelcl_add_test(ops_allocation MODES ${single_byte_modes}
+    SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_allocation_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 
 # Texts near 4 GiB, in up to 9 GiB of memory: only for those who ask for the label.
 kelcl_add_test(ops_huge SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_huge_test.cpp MODES C LABELS huge TIMEOUT 1800)

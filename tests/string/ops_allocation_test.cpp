@@ -1,60 +1,13 @@
 // What the operations allocate: nothing when there is nothing to do or the text is edited in place, one block
 // when a new text is made. And what happens when each of these allocations fails: no leak, and the string is
-// what it was. This program counts through an operator new of its own.
+// what it was.
 #include "tests/string/ops_support.h"
+#include "tests/support/failing_allocations.h"
 
-#include <cstdlib>
 #include <functional>
 #include <new>
 #include <string>
 #include <vector>
-
-namespace {
-
-struct Counters {
-    long allocations = 0;
-    long live = 0;
-    long failAt = -1; ///< The allocation, counted from 0, that finds no memory; none when negative.
-};
-
-Counters counters;
-
-void* take(std::size_t size) {
-    if (counters.failAt == 0) {
-        counters.failAt = -1;
-        return nullptr;
-    }
-    if (counters.failAt > 0) --counters.failAt;
-    void* const block = std::malloc(size == 0 ? 1 : size);
-    if (block == nullptr) return nullptr;
-    ++counters.allocations;
-    ++counters.live;
-    return block;
-}
-
-void* takeOrThrow(std::size_t size) {
-    void* const block = take(size);
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-}
-
-void give(void* block) {
-    if (block != nullptr) --counters.live;
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return takeOrThrow(size); }
-void* operator new[](std::size_t size) { return takeOrThrow(size); }
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return take(size); }
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return take(size); }
-void operator delete(void* block) noexcept { give(block); }
-void operator delete[](void* block) noexcept { give(block); }
-void operator delete(void* block, std::size_t) noexcept { give(block); }
-void operator delete[](void* block, std::size_t) noexcept { give(block); }
-void operator delete(void* block, std::nothrow_t const&) noexcept { give(block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { give(block); }
 
 namespace {
 
@@ -85,9 +38,9 @@ DString const phrase("brown fox");
 volatile unsigned int sink;
 
 long allocationsOf(std::function<void(DString&)> const& run, DString& text) {
-    long const before = counters.allocations;
+    long const before = allocations.made;
     run(text);
-    return counters.allocations - before;
+    return allocations.made - before;
 }
 
 void expectAllocations(Case const& c, long soleOwner, long shared) {
@@ -135,15 +88,15 @@ TEST(Allocations, AreNotNeededToMatchUnlessThePatternIsCollated) {
 TEST(Allocations, AreNotNeededToCompareBytesAndAtMostTwoToCollate) {
     DString const text("abc");
     std::string const other = "abd";
-    long const before = counters.allocations;
+    long const before = allocations.made;
     EXPECT_TRUE(text < other);
     EXPECT_TRUE(text == DString(text));
-    EXPECT_LE(counters.allocations - before, ops::switchIsOn() ? 2 : 0);
+    EXPECT_LE(allocations.made - before, ops::switchIsOn() ? 2 : 0);
     DString const withNul(std::string_view("ab\0", 3));
     std::string_view const otherWithNul("ac\0", 3);
-    long const again = counters.allocations;
+    long const again = allocations.made;
     EXPECT_TRUE(withNul < otherWithNul);
-    EXPECT_EQ(counters.allocations, again) << "texts that end in a NUL need no copy";
+    EXPECT_EQ(allocations.made, again) << "texts that end in a NUL need no copy";
 }
 
 std::vector<Case> const idle = {
@@ -248,7 +201,7 @@ std::vector<Case> const working = {
 TEST(Allocations, ForWorkingSpaceAreGivenBack) {
     for (std::vector<Case> const* const cases : {&reading, &idle, &inPlace, &changing, &working}) {
         for (Case const& c : *cases) {
-            long const before = counters.live;
+            long const before = allocations.live;
             {
                 DString text(c.start);
                 DString const copy(text);
@@ -256,7 +209,7 @@ TEST(Allocations, ForWorkingSpaceAreGivenBack) {
                 DString other(c.start);
                 c.run(other);
             }
-            EXPECT_EQ(counters.live, before) << c.name;
+            EXPECT_EQ(allocations.live, before) << c.name;
         }
     }
 }
@@ -268,21 +221,21 @@ void expectFailuresToHarmNothing(Case const& c, bool shared) {
         DString const copy = shared ? text : DString();
         char const* const data = text.data();
         unsigned int const refs = refsOf(text);
-        long const live = counters.live;
+        long const live = allocations.live;
         bool failed = false;
-        counters.failAt = n;
+        allocations.countdown = n;
         try {
             c.run(text);
         } catch (std::bad_alloc const&) {
             failed = true;
         }
-        bool const reached = counters.failAt < 0;
-        counters.failAt = -1;
+        bool const reached = allocations.countdown < 0;
+        allocations.countdown = -1;
         if (failed) {
             EXPECT_EQ(text.data(), data) << c.name << " after allocation " << n;
             EXPECT_EQ(refsOf(text), refs) << c.name << " after allocation " << n;
             EXPECT_EQ(contentsOf(text), c.start) << c.name << " after allocation " << n;
-            EXPECT_EQ(counters.live, live) << c.name << " after allocation " << n;
+            EXPECT_EQ(allocations.live, live) << c.name << " after allocation " << n;
         }
         EXPECT_EQ(contentsOf(copy), shared ? c.start : "") << c.name << " after allocation " << n;
         if (!reached) {
@@ -310,9 +263,9 @@ TEST(Collation, WithoutMemoryForItsCopiesSortsTheStringBefore) {
     // There is nothing to collate with, so the answer is that of a text that sorts before.
     DString const text("b");
     for (long n = 0; n < 2; ++n) {
-        counters.failAt = n;
+        allocations.countdown = n;
         bool const before = text < "a";
-        counters.failAt = -1;
+        allocations.countdown = -1;
         EXPECT_TRUE(before) << n;
     }
 }
