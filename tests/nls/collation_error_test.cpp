@@ -1,6 +1,7 @@
 // What happens when the locale's wide collation fails. This program brings a wcscoll of its own, which the
 // library calls in place of the C library's.
 #include "tests/nls/mb_support.h"
+#include "tests/support/failing_allocations.h"
 
 #include <cerrno>
 
@@ -11,7 +12,6 @@ using namespace std::string_literals;
 int errorToSet = 0;
 unsigned int calls = 0;
 bool claimsEqual = false;
-long liveArrays = 0;
 
 } // namespace
 
@@ -21,26 +21,6 @@ extern "C" int wcscoll(wchar_t const* left, wchar_t const* right) {
     if (errorToSet != 0) errno = errorToSet;
     return claimsEqual ? 0 : std::wcscmp(right, left);
 }
-
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
-    ++liveArrays;
-    return std::malloc(size);
-}
-
-void* operator new[](std::size_t size) {
-    void* const block = std::malloc(size);
-    if (block == nullptr) throw std::bad_alloc();
-    ++liveArrays;
-    return block;
-}
-
-void operator delete[](void* block) noexcept {
-    if (block != nullptr) --liveArrays;
-    std::free(block);
-}
-
-void operator delete[](void* block, std::size_t) noexcept { ::operator delete[](block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { ::operator delete[](block); }
 
 namespace {
 
@@ -109,10 +89,10 @@ TEST(WideCollation, ThatFailsLeavesNoArrayBehind) {
         return ops::failureOf([&] { text->compare("abd", 3); }).timesLogged;
     };
     EXPECT_EQ(fail(), 1u);
-    long const before = liveArrays;
+    long const before = allocations.live;
     EXPECT_EQ(fail(), 1u);
     EXPECT_EQ(fail(), 1u);
-    EXPECT_EQ(liveArrays, before);
+    EXPECT_EQ(allocations.live, before);
 }
 
 TEST(WideCollation, IsNotBlamedForAnErrnoThatWasThereBefore) {

@@ -6,6 +6,7 @@ kelcl_add_test(nls_core SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_test.cpp MODES AL
 
 # Brings a wcscoll of its own, which stands in for the C library's.
 kelcl_add_test(nls_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/collation_error_test.cpp
+        ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp
     MODES C C-i18n utf8 utf8-i18n eucjp-i18n)
 
 # A locale whose MB_CUR_MAX is smaller than some characters of its character set.

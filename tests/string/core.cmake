@@ -1,7 +1,9 @@
 # Storage and sharing of texts, and what a DString is without its vocabulary of operations.
-foreach(test IN ITEMS buffer string append first_use)
+foreach(test IN ITEMS buffer string first_use)
     kelcl_add_test(core_${test} SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_${test}_test.cpp MODES ALL)
 endforeach()
+kelcl_add_test(core_append MODES ALL
+    SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_append_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 
 kelcl_add_test(core_streams SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_streams_test.cpp MODES C latin1-i18n utf8 sjis-i18n)
 kelcl_add_test(core_allocation MODES C utf8 eucjp-i18n

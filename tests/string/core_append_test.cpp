@@ -1,35 +1,10 @@
 // Appending to a string: when the text grows where it stands, and when it must not. This program counts every
 // allocation.
 #include "tests/string/core_support.h"
+#include "tests/support/failing_allocations.h"
 
 #include <clocale>
 #include <cstdlib>
-
-namespace {
-
-std::size_t allocations = 0;
-
-// Out of line, so that the compiler sees new and delete as a pair, not malloc and delete.
-[[gnu::noinline]] void* allocate(std::size_t size) {
-    ++allocations;
-    if (void* const block = std::malloc(size == 0 ? 1 : size)) return block;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void release(void* block) noexcept { std::free(block); }
-
-} // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
-void operator delete(void* block, std::nothrow_t const&) noexcept { release(block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { release(block); }
 
 namespace {
 
@@ -71,14 +46,14 @@ TEST(StringAppend, NothingLeavesTheBufferUntouched) {
     DString text("abc");
     DString const witness(text);
     char const* const none = nullptr;
-    std::size_t const before = allocations;
+    long const before = allocations.made;
     text += "";
     text += none;
     text += nullptr;
     text += DString();
     text += std::string_view();
     text += ""sv;
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(allocations.made, before);
     EXPECT_EQ(text.c_str(), witness.c_str());
     EXPECT_EQ(refsOf(witness), 2U);
 }
@@ -136,9 +111,9 @@ TEST(StringAppendInPlace, ASoleOwnerWithRoomAllocatesNothing) {
     moveToNewBlock(text);
     char const* const before = text.c_str();
     unsigned int const length = text.length();
-    std::size_t const count = allocations;
+    long const count = allocations.made;
     text += "12345678";
-    EXPECT_EQ(allocations, count);
+    EXPECT_EQ(allocations.made, count);
     EXPECT_EQ(text.c_str(), before);
     EXPECT_EQ(text.length(), length + 8);
     EXPECT_STREQ(text.c_str() + length, "12345678");
@@ -146,25 +121,25 @@ TEST(StringAppendInPlace, ASoleOwnerWithRoomAllocatesNothing) {
 
 TEST(StringAppendInPlace, AMillionAppendsAllocateOnlyLogarithmicallyOften) {
     DString text;
-    std::size_t const before = allocations;
+    long const before = allocations.made;
     for (unsigned int i = 0; i < 1000000; ++i)
         text += static_cast<char>('a' + i % 26);
-    EXPECT_LT(allocations - before, 120U) << "steps of an eighth below 1 KB and of a quarter above";
+    EXPECT_LT(allocations.made - before, 120) << "steps of an eighth below 1 KB and of a quarter above";
     ASSERT_EQ(text.length(), 1000000U);
     for (unsigned int i = 0; i < 1000000; ++i)
         ASSERT_EQ(text.c_str()[i], static_cast<char>('a' + i % 26)) << i;
-    std::size_t const atOneMillion = allocations;
+    long const atOneMillion = allocations.made;
     for (unsigned int i = 0; i < 15000000; ++i)
         text += 'x';
-    EXPECT_LT(allocations - atOneMillion, 24U) << "four doublings";
+    EXPECT_LT(allocations.made - atOneMillion, 24) << "four doublings";
 }
 
 TEST(StringAppendInPlace, BlocksGrowBySmallSteps) {
     DString text;
-    std::size_t const before = allocations;
+    long const before = allocations.made;
     for (int i = 0; i < 40; ++i)
         text += 'x';
-    EXPECT_LE(allocations - before, 6U);
+    EXPECT_LE(allocations.made - before, 6);
     EXPECT_EQ(textOf(text), std::string(40, 'x'));
 }
 

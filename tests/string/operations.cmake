@@ -14,7 +14,8 @@ foreach(name IN ITEMS ascii words radix bits)
 endforeach()
 
 # These bring functions of their own that stand in for some of the C and C++ library.
-kelcl_add_test(ops_collation_error SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_collation_error_test.cpp MODES C C-i18n)
+kelcl_add_test(ops_collation_error MODES C C-i18n
+    SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_collation_error_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 kelcl_add_test(ops_allocation MODES ${single_byte_modes}
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_allocation_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 

@@ -1,16 +1,14 @@
 // What happens when the locale's collation fails. This program brings a strcoll of its own, which the library
 // calls in place of the C library's.
 #include "tests/string/ops_support.h"
+#include "tests/support/failing_allocations.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <new>
 
 namespace {
 
 int errorToSet = 0;
 unsigned int calls = 0;
-long liveArrays = 0;
 
 } // namespace
 
@@ -19,26 +17,6 @@ extern "C" int strcoll(char const* left, char const* right) {
     if (errorToSet != 0) errno = errorToSet;
     return std::strcmp(left, right);
 }
-
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
-    ++liveArrays;
-    return std::malloc(size);
-}
-
-void* operator new[](std::size_t size) {
-    void* const block = std::malloc(size);
-    if (block == nullptr) throw std::bad_alloc();
-    ++liveArrays;
-    return block;
-}
-
-void operator delete[](void* block) noexcept {
-    if (block != nullptr) --liveArrays;
-    std::free(block);
-}
-
-void operator delete[](void* block, std::size_t) noexcept { ::operator delete[](block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { ::operator delete[](block); }
 
 namespace {
 
@@ -96,11 +74,11 @@ TEST(Collation, ThatFailsFreesItsCopiesOfTheTexts) {
         ops::Failure const warmUp = collationFailure(EINVAL, [&] { (void)(text < other); });
         EXPECT_EQ(warmUp.timesLogged, ops::switchIsOn() ? 1u : 0u);
     }
-    long const before = liveArrays;
+    long const before = allocations.live;
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(collationFailure(EINVAL, [&] { (void)(text < other); }).timesLogged,
                   ops::switchIsOn() ? 1u : 0u);
-    EXPECT_EQ(liveArrays, before);
+    EXPECT_EQ(allocations.live, before);
 }
 
 TEST(Collation, IsNotBlamedForAnErrnoThatWasThereBefore) {
