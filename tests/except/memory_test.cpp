@@ -2,6 +2,7 @@
 // nothing may escape, leak, or call the new-handler while a text is stored. A program of its own, because it
 // replaces operator new.
 #include "tests/except/except_support.h"
+#include "tests/support/failing_allocations.h"
 
 #include <kelcl/derrorinfo.h>
 
@@ -14,69 +15,20 @@
 
 namespace {
 
-// Failing by plan: the `failing`-th allocation from now on (0: none), all from it on, or all of a size.
+/// Which allocation from now on fails (1 is the next, 0 none), whether all behind it do, and all from a size
+/// on. A failure calls the new-handler, as the standard prescribes.
 struct Plan {
-    unsigned long failing = 0;
+    long failing = 0;
     bool alsoAllLater = false;
     std::size_t failingSize = std::numeric_limits<std::size_t>::max();
 };
-Plan plan;
-unsigned long allocations = 0;
-unsigned long failures = 0;
-long liveBlocks = 0;
-unsigned long handlerCalls = 0;
 
-bool isToFail(std::size_t size) {
-    ++allocations;
-    bool const counted =
-        plan.failing != 0 && (plan.alsoAllLater ? allocations >= plan.failing : allocations == plan.failing);
-    return counted || size >= plan.failingSize;
+void follow(Plan const& plan) {
+    allocations.countdown = plan.failing - 1;
+    allocations.onlyOnce = !plan.alsoAllLater;
+    allocations.failingSize = plan.failingSize;
+    allocations.failing = Failing::byHandler;
 }
-
-// As the standard prescribes: a failure calls the new-handler, and throws where there is none.
-void* allocate(std::size_t size) {
-    for (;;) {
-        void* const block = isToFail(size) ? nullptr : std::malloc(size != 0 ? size : 1);
-        if (block != nullptr) {
-            ++liveBlocks;
-            return block;
-        }
-        ++failures;
-        std::new_handler const handler = std::get_new_handler();
-        if (handler == nullptr) throw std::bad_alloc();
-        ++handlerCalls;
-        handler();
-    }
-}
-
-void* allocateOrNull(std::size_t size) noexcept {
-    try {
-        return allocate(size);
-    } catch (std::bad_alloc const&) {
-        return nullptr;
-    }
-}
-
-void deallocate(void* block) {
-    if (block == nullptr) return;
-    --liveBlocks;
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNull(size); }
-void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return allocateOrNull(size); }
-void operator delete(void* block) noexcept { deallocate(block); }
-void operator delete[](void* block) noexcept { deallocate(block); }
-void operator delete(void* block, std::size_t) noexcept { deallocate(block); }
-void operator delete[](void* block, std::size_t) noexcept { deallocate(block); }
-void operator delete(void* block, std::nothrow_t const&) noexcept { deallocate(block); }
-void operator delete[](void* block, std::nothrow_t const&) noexcept { deallocate(block); }
-
-namespace {
 
 void countedHandler() { throw std::bad_alloc(); }
 
@@ -88,20 +40,21 @@ public:
 
 /// Runs `action` under a plan, with a new-handler in place, and tells what it did.
 struct Outcome {
-    unsigned long failures;
-    unsigned long handlerCalls;
+    long failures;
+    long handlerCalls;
     bool handlerIsBack;
 };
 
 template <class Action>
-Outcome runUnder(Plan const& chosen, Action const& action) {
+Outcome runUnder(Plan const& plan, Action const& action) {
     std::new_handler const before = std::set_new_handler(countedHandler);
-    allocations = failures = handlerCalls = 0;
-    plan = chosen;
+    long const failures = allocations.failures;
+    long const handlerCalls = allocations.handlerCalls;
+    follow(plan);
     action();
-    plan = Plan();
+    follow({});
     bool const handlerIsBack = std::set_new_handler(before) == countedHandler;
-    return {failures, handlerCalls, handlerIsBack};
+    return {allocations.failures - failures, allocations.handlerCalls - handlerCalls, handlerIsBack};
 }
 
 /// Makes the first, the second, … allocation of `action` fail, then that one and all later ones, until none
@@ -109,16 +62,16 @@ Outcome runUnder(Plan const& chosen, Action const& action) {
 template <class Action>
 void sweep(char const* what, Action const& action) {
     for (bool const alsoAllLater : {false, true})
-        for (unsigned long nth = 1;; ++nth) {
+        for (long nth = 1;; ++nth) {
             bool holds = false;
-            long const before = liveBlocks;
+            long const before = allocations.live;
             Outcome const outcome = runUnder({nth, alsoAllLater}, [&] { holds = action(); });
-            EXPECT_EQ(liveBlocks, before) << what << ": leak when allocation " << nth << " fails";
+            EXPECT_EQ(allocations.live, before) << what << ": leak when allocation " << nth << " fails";
             EXPECT_TRUE(holds) << what << ": allocation " << nth;
-            EXPECT_EQ(outcome.handlerCalls, 0u) << what << ": allocation " << nth;
+            EXPECT_EQ(outcome.handlerCalls, 0) << what << ": allocation " << nth;
             EXPECT_TRUE(outcome.handlerIsBack) << what << ": allocation " << nth;
             if (outcome.failures == 0) break;
-            ASSERT_LT(nth, 1000u) << what;
+            ASSERT_LT(nth, 1000) << what;
         }
 }
 
@@ -182,8 +135,8 @@ TEST_F(OutOfMemory, AppendTextThatFailsKeepsTheVeryText) {
     DException exception("old");
     char const* const text = exception.text(0);
     Outcome const outcome = runUnder({1, true}, [&] { exception.appendText("er"); });
-    EXPECT_GT(outcome.failures, 0u);
-    EXPECT_EQ(outcome.handlerCalls, 0u);
+    EXPECT_GT(outcome.failures, 0);
+    EXPECT_EQ(outcome.handlerCalls, 0);
     EXPECT_TRUE(outcome.handlerIsBack);
     EXPECT_EQ(exception.text(0), text);
     EXPECT_STREQ(exception.text(0), "old");
@@ -208,7 +161,7 @@ TEST_F(OutOfMemory, ACopyWithoutMemoryForItsFirstTextHasNone) {
     source.setText("two");
     runUnder({1, true}, [&] {
         DException const copy(source);
-        plan = Plan();
+        follow({});
         EXPECT_EQ(copy.textCount(), 0u);
         EXPECT_EQ(copy.text(0), nullptr);
         EXPECT_EQ(copy.errorId(), 5u);
@@ -219,15 +172,15 @@ TEST_F(OutOfMemory, ACopyWithoutMemoryForItsFirstTextHasNone) {
 TEST_F(OutOfMemory, ACopySharesTheTextsThatItCannotCopy) {
     std::string const large(100'000, 'x');
     for (int position = 0; position < 3; ++position) {
-        long const blocks = liveBlocks;
+        long const blocks = allocations.live;
         auto source = std::make_unique<DException>(position == 2 ? large.c_str() : "a");
         source->setText(position == 1 ? large.c_str() : "b").setText(position == 0 ? large.c_str() : "c");
         auto const index = static_cast<unsigned long>(position);
         std::unique_ptr<DException> copy;
         Outcome const outcome =
             runUnder({0, false, 50'000}, [&] { copy = std::make_unique<DException>(*source); });
-        EXPECT_GT(outcome.failures, 0u);
-        EXPECT_EQ(outcome.handlerCalls, 0u);
+        EXPECT_GT(outcome.failures, 0);
+        EXPECT_EQ(outcome.handlerCalls, 0);
         ASSERT_EQ(copy->textCount(), 3u);
         for (unsigned long i = 0; i < 3; ++i) {
             EXPECT_STREQ(copy->text(i), source->text(i));
@@ -249,13 +202,13 @@ TEST_F(OutOfMemory, ACopySharesTheTextsThatItCannotCopy) {
         copy.reset();
         EXPECT_EQ(second.textCount(), 3u);
         EXPECT_STREQ(second.text(index), large.c_str());
-        EXPECT_GT(liveBlocks, blocks);
+        EXPECT_GT(allocations.live, blocks);
     }
 }
 
 TEST_F(OutOfMemory, SharedTextsAreFreedInWhicheverOrderTheirOwnersGo) {
     std::string const large(100'000, 'x');
-    long const before = liveBlocks;
+    long const before = allocations.live;
     for (unsigned int order = 0; order < 6; ++order) {
         auto source = std::make_unique<DException>("old");
         source->setText(large.c_str());
@@ -279,7 +232,7 @@ TEST_F(OutOfMemory, SharedTextsAreFreedInWhicheverOrderTheirOwnersGo) {
         EXPECT_STREQ(last.text(last.textCount() - 1), "old");
         owners[third]->reset();
     }
-    EXPECT_EQ(liveBlocks, before);
+    EXPECT_EQ(allocations.live, before);
 }
 
 TEST_F(OutOfMemory, AnAssignedExceptionHasAllTextsOfItsSourceOrNone) {
@@ -322,8 +275,8 @@ TEST_F(OutOfMemory, AMessageTextAssignedToItselfKeepsItsText) {
 TEST_F(OutOfMemory, SetDefaultTextThatFailsKeepsTheText) {
     DMessageText text(4, nullptr);
     Outcome const outcome = runUnder({1, true}, [&] { text.setDefaultText("custom"); });
-    EXPECT_GT(outcome.failures, 0u);
-    EXPECT_EQ(outcome.handlerCalls, 0u);
+    EXPECT_GT(outcome.failures, 0);
+    EXPECT_EQ(outcome.handlerCalls, 0);
     EXPECT_STREQ(text, fallbackText);
 }
 
@@ -331,13 +284,13 @@ TEST_F(OutOfMemory, ReplaceVarsGivesNull) {
     char const* const values[] = {"x"};
     Outcome const outcome =
         runUnder({1, true}, [&] { EXPECT_EQ(DMessageText::replaceVars("%1", values, 1), nullptr); });
-    EXPECT_EQ(outcome.handlerCalls, 0u);
+    EXPECT_EQ(outcome.handlerCalls, 0);
 }
 
 TEST_F(OutOfMemory, SetMessageFileThatFailsKeepsTheName) {
     DBase::setMessageFile("first.cat");
     Outcome const outcome = runUnder({1, true}, [] { DBase::setMessageFile("second.cat"); });
-    EXPECT_EQ(outcome.handlerCalls, 0u);
+    EXPECT_EQ(outcome.handlerCalls, 0);
     EXPECT_STREQ(DBase::messageFile(), "first.cat");
     DBase::setMessageFile("kelcl.cat");
 }
@@ -475,33 +428,32 @@ void* volatile wanted =
 TEST(NewHandlerAtWork, TurnsAFailedAllocationIntoALoggedOutOfMemory) {
     MessageFile const catalog(englishCatalog);
     std::new_handler const before = std::set_new_handler(DKORVA_Init::newHandler);
-    long const blocks = liveBlocks;
+    long const blocks = allocations.live;
     {
         Facts const facts = thrownBy([] {
-            plan.failingSize = 1'000'000;
+            follow({0, false, 1'000'000});
             wanted = ::operator new(1'000'000);
         });
-        plan = Plan();
+        follow({});
         expectClass<DOutOfMemory>(facts, "DOutOfMemory");
         EXPECT_EQ(facts.texts, std::vector<std::string>{"There is not enough memory for the operation."});
         EXPECT_EQ(facts.errorId, 4u);
     }
-    EXPECT_EQ(liveBlocks, blocks);
+    EXPECT_EQ(allocations.live, blocks);
     EXPECT_EQ(std::get_new_handler(), &DKORVA_Init::newHandler);
     std::set_new_handler(before);
 }
 
 TEST(NewHandlerAtWork, WithoutAnyMemoryStillThrowsAndReportsToStandardError) {
     EXPECT_EQ(standardErrorOf([] {
-                  plan = {1, true};
-                  allocations = 0;
+                  follow({1, true});
                   bool caught = false;
                   try {
                       wanted = ::operator new(16);
                   } catch (DOutOfMemory const& exception) {
                       caught = exception.errorId() == 4 && exception.textCount() == 0;
                   }
-                  plan = Plan();
+                  follow({});
                   if (!caught) std::fputs("not caught\n", stderr);
               }),
               "DOutOfMemory exception thrown.\n   function: Unknown\n   file: dbase\n   line: 175.\n"

@@ -10,7 +10,7 @@ namespace {
 
 // Out of line, so that the compiler sees new and delete as a pair, not malloc and delete.
 [[gnu::noinline]] void* allocateOrFail(std::size_t size) {
-    while (!allocations.next()) {
+    while (!allocations.next(size)) {
         std::new_handler const handler = std::get_new_handler();
         if (allocations.failing == Failing::byBadAlloc || handler == nullptr) throw std::bad_alloc();
         ++allocations.handlerCalls;
