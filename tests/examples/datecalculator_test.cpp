@@ -1,5 +1,5 @@
 // What the date calculator answers and refuses. The expected weekdays are those of history.
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 #include <gtest/gtest.h>
 

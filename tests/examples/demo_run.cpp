@@ -23,12 +23,12 @@ std::string withoutPlace(std::string const& errors) {
 
 ProgramRun runDemo(std::vector<std::string> const& arguments) {
     ProgramRun const run = runProgram(KELCL_TEST_DEMO, arguments);
-    return {run.status, withoutMoment(run.output), withoutPlace(run.errors)};
+    return {run.status, withoutMoment(run.output), withoutPlace(run.errors), run.process};
 }
 
 ProgramRun runDemoOnTerminal(std::vector<std::string> const& arguments) {
     ProgramRun const run = runProgramOnTerminal(KELCL_TEST_DEMO, arguments);
-    return {run.status, withoutPlace(withoutMoment(run.output)), ""};
+    return {run.status, withoutPlace(withoutMoment(run.output)), "", run.process};
 }
 
 std::string reportedLine(std::string const& fileName) {

@@ -3,7 +3,7 @@
 #ifndef KELCL_TESTS_EXAMPLES_DEMO_RUN_H
 #define KELCL_TESTS_EXAMPLES_DEMO_RUN_H
 
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 /// Runs the demo with `arguments`. In its output the line "Reported on …" ends behind these two words; in its
 /// reports a source file stands without its folder, and "line: #" for its line.

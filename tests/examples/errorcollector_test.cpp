@@ -1,5 +1,5 @@
 // What the program that collects reports prints of them.
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 #include <gtest/gtest.h>
 

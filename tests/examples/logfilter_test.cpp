@@ -1,5 +1,5 @@
 // What the log filter prints, tells and returns.
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

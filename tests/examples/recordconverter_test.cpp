@@ -1,6 +1,6 @@
 // What the record converter writes and tells. It takes its locales from its arguments: that of the test must
 // not matter.
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 #include <gtest/gtest.h>
 

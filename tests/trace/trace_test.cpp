@@ -1,7 +1,7 @@
 // DTrace through a host program: which settings turn it on, what its lines look like, where they go.
 #include <kelcl/dtrace.h>
 
-#include "tests/trace/host_run.h"
+#include "tests/support/program_run.h"
 
 #include <clocale>
 #include <cstdio>
@@ -17,6 +17,14 @@
 
 namespace {
 
+using Variables = std::vector<Environment::Variable>;
+
+/// Runs the host program with `variables` added to the environment and `commands` as its arguments.
+ProgramRun runHost(Variables const& variables, std::vector<std::string> const& commands) {
+    Environment const environment(variables);
+    return runProgram(KELCL_TEST_TRACE_HOST, commands);
+}
+
 using ::testing::Test;
 
 std::string digits(unsigned long number, std::size_t width) {
@@ -25,14 +33,14 @@ std::string digits(unsigned long number, std::size_t width) {
 }
 
 /// What stands in front of every line with the number `sequence` of the run.
-std::string prefix(HostRun const& run, unsigned long sequence) {
+std::string prefix(ProgramRun const& run, unsigned long sequence) {
     return digits(sequence, 8) + ' ' + digits(static_cast<unsigned long>(run.process), 6) + ":01 ";
 }
 
 /// Some calls with lines between them; without line numbers or prefix where tracing is off.
 std::vector<std::string> const someCalls = {"enter:12:f", "write:text", "enter:30:g", "leave", "leave"};
 
-std::string linesOfSomeCalls(HostRun const& run) {
+std::string linesOfSomeCalls(ProgramRun const& run) {
     return prefix(run, 0) + "+f(12)\n" + prefix(run, 1) + "  >text\n" + prefix(run, 2) + "  +g(30)\n" +
            prefix(run, 3) + "  -g\n" + prefix(run, 4) + "-f\n";
 }
@@ -56,25 +64,25 @@ bool isTurkishWithTheSwitchOn() {
 class TraceSwitch : public Test {
 protected:
     static void expectOff(Variables const& variables) {
-        HostRun const run = runHost(variables, someCalls);
-        EXPECT_TRUE(run.succeeded);
+        ProgramRun const run = runHost(variables, someCalls);
+        EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.output, "");
         EXPECT_EQ(run.errors, "");
     }
     static void expectOnStandardOutput(Variables const& variables) {
-        HostRun const run = runHost(variables, someCalls);
-        EXPECT_TRUE(run.succeeded);
+        ProgramRun const run = runHost(variables, someCalls);
+        EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.output, linesOfSomeCalls(run));
         EXPECT_EQ(run.errors, "");
     }
     static void expectOnStandardError(Variables const& variables) {
-        HostRun const run = runHost(variables, someCalls);
-        EXPECT_TRUE(run.succeeded);
+        ProgramRun const run = runHost(variables, someCalls);
+        EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.output, "");
         EXPECT_EQ(run.errors, linesOfSomeCalls(run));
     }
     static void expectWithoutPrefix(Variables const& variables) {
-        HostRun const run = runHost(variables, someCalls);
+        ProgramRun const run = runHost(variables, someCalls);
         EXPECT_EQ(run.output, "+f(12)\n  >text\n  +g(30)\n  -g\n-f\n");
         EXPECT_EQ(run.errors, "");
     }
@@ -170,7 +178,7 @@ TEST_F(TraceDestination, AValueOfTwoCharactersOrLessIsIgnored) {
 
 TEST_F(TraceDestination, AFileIsAppendedToUnderItsNameInUpperCaseAsWanted) {
     std::ofstream("T.LOG") << "before\n";
-    HostRun const run = runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", "t.log"}}, someCalls);
+    ProgramRun const run = runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", "t.log"}}, someCalls);
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(contentsOf("T.LOG"), "before\n" + linesOfSomeCalls(run));
@@ -178,19 +186,20 @@ TEST_F(TraceDestination, AFileIsAppendedToUnderItsNameInUpperCaseAsWanted) {
 }
 
 TEST_F(TraceDestination, AFileIsMadeAndItsNameStripped) {
-    HostRun const run = runHost({{"KORVA_TRACETO", " FILE "}, {"KORVA TRACEFILE", "  t  x.log "}}, someCalls);
+    ProgramRun const run =
+        runHost({{"KORVA_TRACETO", " FILE "}, {"KORVA TRACEFILE", "  t  x.log "}}, someCalls);
     EXPECT_EQ(contentsOf("T  X.LOG"), linesOfSomeCalls(run));
 }
 
 TEST_F(TraceDestination, TheFilesNameWithABlankWins) {
-    HostRun const run = runHost(
+    ProgramRun const run = runHost(
         {{"KORVA_TRACETO", "FILE"}, {"KORVA TRACEFILE", "T2.LOG"}, {"KORVA_TRACEFILE", "T.LOG"}}, someCalls);
     EXPECT_EQ(contentsOf("T2.LOG"), linesOfSomeCalls(run));
     EXPECT_FALSE(exists("T.LOG"));
 }
 
 TEST_F(TraceDestination, TheFilesNameIsReadAgainForEachLine) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", "T.LOG"}},
                 {"write:one", "set:KORVA_TRACEFILE:T2.LOG", "write:two", "unset:KORVA_TRACEFILE",
                  "write:three", "set:KORVA TRACEFILE:T.LOG", "write:four"});
@@ -199,7 +208,7 @@ TEST_F(TraceDestination, TheFilesNameIsReadAgainForEachLine) {
 }
 
 TEST_F(TraceDestination, WithoutAFilesNameLinesAreDroppedButCounted) {
-    HostRun const run = runHost({{"KORVA_TRACETO", "FILE"}}, {"write:one", "write:two", "show-state"});
+    ProgramRun const run = runHost({{"KORVA_TRACETO", "FILE"}}, {"write:one", "write:two", "show-state"});
     EXPECT_EQ(run.output, "state 14 to 3 stack 0 sequence 2 indentation 0\n");
     EXPECT_EQ(run.errors, "");
 }
@@ -207,9 +216,9 @@ TEST_F(TraceDestination, WithoutAFilesNameLinesAreDroppedButCounted) {
 TEST_F(TraceDestination, AFileThatCannotBeOpenedDropsLinesWithoutAReport) {
     for (char const* name : {"NO/SUCH/FOLDER/T.LOG", "", "  ", "."}) {
         SCOPED_TRACE(name);
-        HostRun const run = runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", name}},
-                                    {"enter:1:f", "leave", "show-state"});
-        EXPECT_TRUE(run.succeeded);
+        ProgramRun const run = runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", name}},
+                                       {"enter:1:f", "leave", "show-state"});
+        EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.output, "state 14 to 3 stack 0 sequence 2 indentation 0\n");
         EXPECT_EQ(run.errors, "");
     }
@@ -217,7 +226,7 @@ TEST_F(TraceDestination, AFileThatCannotBeOpenedDropsLinesWithoutAReport) {
 
 TEST_F(TraceDestination, AnUnknownCodeWritesNothing) {
     for (char const* code : {"4", "-1", "99"}) {
-        HostRun const run =
+        ProgramRun const run =
             runHost({{"KORVA_TRACE", "ON"}},
                     {"initialize", std::string("destination:") + code, "write:one", "show-state"});
         EXPECT_EQ(run.output, std::string("state 14 to ") + code + " stack 0 sequence 1 indentation 0\n");
@@ -226,13 +235,14 @@ TEST_F(TraceDestination, AnUnknownCodeWritesNothing) {
 }
 
 TEST_F(TraceDestination, LinesStandInOrderWithTheHostsOwnOutput) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"print:a\n", "write:b", "print:c\n", "write:d"});
     EXPECT_EQ(run.output, "a\n>b\nc\n>d\n");
 }
 
 TEST_F(TraceDestination, FormattedTextIsSentAsItIs) {
-    HostRun const run = runHost({}, {"send:one", "send-null", "send:two\n", "destination:1", "send:three"});
+    ProgramRun const run =
+        runHost({}, {"send:one", "send-null", "send:two\n", "destination:1", "send:three"});
     EXPECT_EQ(run.output, "onetwo\n");
     EXPECT_EQ(run.errors, "three");
 }
@@ -241,7 +251,7 @@ TEST_F(TraceDestination, FormattedTextIsSentAsItIs) {
 // ---------------------------------------------------------------------------------------------------------
 
 TEST_F(TraceLines, LineNumbersBelowOneAreNotWritten) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACE", "NOPREFIX"}},
                 {"enter:0:f", "leave", "enter:-5:f", "leave", "enter:1:f", "leave",
                  "enter:9223372036854775807:f", "leave", "enter:-9223372036854775808:f", "leave"});
@@ -249,22 +259,23 @@ TEST_F(TraceLines, LineNumbersBelowOneAreNotWritten) {
 }
 
 TEST_F(TraceLines, WithoutTheFlagThereAreNoLineNumbers) {
-    HostRun const run = runHost({}, {"state:2", "enter:12:f", "leave"});
+    ProgramRun const run = runHost({}, {"state:2", "enter:12:f", "leave"});
     EXPECT_EQ(run.output, "+f\n-f\n");
 }
 
 TEST_F(TraceLines, ANullNameWritesNothing) {
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"enter-null", "leave", "enter-null", "show-state"});
+    ProgramRun const run =
+        runHost({{"KORVA_TRACE", "ON"}}, {"enter-null", "leave", "enter-null", "show-state"});
     EXPECT_EQ(run.output, "state 14 to 2 stack 0 sequence 0 indentation 0\n");
 }
 
 TEST_F(TraceLines, AnEmptyNameIsAName) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"enter:3:", "leave"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"enter:3:", "leave"});
     EXPECT_EQ(run.output, "+(3)\n-\n");
 }
 
 TEST_F(TraceLines, NestedCallsAreIndented) {
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"enter:12:f", "enter:30:g", "leave", "leave"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"enter:12:f", "enter:30:g", "leave", "leave"});
     EXPECT_EQ(run.output, prefix(run, 0) + "+f(12)\n" + prefix(run, 1) + "  +g(30)\n" + prefix(run, 2) +
                               "  -g\n" + prefix(run, 3) + "-f\n");
 }
@@ -272,7 +283,7 @@ TEST_F(TraceLines, NestedCallsAreIndented) {
 TEST_F(TraceLines, TheStackFieldFollowsThePrefix) {
     for (char const* value : {"ON", " on ", "TRUE", "true", "True\t"}) {
         SCOPED_TRACE(value);
-        HostRun const run =
+        ProgramRun const run =
             runHost({{"KORVA_TRACE", "ON"}, {"KORVA_CHECKSTACK", value}}, {"enter:12:f", "enter:30:g"});
         EXPECT_EQ(run.output, prefix(run, 0) + " 0000000 +f(12)\n" + prefix(run, 1) + " 0000000   +g(30)\n" +
                                   prefix(run, 2) + " 0000000   -g\n" + prefix(run, 3) + " 0000000 -f\n");
@@ -282,14 +293,14 @@ TEST_F(TraceLines, TheStackFieldFollowsThePrefix) {
 TEST_F(TraceLines, AnyOtherStackValueGivesNoStackField) {
     for (char const* value : {"O", "1", "YES", "TRUES", "OFF", ""}) {
         SCOPED_TRACE(value);
-        HostRun const run = runHost({{"KORVA_TRACE", "ON"}, {"KORVA_CHECKSTACK", value}}, {"write:x"});
+        ProgramRun const run = runHost({{"KORVA_TRACE", "ON"}, {"KORVA_CHECKSTACK", value}}, {"write:x"});
         EXPECT_EQ(run.output, prefix(run, 0) + ">x\n");
     }
 }
 
 TEST_F(TraceLines, EveryLineOfATextHasTheLead) {
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}, {"KORVA CHECKSTACK", "ON"}},
-                                {"enter:1:f", "write:a\nb\n\nc\n", "enter:2:g\nh"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "ON"}, {"KORVA CHECKSTACK", "ON"}},
+                                   {"enter:1:f", "write:a\nb\n\nc\n", "enter:2:g\nh"});
     std::string const lead = prefix(run, 1) + " 0000000   >";
     std::string const entry = prefix(run, 2) + " 0000000   +";
     std::string const exit = prefix(run, 3) + " 0000000   -";
@@ -299,24 +310,24 @@ TEST_F(TraceLines, EveryLineOfATextHasTheLead) {
 }
 
 TEST_F(TraceLines, FreeLinesTakeEveryKindOfText) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"write:one", "write-string:two", "write:", "write-null"});
     EXPECT_EQ(run.output, ">one\n>two\n>\n>\n");
 }
 
 TEST_F(TraceLines, ALineIsCutAtANulAsWanted) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"write-with-nul", "write:next"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"write-with-nul", "write:next"});
     EXPECT_EQ(run.output, ">ab>next\n");
 }
 
 TEST_F(TraceLines, BytesAreWrittenAsTheyAre) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"write:\x81\xff\n\xe3\x81", "write:\x83"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"write:\x81\xff\n\xe3\x81", "write:\x83"});
     EXPECT_EQ(run.output, ">\x81\xff\n>\xe3\x81\n>\x83\n");
 }
 
 TEST_F(TraceLines, LinesOfAnyLengthComeOutWhole) {
     for (std::size_t length : {480u, 490u, 510u, 511u, 512u, 513u, 5000u, 300000u}) {
-        HostRun const run =
+        ProgramRun const run =
             runHost({{"KORVA_TRACE", "ON"}}, {"write-long:" + std::to_string(length), "write:next"});
         EXPECT_EQ(run.output,
                   prefix(run, 0) + '>' + std::string(length, 'x') + '\n' + prefix(run, 1) + ">next\n");
@@ -324,49 +335,50 @@ TEST_F(TraceLines, LinesOfAnyLengthComeOutWhole) {
 }
 
 TEST_F(TraceLines, ALineToAFileIsWrittenWholeHoweverLong) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACETO", "FILE"}, {"KORVA_TRACEFILE", "LONG.LOG"}}, {"write-long:300000"});
     EXPECT_EQ(contentsOf("LONG.LOG"), prefix(run, 0) + '>' + std::string(300000, 'x') + '\n');
     std::remove("LONG.LOG");
 }
 
 TEST_F(TraceLines, OfALongSequenceNumberTheLastEightDigitsAreWritten) {
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"sequence:99999999", "write:a", "write:b",
-                                                          "sequence:1234567890", "write:c"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"sequence:99999999", "write:a", "write:b",
+                                                             "sequence:1234567890", "write:c"});
     std::string const process = ' ' + digits(static_cast<unsigned long>(run.process), 6) + ":01 ";
     EXPECT_EQ(run.output,
               "99999999" + process + ">a\n00000000" + process + ">b\n34567890" + process + ">c\n");
 }
 
 TEST_F(TraceLines, MarkersOfTheCallersSetTheIndentation) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}},
-                                {"initialize", "format:+in:a", "format:?:b", "format:++:c", "format:-x:d",
-                                 "format::e", "format-null-marker:f", "format:-:g"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}},
+                                   {"initialize", "format:+in:a", "format:?:b", "format:++:c", "format:-x:d",
+                                    "format::e", "format-null-marker:f", "format:-:g"});
     EXPECT_EQ(run.output, "+ina\n  ?b\n  ++c\n  -xd\n  e\n  f\n-g\n");
 }
 
 TEST_F(TraceLines, AnExitLineWithoutIndentationLeavesItAtNothing) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}}, {"initialize", "format:-:a", "format:-:b",
-                                                                "show-state", "indentation:1", "format:-:c"});
+    ProgramRun const run =
+        runHost({{"KORVA_TRACE", "NOPREFIX"}},
+                {"initialize", "format:-:a", "format:-:b", "show-state", "indentation:1", "format:-:c"});
     EXPECT_EQ(run.output, "-a\n-b\nstate 6 to 2 stack 0 sequence 2 indentation 0\n -c\n");
 }
 
 TEST_F(TraceLines, FormattedLinesAreWrittenEvenWithTracingOff) {
-    HostRun const run = runHost({}, {"initialize", "format:>:a"});
+    ProgramRun const run = runHost({}, {"initialize", "format:>:a"});
     EXPECT_EQ(run.output, prefix(run, 0) + ">a\n");
 }
 
 TEST_F(TraceLines, AnEntryLineThatCannotBeMadeThrows) {
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"initialize", "indentation:4294967295", "enter:1:f",
-                                                          "indentation:0", "show-state"});
-    EXPECT_TRUE(run.succeeded);
+    ProgramRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"initialize", "indentation:4294967295",
+                                                             "enter:1:f", "indentation:0", "show-state"});
+    EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output, "the entry line threw\nstate 14 to 2 stack 0 sequence 0 indentation 0\n");
 }
 
 TEST_F(TraceLines, AnExitLineThatCannotBeMadeIsDropped) {
-    HostRun const run =
+    ProgramRun const run =
         runHost({{"KORVA_TRACE", "ON"}}, {"enter:1:f", "indentation:4294967295", "leave", "show-state"});
-    EXPECT_TRUE(run.succeeded);
+    EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output,
               prefix(run, 0) + "+f(1)\nstate 14 to 2 stack 0 sequence 1 indentation 4294967293\n");
 }
@@ -382,7 +394,7 @@ TEST_F(TraceLines, TracingLeavesErrnoAlone) {
 // -----------------------------------------------------------------------------------------------------
 
 TEST_F(TraceState, IsNotSetUpUntilFirstUse) {
-    HostRun const run = runHost({{"KORVA_TRACETO", "ERR"}}, {"show-state", "enter-null", "show-state"});
+    ProgramRun const run = runHost({{"KORVA_TRACETO", "ERR"}}, {"show-state", "enter-null", "show-state"});
     EXPECT_EQ(run.output, "state 1 to 2 stack 0 sequence 0 indentation 0\n"
                           "state 14 to 1 stack 0 sequence 0 indentation 0\n");
 }
@@ -403,37 +415,39 @@ TEST_F(TraceState, SaysHowLinesAreWritten) {
 }
 
 TEST_F(TraceState, ANewSetUpKeepsWhatNoVariableSays) {
-    HostRun const run = runHost({{"KORVA_TRACETO", "ERR"}, {"KORVA_CHECKSTACK", "ON"}},
-                                {"enter:1:f", "unset:KORVA_TRACETO", "unset:KORVA_CHECKSTACK", "initialize",
-                                 "show-state", "set:KORVA_TRACE:ON", "initialize", "leave"});
+    ProgramRun const run = runHost({{"KORVA_TRACETO", "ERR"}, {"KORVA_CHECKSTACK", "ON"}},
+                                   {"enter:1:f", "unset:KORVA_TRACETO", "unset:KORVA_CHECKSTACK",
+                                    "initialize", "show-state", "set:KORVA_TRACE:ON", "initialize", "leave"});
     EXPECT_EQ(run.output, "state 12 to 1 stack 1 sequence 1 indentation 2\n");
     EXPECT_EQ(run.errors, prefix(run, 0) + " 0000000 +f(1)\n" + prefix(run, 1) + " 0000000 -f\n");
 }
 
 TEST_F(TraceState, AnObjectMadeWhileTracingWasOffWritesNoExitLine) {
-    HostRun const run = runHost({}, {"enter:1:f", "set:KORVA_TRACE:ON", "initialize", "leave", "show-state"});
+    ProgramRun const run =
+        runHost({}, {"enter:1:f", "set:KORVA_TRACE:ON", "initialize", "leave", "show-state"});
     EXPECT_EQ(run.output, "state 14 to 2 stack 0 sequence 0 indentation 0\n");
 }
 
 TEST_F(TraceState, AnObjectMadeWhileTracingWasOnWritesItsExitLineOnlyIfItStillIs) {
-    HostRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}},
-                                {"enter:1:f", "unset:KORVA_TRACE", "initialize", "leave", "show-state"});
+    ProgramRun const run = runHost({{"KORVA_TRACE", "NOPREFIX"}},
+                                   {"enter:1:f", "unset:KORVA_TRACE", "initialize", "leave", "show-state"});
     EXPECT_EQ(run.output, "+f(1)\nstate 12 to 2 stack 0 sequence 1 indentation 2\n");
 }
 
 TEST_F(TraceState, OnlyTheValueOneAsksForSetUp) {
     // 13 has the flag of a state not set up and no flag of tracing.
-    HostRun const run = runHost({{"KORVA_TRACE", "ON"}}, {"state:13", "enter:1:f", "write:x", "show-state"});
+    ProgramRun const run =
+        runHost({{"KORVA_TRACE", "ON"}}, {"state:13", "enter:1:f", "write:x", "show-state"});
     EXPECT_EQ(run.output, "state 13 to 2 stack 0 sequence 0 indentation 0\n");
 }
 
 TEST_F(TraceState, HasOneThreadAndMeasuresNoStack) {
-    HostRun const run = runHost({}, {"show-process", "show-thread", "show-process"});
+    ProgramRun const run = runHost({}, {"show-process", "show-thread", "show-process"});
     EXPECT_EQ(run.output, "process 0\nthread 1 stack 0\nprocess " + std::to_string(run.process) + '\n');
 }
 
 TEST_F(TraceState, ALineReadsTheProcessId) {
-    HostRun const run = runHost({{"KORVA_TRACETO", "ERR"}}, {"write:x", "show-process"});
+    ProgramRun const run = runHost({{"KORVA_TRACETO", "ERR"}}, {"write:x", "show-process"});
     EXPECT_EQ(run.output, "process " + std::to_string(run.process) + '\n');
 }
 

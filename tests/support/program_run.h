@@ -1,16 +1,18 @@
 // Runs a program as a child process and gives what it printed; with small makers and readers of texts. What
 // is expected of a program is in the tests.
-#ifndef KELCL_TESTS_EXAMPLES_PROGRAM_RUN_H
-#define KELCL_TESTS_EXAMPLES_PROGRAM_RUN_H
+#ifndef KELCL_TESTS_SUPPORT_PROGRAM_RUN_H
+#define KELCL_TESTS_SUPPORT_PROGRAM_RUN_H
 
 #include <initializer_list>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 struct ProgramRun {
     int status;
     std::string output; ///< standard output
     std::string errors; ///< standard error
+    pid_t process = 0;
 };
 
 /// Runs `program` with `input` as its standard input. The English catalog of the build tree is found along
@@ -44,7 +46,8 @@ public:
         std::string name;
         std::string value;
     };
-    Environment(std::initializer_list<Variable> variables);
+    explicit Environment(std::vector<Variable> const& variables);
+    Environment(std::initializer_list<Variable> variables) : Environment(std::vector<Variable>(variables)) {}
     ~Environment();
     Environment(Environment const&) = delete;
     Environment& operator=(Environment const&) = delete;

@@ -1,5 +1,5 @@
 // The child process, its streams and its environment.
-#include "tests/examples/program_run.h"
+#include "tests/support/program_run.h"
 
 #include <gtest/gtest.h>
 
@@ -16,9 +16,9 @@
 
 namespace {
 
-/// The exit status, the streams in the files output.txt and errors.txt, or both in the first; -1 when the
-/// program did not exit by itself. No shell is between: some drop variables whose name has a blank.
-int start(std::string const& program, std::vector<std::string> const& arguments, bool isOnTerminal) {
+/// Runs the program with its streams in the files output.txt and errors.txt, or both in the first. The status
+/// is -1 when it did not exit by itself. No shell is between: some drop variables whose name has a blank.
+ProgramRun run(std::string const& program, std::vector<std::string> const& arguments, bool isOnTerminal) {
     setenv("NLSPATH", KELCL_TEST_CATALOG_DIR "/%N", 0);
 
     std::vector<std::string> words{program};
@@ -42,8 +42,9 @@ int start(std::string const& program, std::vector<std::string> const& arguments,
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(failure, 0) << words.front();
     int status = 0;
-    if (failure != 0 || waitpid(child, &status, 0) != child) return -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    if (failure != 0 || waitpid(child, &status, 0) != child) return {-1, "", "", 0};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile("output.txt"),
+            isOnTerminal ? "" : readFile("errors.txt"), child};
 }
 
 } // namespace
@@ -51,14 +52,12 @@ int start(std::string const& program, std::vector<std::string> const& arguments,
 ProgramRun runProgram(std::string const& program, std::vector<std::string> const& arguments,
                       std::string const& input) {
     makeFile(input, "stdin.txt");
-    int const status = start(program, arguments, false);
-    return {status, readFile("output.txt"), readFile("errors.txt")};
+    return run(program, arguments, false);
 }
 
 ProgramRun runProgramOnTerminal(std::string const& program, std::vector<std::string> const& arguments) {
     makeFile("", "stdin.txt");
-    int const status = start(program, arguments, true);
-    return {status, readFile("output.txt"), ""};
+    return run(program, arguments, true);
 }
 
 std::string makeFile(std::string const& contents, std::string const& name) {
@@ -104,7 +103,7 @@ std::vector<std::string> linesOf(std::string const& text) {
     return lines;
 }
 
-Environment::Environment(std::initializer_list<Variable> variables) {
+Environment::Environment(std::vector<Variable> const& variables) {
     for (Variable const& variable : variables) {
         setenv(variable.name.c_str(), variable.value.c_str(), 1);
         names_.push_back(variable.name);
