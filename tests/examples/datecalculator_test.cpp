@@ -42,13 +42,6 @@ std::string const formHint = " is not of the form YYYY-MM-DD. Try 'datecalculato
 
 } // namespace
 
-TEST(DateCalculator, HelpIsWhatIsCommitted) {
-    ProgramRun const run = runCalculator({"--help"});
-    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/datecalculator.help.txt"));
-    EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.status, 0);
-}
-
 TEST(DateCalculator, TellsTheWeekdayInTheLanguageOfTheLocale) {
     EXPECT_EQ(answer({"1752-09-02"}), "1752-09-02: " + wednesday() + ", day 246 of its year\n");
     EXPECT_EQ(answer({"1752-09-14"}), "1752-09-14: " + thursday() + ", day 247 of its year\n");

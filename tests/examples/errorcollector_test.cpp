@@ -21,13 +21,6 @@ std::string withoutPlace(std::string const& text) {
 
 } // namespace
 
-TEST(ErrorCollector, HelpIsWhatIsCommitted) {
-    ProgramRun const run = runCollector({"--help"});
-    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/errorcollector.help.txt"));
-    EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.status, 0);
-}
-
 TEST(ErrorCollector, FindsNothingInSettingsThatAreRight) {
     ProgramRun const run = runCollector({makeFile("# what is set\n"
                                                   "\n"

@@ -24,13 +24,6 @@ std::string const helpHint = " Try 'logfilter --help'.\n";
 
 } // namespace
 
-TEST(LogFilter, HelpIsWhatIsCommitted) {
-    ProgramRun const run = runFilter({"--help"});
-    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/logfilter.help.txt"));
-    EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.status, 0);
-}
-
 TEST(LogFilter, PrintsTheLinesOfStandardInputThatMatchAsAWhole) {
     EXPECT_EQ(runFilter({"*error*"}, lines).output, "09:03 error again\n");
     EXPECT_EQ(runFilter({"??:?? r*"}, lines).output, "09:02 retry\n");

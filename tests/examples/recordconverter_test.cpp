@@ -31,13 +31,6 @@ std::string const formHint =
 
 } // namespace
 
-TEST(RecordConverter, HelpIsWhatIsCommitted) {
-    ProgramRun const run = convert({"--help"});
-    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/recordconverter.help.txt"));
-    EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.status, 0);
-}
-
 TEST(RecordConverter, WritesFieldsPaddedToTheirBytesInTheNewEncoding) {
     ProgramRun const run = convert({"ja_JP.EUC-JP", "en_US.UTF-8", "8:15,2,4:6"}, inEucJp(openings));
     EXPECT_EQ(run.output, "London         GB1863  \n"
