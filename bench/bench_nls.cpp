@@ -1,7 +1,8 @@
-// Multi-byte text beside what a user would otherwise write: loops of the C library's mbrlen and mbrtowc, its
-// conversions of whole texts, and ICU where the build has it. UTF-8 with the national-language switch off and
-// on, then the other encodings. The last number of a name is the size in bytes; two sizes stand 16 apart, to
-// show how the work grows. Contenders must agree before anything is timed.
+// Multi-byte text beside what a user would otherwise write or pick: loops of the C library's mbrlen and
+// mbrtowc and its conversions of whole texts, ICU and GLib where the build has them. UTF-8 with the
+// national-language switch off and on, then the other encodings. The last number of a name is the size in
+// bytes; two sizes stand 16 apart, to show how the work grows. Contenders must agree on their results before
+// anything is timed.
 #include <kelcl/dbuffer.h>
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
@@ -15,12 +16,16 @@
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>
 #endif
+#if KELCL_BENCH_GLIB
+#include <glib.h>
+#endif
 
 #include <algorithm>
 #include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <cwchar>
 #include <cwctype>
 #include <functional>
@@ -34,6 +39,7 @@
 namespace {
 
 using std::string;
+using std::uint64_t;
 
 // Inputs
 
@@ -79,17 +85,26 @@ string textOf(Script const& script, std::size_t size) {
 
 // What is timed
 
-/// What one run of a contender computes, for the comparison.
-using Work = std::function<std::uint64_t()>;
+/// One run of a contender. It returns a number, and fills in the text that it makes when one is asked for.
+using Work = std::function<uint64_t(string* text)>;
 
-/// Releases the buffer that an operation gave.
-std::uint64_t lengthAndRelease(DBuffer* buffer) {
-    std::uint64_t const length = buffer->length;
+/// Takes the result of an operation, and releases it.
+uint64_t taken(DBuffer* buffer, string* text) {
+    if (text != nullptr) text->assign(buffer->contents(), buffer->length);
+    uint64_t const length = buffer->length;
     if (--buffer->refs == 0) delete buffer;
     return length;
 }
+uint64_t taken(string const& made, string* text) {
+    if (text != nullptr) *text = made;
+    return made.size();
+}
 
-/// The loop that a user would write.
+unsigned int lengthOf(string const& text) { return static_cast<unsigned int>(text.size()); }
+
+// What users write: the C library's characters
+
+/// Calls `visit(offset, bytes, value)` until it returns false.
 template <class Visit>
 void eachByMbrtowc(string const& text, Visit visit) {
     std::mbstate_t state{};
@@ -102,163 +117,364 @@ void eachByMbrtowc(string const& text, Visit visit) {
     }
 }
 
-std::uint64_t countByMbrlen(string const& text) {
+template <class Visit>
+void eachByMbrlen(string const& text, Visit visit) {
     std::mbstate_t state{};
-    std::uint64_t count = 0;
-    for (std::size_t at = 0; at < text.size(); ++count) {
+    for (std::size_t at = 0; at < text.size();) {
         std::size_t const length = std::mbrlen(text.data() + at, text.size() - at, &state);
-        at += length == 0 || length > 6 ? 1 : length;
+        std::size_t const bytes = length == 0 || length > 6 ? 1 : length;
+        if (!visit(at, bytes)) return;
+        at += bytes;
     }
-    return count;
 }
 
-std::uint64_t widenByLibrary(string const& text, std::vector<wchar_t>& room) {
-    std::mbstate_t state{};
-    char const* from = text.c_str();
-    return std::mbsrtowcs(room.data(), &from, room.size(), &state);
+std::vector<wchar_t> widened(string const& text) {
+    std::vector<wchar_t> wide(text.size() + 1);
+    wide.resize(std::mbstowcs(wide.data(), text.c_str(), wide.size()));
+    return wide;
 }
 
+#if KELCL_BENCH_ICU
+std::uint8_t const* utf8Of(string const& text) { return reinterpret_cast<std::uint8_t const*>(text.data()); }
+#endif
+
+/// The characters of a set by value, and what to do with a text character by character.
+struct Members {
+    explicit Members(string const& set) : values(widened(set)) {}
+    bool contains(wchar_t value) const {
+        return std::find(values.begin(), values.end(), value) != values.end();
+    }
+    std::vector<wchar_t> values;
+};
+
+/// A work on one text under one state of the switch, by all contenders.
 class Contest {
 public:
     Contest(Script const& script, std::size_t size)
-        : script_(script), size_(size), text_(textOf(script, size)), string_(text_),
-          buffer_(DBuffer::fromContents(string_.c_str())), room_(size + 1), bytes_(6 * size + 16) {}
+        : script_(script), text_(textOf(script, size)), string_(text_),
+          buffer_(DBuffer::fromContents(string_.c_str())), members_(script.absentSet), room_(size + 1),
+          bytes_(6 * size + 16), wide_(widened(text_)) {}
 
     void enter(int switchState) {
         switchState_ = switchState;
-        auto const length = static_cast<unsigned int>(size_);
-        DBuffer* const buffer = buffer_;
+        enterStepping();
+        enterSearches();
+        enterEdits();
+        enterQuestions();
+        enterConversions();
+    }
+
+private:
+    void enterStepping() {
         string const& text = text_;
-        Script const& script = script_;
-
-        add("stepping", "kelcl", [&text, length] { return findCharNum(text.c_str(), length, length); });
-        add("stepping", "mbrlen", [&text] { return countByMbrlen(text); });
-        add("charType at the end", "kelcl", [buffer, length] { return buffer->charType(length); });
+        unsigned int const length = lengthOf(text);
+        DBuffer* const buffer = buffer_;
+        add("stepping", "kelcl",
+            [&text, length](string*) { return findCharNum(text.c_str(), length, length); });
+        add("stepping", "mbrlen", [&text](string*) {
+            uint64_t count = 0;
+            eachByMbrlen(text, [&count](std::size_t, std::size_t) { return ++count != 0; });
+            return count;
+        });
+        // The byte position of the last character but a few.
+        unsigned int const number = std::max(findCharNum(text.c_str(), length, length - 8), 1U);
         add("findBytePos", "kelcl",
-            [&text, length] { return findBytePos(text.c_str(), length, length / 4); });
+            [&text, length, number](string*) { return findBytePos(text.c_str(), length, number); });
+        add("findBytePos", "mbrlen", [&text, number](string*) {
+            uint64_t count = 0;
+            uint64_t position = 0;
+            eachByMbrlen(text, [&](std::size_t at, std::size_t) {
+                position = at + 1;
+                return ++count < number;
+            });
+            return position;
+        });
+        add("charType at the end", "kelcl", [buffer, length](string*) { return buffer->charType(length); });
+#if KELCL_BENCH_GLIB
+        if (isUtf8()) {
+            add("stepping", "GLib", [&text](string*) {
+                return static_cast<uint64_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
+            });
+            add("findBytePos", "GLib", [&text, number](string*) {
+                return static_cast<uint64_t>(g_utf8_offset_to_pointer(text.c_str(), number - 1) -
+                                             text.c_str() + 1);
+            });
+        }
+#endif
+#if KELCL_BENCH_ICU
+        if (isUtf8()) {
+            auto const size = static_cast<std::int32_t>(text.size());
+            add("stepping", "ICU", [&text, size](string*) {
+                uint64_t count = 0;
+                for (std::int32_t at = 0; at < size; ++count)
+                    U8_FWD_1(utf8Of(text), at, size);
+                return count;
+            });
+            add("findBytePos", "ICU", [&text, size, number](string*) {
+                std::int32_t at = 0;
+                U8_FWD_N(utf8Of(text), at, size, static_cast<std::int32_t>(number) - 1);
+                return static_cast<uint64_t>(at) + 1;
+            });
+        }
+#endif
+    }
 
-        auto const& absent = script.absent;
-        auto const& set = script.absentSet;
+    void enterSearches() {
+        string const& text = text_;
+        string const& absent = script_.absent;
+        string const& set = script_.absentSet;
+        Members const& members = members_;
+        DBuffer* const buffer = buffer_;
         add("indexOf", "kelcl",
-            [buffer, &absent] { return buffer->indexOf(absent.data(), lengthOf(absent), 1); });
-        add("lastIndexOf", "kelcl",
-            [buffer, &absent] { return buffer->lastIndexOf(absent.data(), lengthOf(absent), 0xFFFFFFFF); });
+            [buffer, &absent](string*) { return buffer->indexOf(absent.data(), lengthOf(absent), 1); });
+        add("indexOf", "memmem", [&text, &absent](string*) {
+            void const* const found = memmem(text.data(), text.size(), absent.data(), absent.size());
+            return found == nullptr ? 0 : uint64_t{1};
+        });
+        add("lastIndexOf", "kelcl", [buffer, &absent](string*) {
+            return buffer->lastIndexOf(absent.data(), lengthOf(absent), 0xFFFFFFFF);
+        });
+        add("lastIndexOf", "std::string", [&text, &absent](string*) { return text.rfind(absent) + 1; });
         add("indexOfAnyOf", "kelcl",
-            [buffer, &set] { return buffer->indexOfAnyOf(set.data(), lengthOf(set), 1); });
-        add("indexOfAnyOf", "mbrtowc", [&text, &set, this] {
-            std::vector<wchar_t> members(8);
-            members.resize(widenByLibrary(set, members));
-            std::uint64_t found = 0;
+            [buffer, &set](string*) { return buffer->indexOfAnyOf(set.data(), lengthOf(set), 1); });
+        add("indexOfAnyOf", "mbrtowc", [&text, &members](string*) {
+            uint64_t found = 0;
             eachByMbrtowc(text, [&](std::size_t at, std::size_t, wchar_t wide) {
-                if (std::find(members.begin(), members.end(), wide) == members.end()) return true;
+                if (!members.contains(wide)) return true;
                 found = at + 1;
                 return false;
             });
             return found;
         });
-        add("lastIndexOfAnyOf", "kelcl",
-            [buffer, &set] { return buffer->lastIndexOfAnyOf(set.data(), lengthOf(set), 0xFFFFFFFF); });
+        add("lastIndexOfAnyOf", "kelcl", [buffer, &set](string*) {
+            return buffer->lastIndexOfAnyOf(set.data(), lengthOf(set), 0xFFFFFFFF);
+        });
+#if KELCL_BENCH_GLIB
+        if (isUtf8())
+            add("lastIndexOfAnyOf", "GLib", [&text, &members](string*) {
+                char const* const begin = text.data();
+                for (char const* p = begin + text.size(); p > begin;) {
+                    p = g_utf8_prev_char(p);
+                    if (members.contains(static_cast<wchar_t>(g_utf8_get_char(p))))
+                        return static_cast<uint64_t>(p - begin) + 1;
+                }
+                return uint64_t{0};
+            });
+#endif
+#if KELCL_BENCH_ICU
+        if (isUtf8()) {
+            auto const size = static_cast<std::int32_t>(text.size());
+            add("indexOfAnyOf", "ICU", [&text, &members, size](string*) {
+                for (std::int32_t at = 0; at < size;) {
+                    std::int32_t const from = at;
+                    UChar32 c;
+                    U8_NEXT(utf8Of(text), at, size, c);
+                    if (members.contains(c)) return static_cast<uint64_t>(from) + 1;
+                }
+                return uint64_t{0};
+            });
+            add("lastIndexOfAnyOf", "ICU", [&text, &members, size](string*) {
+                for (std::int32_t at = size; at > 0;) {
+                    UChar32 c;
+                    U8_PREV(utf8Of(text), 0, at, c);
+                    if (members.contains(c)) return static_cast<uint64_t>(at) + 1;
+                }
+                return uint64_t{0};
+            });
+        }
+#endif
+    }
 
+    void enterEdits() {
+        string const& text = text_;
+        string const& absent = script_.absent;
+        string const& set = script_.absentSet;
+        Members const& members = members_;
+        DBuffer* const buffer = buffer_;
+        unsigned int const third = lengthOf(text) / 3;
         add("subString", "kelcl",
-            [buffer, length] { return lengthAndRelease(buffer->subString(length / 3, length / 3, ' ')); });
-        add("reverse", "kelcl", [buffer] { return lengthAndRelease(buffer->reverse()); });
-        add("upperCase", "kelcl", [buffer] { return lengthAndRelease(buffer->upperCase()); });
-        add("translate", "kelcl", [buffer, &set, &absent] {
-            return lengthAndRelease(
-                buffer->translate(set.data(), lengthOf(set), absent.data(), lengthOf(absent), '.'));
+            [buffer, third](string* out) { return taken(buffer->subString(third, third, ' '), out); });
+        add("reverse", "kelcl", [buffer](string* out) { return taken(buffer->reverse(), out); });
+        add("reverse", "mbrlen", [&text](string* out) {
+            string made(text.size(), ' ');
+            eachByMbrlen(text, [&](std::size_t at, std::size_t bytes) {
+                made.replace(text.size() - at - bytes, bytes, text, at, bytes);
+                return true;
+            });
+            return taken(made, out);
         });
-        add("strip", "kelcl", [buffer, &set] {
-            return lengthAndRelease(buffer->strip(set.data(), lengthOf(set), DStringEnum::both));
+        add("upperCase", "kelcl", [buffer](string* out) { return taken(buffer->upperCase(), out); });
+        add("translate", "kelcl", [buffer, &set, &absent](string* out) {
+            return taken(buffer->translate(set.data(), lengthOf(set), absent.data(), lengthOf(absent), '.'),
+                         out);
         });
-        add("isPrintable", "kelcl", [buffer] { return buffer->isPrintable() ? 1 : 0; });
-        add("isPrintable", "iswprint", [&text] {
+        add("translate", "mbrtowc", [&text, &members, &absent](string* out) {
+            string made;
+            made.reserve(text.size());
+            eachByMbrtowc(text, [&](std::size_t at, std::size_t bytes, wchar_t wide) {
+                if (!members.contains(wide))
+                    made.append(text, at, bytes);
+                else if (wide == members.values.front())
+                    made += absent;
+                else
+                    made += '.';
+                return true;
+            });
+            return taken(made, out);
+        });
+        add("strip", "kelcl", [buffer, &set](string* out) {
+            return taken(buffer->strip(set.data(), lengthOf(set), DStringEnum::both), out);
+        });
+        if (switchState_ == 1) {
+            add("upperCase", "towupper", [&text](string* out) {
+                std::vector<wchar_t> wide = widened(text);
+                std::transform(wide.begin(), wide.end(), wide.begin(), [](wchar_t c) {
+                    return static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(c)));
+                });
+                wide.push_back(L'\0');
+                string made(6 * wide.size(), ' ');
+                made.resize(std::wcstombs(made.data(), wide.data(), made.size()));
+                return taken(made, out);
+            });
+        } else {
+            add("upperCase", "ASCII loop", [&text](string* out) {
+                string made(text);
+                for (char& c : made)
+                    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+                return taken(made, out);
+            });
+        }
+#if KELCL_BENCH_GLIB
+        if (isUtf8()) {
+            add("reverse", "GLib", [&text](string* out) {
+                return takenFromGlib(g_utf8_strreverse(text.data(), static_cast<gssize>(text.size())), out);
+            });
+            if (switchState_ == 1)
+                add("upperCase", "GLib", [&text](string* out) {
+                    return takenFromGlib(g_utf8_strup(text.data(), static_cast<gssize>(text.size())), out);
+                });
+        }
+#endif
+#if KELCL_BENCH_ICU
+        if (isUtf8() && switchState_ == 1)
+            add("upperCase", "ICU", [&text, this](string* out) {
+                UErrorCode error = U_ZERO_ERROR;
+                UCaseMap* const map = ucasemap_open("en", 0, &error);
+                std::int32_t const n =
+                    ucasemap_utf8ToUpper(map, bytes_.data(), static_cast<std::int32_t>(bytes_.size()),
+                                         text.data(), static_cast<std::int32_t>(text.size()), &error);
+                ucasemap_close(map);
+                if (out != nullptr) out->assign(bytes_.data(), static_cast<std::size_t>(n));
+                return static_cast<uint64_t>(n);
+            });
+#endif
+    }
+
+    void enterQuestions() {
+        string const& text = text_;
+        DBuffer* const buffer = buffer_;
+        add("isPrintable", "kelcl", [buffer](string*) { return buffer->isPrintable() ? 1 : 0; });
+        add("isPrintable", "iswprint", [&text](string*) {
             bool all = true;
             eachByMbrtowc(text, [&all](std::size_t, std::size_t, wchar_t wide) {
                 return all = std::iswprint(static_cast<std::wint_t>(wide)) != 0;
             });
             return all ? 1 : 0;
         });
-        add("isValidMBCS and isSBCS", "kelcl",
-            [buffer] { return (buffer->isValidMBCS() ? 1 : 0) + (buffer->isSBCS() ? 2 : 0); });
-        add("cvtMBS2WCS", "kelcl",
-            [&text, length, this] { return cvtMBS2WCS(text.data(), length, room_.data()); });
-        add("cvtMBS2WCS", "mbsrtowcs", [&text, this] { return widenByLibrary(text, room_); });
-        add("cvtWCS2MBS", "kelcl", [&text, length, this] {
-            fillWide();
-            return cvtWCS2MBS(wide_.data(), static_cast<unsigned int>(wide_.size()), bytes_.data(), length, 0,
-                              ' ');
+        add("isSBCS", "kelcl", [buffer](string*) { return buffer->isSBCS() ? 1 : 0; });
+        add("isSBCS", "wcwidth", [&text](string*) {
+            bool all = true;
+            eachByMbrtowc(text, [&all](std::size_t, std::size_t bytes, wchar_t wide) {
+                return all = bytes < 2 || wcwidth(wide) < 2;
+            });
+            return all ? 1 : 0;
         });
-        add("cvtWCS2MBS", "wcsrtombs", [this] {
-            fillWide();
-            std::mbstate_t state{};
-            wchar_t const* from = wide_.data();
-            return wcsnrtombs(bytes_.data(), &from, wide_.size(), bytes_.size(), &state);
-        });
+#if KELCL_BENCH_GLIB
+        if (isUtf8())
+            add("isPrintable", "GLib", [&text](string*) {
+                char const* const end = text.data() + text.size();
+                for (char const* p = text.data(); p < end; p = g_utf8_next_char(p))
+                    if (g_unichar_isprint(g_utf8_get_char(p)) == 0) return 0;
+                return 1;
+            });
+#endif
 #if KELCL_BENCH_ICU
-        if (string(script.locale) == "en_US.UTF-8") enterIcu();
+        if (isUtf8())
+            add("isPrintable", "ICU", [&text](string*) {
+                auto const size = static_cast<std::int32_t>(text.size());
+                for (std::int32_t at = 0; at < size;) {
+                    UChar32 c;
+                    U8_NEXT(utf8Of(text), at, size, c);
+                    if (u_isprint(c) == 0) return 0;
+                }
+                return 1;
+            });
 #endif
     }
 
-private:
-    static unsigned int lengthOf(string const& text) { return static_cast<unsigned int>(text.size()); }
-
-    void fillWide() {
-        if (!wide_.empty()) return;
-        wide_.resize(size_ + 1);
-        wide_.resize(widenByLibrary(text_, wide_));
+    void enterConversions() {
+        string const& text = text_;
+        unsigned int const length = lengthOf(text);
+        add("cvtMBS2WCS", "kelcl",
+            [&text, length, this](string*) { return cvtMBS2WCS(text.data(), length, room_.data()); });
+        add("cvtMBS2WCS", "mbstowcs",
+            [&text, this](string*) { return std::mbstowcs(room_.data(), text.c_str(), room_.size()); });
+        add("cvtWCS2MBS", "kelcl", [length, this](string* out) {
+            return written(out, cvtWCS2MBS(wide_.data(), static_cast<unsigned int>(wide_.size()),
+                                           bytes_.data(), length, 0, ' '));
+        });
+        add("cvtWCS2MBS", "wcsnrtombs", [this](string* out) {
+            std::mbstate_t state{};
+            wchar_t const* from = wide_.data();
+            return written(out, wcsnrtombs(bytes_.data(), &from, wide_.size(), bytes_.size(), &state));
+        });
+#if KELCL_BENCH_GLIB
+        if (isUtf8()) {
+            add("cvtMBS2WCS", "GLib", [&text](string*) {
+                glong count = 0;
+                g_free(g_utf8_to_ucs4_fast(text.data(), static_cast<glong>(text.size()), &count));
+                return static_cast<uint64_t>(count);
+            });
+            add("cvtWCS2MBS", "GLib", [this](string* out) {
+                auto const* const wide = reinterpret_cast<gunichar const*>(wide_.data());
+                return takenFromGlib(
+                    g_ucs4_to_utf8(wide, static_cast<glong>(wide_.size()), nullptr, nullptr, nullptr), out);
+            });
+        }
+#endif
+#if KELCL_BENCH_ICU
+        if (isUtf8())
+            add("cvtMBS2WCS", "ICU", [&text, this](string*) {
+                UErrorCode error = U_ZERO_ERROR;
+                std::int32_t n = 0;
+                u_strFromUTF8(reinterpret_cast<UChar*>(room_.data()),
+                              static_cast<std::int32_t>(2 * room_.size()), &n, text.data(),
+                              static_cast<std::int32_t>(text.size()), &error);
+                return static_cast<uint64_t>(n); // in units of 16 bits; no text here has pairs of them
+            });
+#endif
     }
 
-#if KELCL_BENCH_ICU
-    void enterIcu() {
-        string const& text = text_;
-        auto const length = static_cast<std::int32_t>(size_);
-        add("stepping", "ICU", [&text, length] {
-            std::uint64_t count = 0;
-            for (std::int32_t at = 0; at < length; ++count) {
-                UChar32 c;
-                U8_NEXT(reinterpret_cast<std::uint8_t const*>(text.data()), at, length, c);
-                benchmark::DoNotOptimize(c);
-            }
-            return count;
-        });
-        add("stepping back", "ICU", [&text, length] {
-            for (std::int32_t at = length; at > 0;) {
-                UChar32 c;
-                U8_PREV(reinterpret_cast<std::uint8_t const*>(text.data()), 0, at, c);
-                benchmark::DoNotOptimize(c);
-            }
-            return std::uint64_t{0};
-        });
-        add("isPrintable", "ICU", [&text, length] {
-            for (std::int32_t at = 0; at < length;) {
-                UChar32 c;
-                U8_NEXT(reinterpret_cast<std::uint8_t const*>(text.data()), at, length, c);
-                if (!u_isprint(c)) return 0;
-            }
-            return 1;
-        });
-        add("upperCase", "ICU", [&text, length, this] {
-            UErrorCode error = U_ZERO_ERROR;
-            UCaseMap* const map = ucasemap_open("en", 0, &error);
-            std::int32_t const n = ucasemap_utf8ToUpper(
-                map, bytes_.data(), static_cast<std::int32_t>(bytes_.size()), text.data(), length, &error);
-            ucasemap_close(map);
-            return static_cast<std::uint64_t>(n);
-        });
-        add("cvtMBS2WCS", "ICU to 16 bits", [&text, length, this] {
-            UErrorCode error = U_ZERO_ERROR;
-            std::int32_t n = 0;
-            u_strFromUTF8(reinterpret_cast<UChar*>(room_.data()), length + 1, &n, text.data(), length,
-                          &error);
-            return static_cast<std::uint64_t>(n);
-        });
+    bool isUtf8() const { return string(script_.locale) == "en_US.UTF-8"; }
+
+    uint64_t written(string* out, std::size_t bytes) const {
+        if (out != nullptr) out->assign(bytes_.data(), bytes);
+        return bytes;
+    }
+
+#if KELCL_BENCH_GLIB
+    static uint64_t takenFromGlib(char* made, string* out) {
+        std::size_t const length = std::strlen(made);
+        if (out != nullptr) out->assign(made, length);
+        g_free(made);
+        return length;
     }
 #endif
 
     template <class Function>
     void add(string const& subject, char const* contender, Function function) {
         string const group = subject + "/" + script_.name + (switchState_ == 1 ? "/on/" : "/off/");
-        string const name = group + contender + "/" + std::to_string(size_);
+        string const name = group + contender + "/" + std::to_string(text_.size());
         benchmark::RegisterBenchmark(
             name.c_str(), [this, group, state = switchState_, work = Work(function)](benchmark::State& run) {
                 measure(run, group, state, work);
@@ -268,26 +484,27 @@ private:
     void measure(benchmark::State& run, string const& group, int switchState, Work const& work) {
         std::setlocale(LC_ALL, script_.locale);
         int const before = std::exchange(DString::fgI18NState, switchState);
-        if (auto const [answer, isFirst] = answers_.emplace(group, work());
-            !isFirst && answer->second != work())
-            run.SkipWithError("the contenders differ");
+        string text;
+        uint64_t const number = work(&text);
+        auto const [answer, isFirst] = answers_.emplace(group, std::pair(number, text));
+        if (!isFirst && answer->second != std::pair(number, text)) run.SkipWithError("the contenders differ");
         for (auto _ : run)
-            benchmark::DoNotOptimize(work());
+            benchmark::DoNotOptimize(work(nullptr));
         DString::fgI18NState = before;
-        run.SetBytesProcessed(static_cast<std::int64_t>(run.iterations()) * static_cast<std::int64_t>(size_));
+        run.SetBytesProcessed(run.iterations() * static_cast<std::int64_t>(text_.size()));
     }
 
     Script const& script_;
-    std::size_t size_;
     int switchState_ = 0;
     string text_;
     DString string_;
     DString secondOwner_ = string_; ///< So that no edit is done in place.
     DBuffer* buffer_;
-    std::map<string, std::uint64_t> answers_;
+    Members members_;
+    std::map<string, std::pair<uint64_t, string>> answers_;
     std::vector<wchar_t> room_;
-    std::vector<wchar_t> wide_;
     std::vector<char> bytes_;
+    std::vector<wchar_t> wide_;
 };
 
 bool const isRegistered = [] {

@@ -73,14 +73,13 @@ void checkPositions(string const& text, Plain const& plain, unsigned int number)
     std::optional<std::size_t> const index =
         number <= length ? plain.containing(number) : std::optional<std::size_t>();
     unsigned int const count = index ? static_cast<unsigned int>(*index + 1) : 0;
-    bool const isStart = index && plain.positionOf(*index) == number;
+    unsigned int const start = index ? plain.positionOf(*index) : 0;
+    unsigned int const nextStart = index ? plain.positionOf(*index + 1) : 0;
 
     fuzz::same("findCharNum", findCharNum(s, length, number), count, text, number);
-    fuzz::same("findCurPos", findCurPos(s, length, number), index ? plain.positionOf(*index) : 0, text,
-               number);
-    fuzz::same("findNextPos", findNextPos(s, length, number), index ? plain.positionOf(*index + 1) : 0, text,
-               number);
-    unsigned int const next = isStart ? count : index && plain.positionOf(*index + 1) != 0 ? count + 1 : 0;
+    fuzz::same("findCurPos", findCurPos(s, length, number), start, text, number);
+    fuzz::same("findNextPos", findNextPos(s, length, number), nextStart, text, number);
+    unsigned int const next = index && start == number ? count : nextStart != 0 ? count + 1 : 0;
     fuzz::same("findNextCharNum", findNextCharNum(s, length, number), next, text, number);
     unsigned int const position = number == 0 ? 0 : plain.positionOf(number - 1);
     fuzz::same("findBytePos", findBytePos(s, length, number), position, text, number);

@@ -21,6 +21,7 @@ CharacterSet::CharacterSet(char const* characters, std::size_t n, Encoding const
     for (std::size_t at = 0; at < n;) {
         unsigned int const length = steps.lengthWithin(characters + at, n - at);
         first_.insert(characters[at]);
+        last_.insert(characters[at + length - 1]);
         if (length == 1)
             single_.insert(characters[at]);
         else

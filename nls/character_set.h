@@ -18,7 +18,8 @@ public:
 
     bool contains(char const* character, std::size_t length) const {
         if (length == 1) return single_.contains(*character);
-        return first_.contains(*character) && containsLong(character, length);
+        return first_.contains(*character) && last_.contains(character[length - 1]) &&
+               containsLong(character, length);
     }
     /// The members of one byte.
     ByteSet const& singleBytes() const { return single_; }
@@ -33,6 +34,7 @@ private:
 
     ByteSet single_;
     ByteSet first_;
+    ByteSet last_; // together they tell most other characters apart
     bool goesByBytes_ = true;
     std::vector<std::uint64_t> long_; // sorted; each a character's bytes and its length
 };

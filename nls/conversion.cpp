@@ -31,11 +31,30 @@ Stretch widenByTable(wchar_t* out, char const* in, std::size_t n, EncodingTable 
     return done;
 }
 
+Stretch narrowByTable(char* out, std::size_t room, wchar_t const* in, std::size_t n,
+                      EncodingTable const& table) {
+    constexpr std::size_t most = 2;
+    Stretch done{0, 0};
+    while (done.characters < n && room - done.bytes >= most) {
+        std::size_t const length = table.encode(in[done.characters], out + done.bytes);
+        if (length == 0) break;
+        done.bytes += length;
+        ++done.characters;
+    }
+    return done;
+}
+
 } // namespace
 
 Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding) {
     if (encoding.isUtf8) return widenUtf8(out, in, n);
     if (encoding.table != nullptr) return widenByTable(out, in, n, *encoding.table);
+    return {0, 0};
+}
+
+Stretch narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding) {
+    if (encoding.isUtf8) return narrowUtf8(out, room, in, n);
+    if (encoding.table != nullptr) return narrowByTable(out, room, in, n, *encoding.table);
     return {0, 0};
 }
 
@@ -46,6 +65,7 @@ bool isPlainUtf8Text(char const* text, std::size_t n) {
 bool NarrowCharacter::askLibrary(wchar_t value) {
     std::size_t const length = std::wcrtomb(bytes_, value, &state_);
     if (length == static_cast<std::size_t>(-1)) return false;
+    if (encoding_.table != nullptr) encoding_.table->noteBytes(value, bytes_, length);
     length_ = static_cast<unsigned int>(length);
     return true;
 }

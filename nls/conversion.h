@@ -19,6 +19,9 @@ ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding);
 /// Widens the characters at the front of a text up to the first one that is not known without the C library.
 Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding);
 
+/// Narrows wide characters up to the first one that is not known so, or does not fit whole into `room` bytes.
+Stretch narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding);
+
 /// Whether the locale is a UTF-8 one and the text is valid beyond doubt: it then converts to wide and back to
 /// itself.
 bool isPlainUtf8Text(char const* text, std::size_t n);
@@ -27,19 +30,18 @@ bool isPlainUtf8Text(char const* text, std::size_t n);
 class NarrowCharacter {
 public:
     NarrowCharacter() : NarrowCharacter(Encoding::current()) {}
-    explicit NarrowCharacter(Encoding const& encoding)
-        : isUtf8_(encoding.isUtf8), ownValues_(bytesOfTheirOwnValue(encoding)) {}
+    explicit NarrowCharacter(Encoding const& encoding) : encoding_(encoding) {}
 
     /// False for a value that is no character of the locale.
     bool convert(wchar_t value) {
-        if (value >= 0 && value < 0x80 && ownValues_.contains(static_cast<char>(value))) {
-            bytes_[0] = static_cast<char>(value);
-            length_ = 1;
-            return true;
+        std::size_t length = 0;
+        if (encoding_.isUtf8) {
+            length = utf8LengthOf(value);
+            if (length != 0) writeUtf8(bytes_, value, length);
+        } else if (encoding_.table != nullptr) {
+            length = encoding_.table->encode(value, bytes_);
         }
-        std::size_t const length = isUtf8_ ? utf8LengthOf(value) : 0;
         if (length == 0) return askLibrary(value);
-        writeUtf8(bytes_, value, length);
         length_ = static_cast<unsigned int>(length);
         return true;
     }
@@ -49,8 +51,7 @@ public:
 private:
     bool askLibrary(wchar_t value);
 
-    bool isUtf8_;
-    ByteSet const& ownValues_;
+    Encoding encoding_;
     unsigned int length_ = 0;
     char bytes_[MB_LEN_MAX];
     std::mbstate_t state_{};

@@ -1,5 +1,6 @@
 // DDBCSBuffer: character classes, kinds of characters, and the classes of wide values.
 #include "nls/conversion.h"
+#include "nls/remembered.h"
 #include "nls/stepping.h"
 #include "string/byte_search.h"
 #include "string/character_classes.h"
@@ -47,6 +48,9 @@ public:
     kelcl::Encoding const& encoding() const { return values_.encoding(); }
 
     WideCharacter at(char const* p) {
+        if (encoding().isUtf8)
+            if (std::size_t const bytes = kelcl::plainUtf8Length(p, static_cast<std::size_t>(end_ - p)))
+                return {kelcl::plainUtf8Value(p, bytes), static_cast<unsigned int>(bytes)};
         wchar_t value = 0;
         auto const rest = static_cast<std::size_t>(end_ - p);
         auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
@@ -73,24 +77,35 @@ std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts
     return kelcl::notFound;
 }
 
-/// Whether all characters are of a class. Bytes that stand for the wide characters of the same value are told
-/// by the class's set.
+/// Skips members of a class among the bytes that stand for the wide characters of the same value: one by one
+/// where there are few, by the byte kernels where they go on.
+std::size_t skipMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& members,
+                        kelcl::ByteSet const& ownValues) {
+    constexpr std::size_t few = 16;
+    std::size_t const stop = std::min(text.size(), at + few);
+    while (at < stop && ownValues.contains(text[at]) && members.contains(text[at]))
+        ++at;
+    if (at < stop || at >= text.size()) return at;
+    std::string_view const rest = text.substr(at);
+    std::string_view const skipped = rest.substr(0, kelcl::findFirstNotIn(rest, members));
+    return at + std::min(kelcl::findFirstNotIn(skipped, ownValues), skipped.size());
+}
+
+/// Whether all characters are of a class.
 bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer const& buffer) {
     if (buffer.length == 0) return false;
     std::string_view const text(buffer.contents(), buffer.length);
     WideWalk walk(buffer);
     kelcl::ByteSet const& ownValues = kelcl::bytesOfTheirOwnValue(walk.encoding());
-    for (std::size_t at = 0; at < text.size();) {
-        if (static_cast<signed char>(text[at]) >= 0) {
-            std::string_view const members =
-                text.substr(at, kelcl::findFirstNotIn(text.substr(at), ascii.ascii));
-            at += std::min(kelcl::findFirstNotIn(members, ownValues), members.size());
-            if (at == text.size()) return true;
-        }
+    std::size_t at = skipMembers(text, 0, ascii.ascii, ownValues);
+    if (at == text.size()) return true;
+    auto const ask = [wide](int value) { return wide(value) != 0; };
+    kelcl::Remembered<bool, decltype(ask)> isMember(ask);
+    do {
         WideCharacter const character = walk.at(text.data() + at);
-        if (wide(character.value) == 0) return false;
-        at += character.bytes;
-    }
+        if (!isMember.of(character.value)) return false;
+        at = skipMembers(text, at + character.bytes, ascii.ascii, ownValues);
+    } while (at < text.size());
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "nls/character_repair.h"
 #include "nls/conversion.h"
 #include "nls/owned_buffer.h"
+#include "nls/remembered.h"
 #include "nls/stepping.h"
 #include "nls/translation.h"
 #include "string/byte_edit.h"
@@ -15,7 +16,6 @@
 #include <kelcl/dstring.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <cwctype>
@@ -51,31 +51,13 @@ DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide
 
 // Case
 
-/// The C library's mapping of wide characters, which is asked for ASCII only once.
-class WideMapping {
-public:
-    explicit WideMapping(std::wint_t (*map)(std::wint_t)) : map_(map) {
-        for (std::size_t c = 0; c < ascii_.size(); ++c)
-            ascii_[c] = ask(static_cast<wchar_t>(c));
-    }
-    wchar_t of(wchar_t c) const {
-        return c >= 0 && c < static_cast<wchar_t>(ascii_.size()) ? ascii_[static_cast<std::size_t>(c)]
-                                                                 : ask(c);
-    }
-
-private:
-    wchar_t ask(wchar_t c) const { return static_cast<wchar_t>(map_(static_cast<std::wint_t>(c))); }
-
-    std::wint_t (*map_)(std::wint_t);
-    std::array<wchar_t, 128> ascii_{};
-};
-
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     DWBuffer const wide(buffer.contents(), buffer.length);
-    WideMapping const mapping(map);
+    auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
+    kelcl::Remembered<wchar_t, decltype(ask)> mapped(ask);
     std::transform(wide.wide, wide.wide + wide.length, wide.wide,
-                   [&mapping](wchar_t c) { return mapping.of(c); });
+                   [&mapped](wchar_t c) { return mapped.of(c); });
     return narrowed(buffer, wide.wide, wide.length);
 }
 

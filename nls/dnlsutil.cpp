@@ -172,12 +172,11 @@ unsigned int cvtWCS2MBS(wchar_t const* wcs, unsigned int nwc, char* out, unsigne
     kelcl::NarrowCharacter character(encoding);
     unsigned int written = 0;
     for (unsigned int i = 0; i < nwc && written < outLen; ++i) {
-        if (encoding.isUtf8) {
-            kelcl::Stretch const known = kelcl::narrowUtf8(out + written, outLen - written, wcs + i, nwc - i);
-            written += static_cast<unsigned int>(known.bytes);
-            i += static_cast<unsigned int>(known.characters);
-            if (i == nwc || written == outLen) break;
-        }
+        kelcl::Stretch const known =
+            kelcl::narrowKnown(out + written, outLen - written, wcs + i, nwc - i, encoding);
+        written += static_cast<unsigned int>(known.bytes);
+        i += static_cast<unsigned int>(known.characters);
+        if (i == nwc || written == outLen) break;
         if (!character.convert(wcs[i])) raiseUnconvertible();
         if (character.length() > outLen - written) break; // only whole characters
         std::memcpy(out + written, character.bytes(), character.length());

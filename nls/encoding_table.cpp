@@ -62,6 +62,15 @@ EncodingTable const* EncodingTable::of(char const* name) {
     return made->usable_ ? made : nullptr;
 }
 
+void EncodingTable::noteBytes(wchar_t value, char const* bytes, std::size_t length) const {
+    if (value <= 0 || value >= static_cast<wchar_t>(bytesOf_.size()) || length > 2) return;
+    unsigned int noted = 0;
+    for (std::size_t i = 0; i < length; ++i)
+        noted = noted << 8U | static_cast<unsigned char>(bytes[i]);
+    bytesOf_[static_cast<std::size_t>(value)].store(static_cast<std::uint16_t>(noted),
+                                                    std::memory_order_relaxed);
+}
+
 void EncodingTable::noteTrail(unsigned int byte) {
     trailFloor_ = std::min(trailFloor_, static_cast<unsigned char>(std::min(byte, 0x80U)));
 }

@@ -6,7 +6,9 @@
 #include "string/byte_set.h"
 
 #include <array>
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace kelcl {
@@ -63,6 +65,20 @@ public:
     /// The bytes below 0x80 that stand for the wide characters of the same value, and those for them.
     ByteSet const& bytesOfTheirOwnValue() const { return ownValues_; }
 
+    /// The same the other way: writes the one or two bytes of a character that noteBytes was told of, else
+    /// returns 0.
+    std::size_t encode(wchar_t value, char* out) const {
+        if (value < 0 || value >= static_cast<wchar_t>(bytesOf_.size())) return 0;
+        unsigned int const bytes = bytesOf_[static_cast<std::size_t>(value)].load(std::memory_order_relaxed);
+        if (bytes == 0) return 0;
+        std::size_t const length = bytes > 0xFF ? 2 : 1;
+        if (length == 2) *out++ = static_cast<char>(bytes >> 8U);
+        *out = static_cast<char>(bytes & 0xFFU);
+        return length;
+    }
+    /// Keeps what the C library says that a character becomes.
+    void noteBytes(wchar_t value, char const* bytes, std::size_t length) const;
+
 private:
     EncodingTable() = default;
 
@@ -85,6 +101,7 @@ private:
     std::array<bool, 256> isOpen_{};
     unsigned char trailFloor_ = 0x80;
     ByteSet ownValues_;
+    mutable std::array<std::atomic<std::uint16_t>, 0x10000> bytesOf_{}; ///< 0: not asked for yet.
     bool usable_ = false;
     EncodingTable const* next_ = nullptr;
 };

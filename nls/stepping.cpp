@@ -74,7 +74,7 @@ std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& step
     }
 }
 
-std::size_t FallingStarts::startOf(std::size_t offset) {
+std::size_t FallingStarts::searchStartOf(std::size_t offset) {
     if (steps_.isUtf8()) return startOfUtf8Character(text_, offset, steps_);
     while (!starts_.empty() && starts_.back() > offset)
         starts_.pop_back();

@@ -174,9 +174,20 @@ public:
     FallingStarts(char const* text, BufferSteps& steps) : text_(text), steps_(steps) {}
 
     /// The first byte of the character that contains the byte at `offset`.
-    std::size_t startOf(std::size_t offset);
+    std::size_t startOf(std::size_t offset) {
+        if (steps_.isUtf8()) {
+            if (!isContinuation(text_[offset])) return offset;
+            std::size_t lead = offset;
+            while (lead > 0 && offset - lead < 3 && isContinuation(text_[lead]))
+                --lead;
+            if (plainUtf8Length(text_ + lead, BufferSteps::longestCharacter) > offset - lead) return lead;
+        }
+        return searchStartOf(offset);
+    }
 
 private:
+    std::size_t searchStartOf(std::size_t offset);
+
     char const* text_;
     BufferSteps& steps_;
     std::vector<std::size_t> starts_; // rising; those of the stretch that was walked last

@@ -34,33 +34,28 @@ private:
 } // namespace
 
 ByteTranslation::ByteTranslation(char const* from, unsigned int fromLength, char const* to,
-                                 unsigned int toLength, char const& padCharacter) {
+                                 unsigned int toLength, char const& padCharacter)
+    : replaced_(from, fromLength, Encoding::current()) {
     Characters searched(from, fromLength);
     Characters replacements(to, toLength);
-    BufferSteps const steps;
     while (!searched.isUsedUp()) {
         std::string_view const character = searched.next();
         std::string_view const replacement =
             replacements.isUsedUp() ? std::string_view(&padCharacter, 1) : replacements.next();
-        char const first = character.front();
-        goesByBytes_ = goesByBytes_ && steps.standsAlone(first) && replacement.size() == 1;
+        keepsLengths_ = keepsLengths_ && replacement.size() == character.size();
         if (character.size() > 1) {
-            firstBytes_.insert(first);
             long_.emplace(character, replacement);
             continue;
         }
-        if (!replacedBytes_.contains(first)) single_[static_cast<unsigned char>(first)] = replacement;
-        replacedBytes_.insert(first);
+        std::string_view& single = single_[static_cast<unsigned char>(character.front())];
+        if (single.empty()) single = replacement;
     }
 }
 
 std::string_view const* ByteTranslation::replacementOf(char const* character, unsigned int length) const {
-    if (length == 1)
-        return replacedBytes_.contains(*character) ? &single_[static_cast<unsigned char>(*character)]
-                                                   : nullptr;
-    if (!firstBytes_.contains(*character)) return nullptr;
-    auto const found = long_.find(std::string_view(character, length));
-    return found == long_.end() ? nullptr : &found->second;
+    if (!replaced_.contains(character, length)) return nullptr;
+    return length == 1 ? &single_[static_cast<unsigned char>(*character)]
+                       : &long_.find(std::string_view(character, length))->second;
 }
 
 /// Calls `visit` with the pieces of the result: what stays between two replaced characters, and each
@@ -85,9 +80,8 @@ void ByteTranslation::visitPieces(DBuffer const& text, Visit visit) const {
 DBuffer* ByteTranslation::translateBytes(DBuffer const& text) const {
     unsigned char table[256];
     for (unsigned int byte = 0; byte < 256; ++byte) {
-        bool const isReplaced = replacedBytes_.contains(static_cast<char>(byte));
-        table[byte] =
-            static_cast<unsigned char>(isReplaced ? single_[byte].front() : static_cast<char>(byte));
+        char const replacement = single_[byte].empty() ? static_cast<char>(byte) : single_[byte].front();
+        table[byte] = static_cast<unsigned char>(replacement);
     }
     DBuffer* const result = allocateLike(text, text.length);
     copyTranslated(result->contents(), text.contents(), text.length, table);
@@ -96,9 +90,9 @@ DBuffer* ByteTranslation::translateBytes(DBuffer const& text) const {
 
 DBuffer* ByteTranslation::of(DBuffer const& text) const {
     if (text.length == 0) return text.newBuffer(nullptr, 0);
-    if (goesByBytes_) return translateBytes(text);
-    std::size_t total = 0;
-    visitPieces(text, [&total](std::string_view piece) { total += piece.size(); });
+    if (keepsLengths_ && replaced_.goesByBytes()) return translateBytes(text);
+    std::size_t total = keepsLengths_ ? text.length : 0;
+    if (!keepsLengths_) visitPieces(text, [&total](std::string_view piece) { total += piece.size(); });
     if (total >= lengthLimit) raiseLengthOverflow();
     DBuffer* const result = allocateLike(text, static_cast<unsigned int>(total));
     char* out = result->contents();

@@ -3,6 +3,7 @@
 #ifndef KELCL_NLS_TRANSLATION_H
 #define KELCL_NLS_TRANSLATION_H
 
+#include "nls/character_set.h"
 #include "string/byte_set.h"
 
 #include <kelcl/dbuffer.h>
@@ -31,11 +32,9 @@ private:
     /// What stands in place of a character, null when it stays.
     std::string_view const* replacementOf(char const* character, unsigned int length) const;
 
+    CharacterSet replaced_;
+    bool keepsLengths_ = true; ///< Whether each replacement is as long as what it replaces.
     std::string_view single_[256];
-    ByteSet replacedBytes_; ///< The single-byte characters that are replaced.
-    ByteSet firstBytes_;    ///< What longer ones that are replaced begin with.
-    bool goesByBytes_ =
-        true; ///< Whether bytes that stand alone become other bytes, and nothing else happens.
     std::unordered_map<std::string_view, std::string_view> long_;
 };
 

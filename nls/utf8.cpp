@@ -463,14 +463,22 @@ Stretch narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n
 
 void reverseUtf8(char* out, char const* in, std::size_t n) {
     copyReversed(out, in, n);
-    // Now each character's bytes stand the wrong way round.
-    for (std::size_t at = asciiRun(out, n); at < n; at += asciiRun(out + at, n - at)) {
-        std::size_t lead = at;
-        while (isContinuation(out[lead]))
-            ++lead;
-        std::swap(out[at], out[lead]);
-        if (lead - at == 3) std::swap(out[at + 1], out[at + 2]);
-        at = lead + 1;
+    // Now the bytes of each character stand the wrong way round.
+    for (std::size_t at = 0; at < n;) {
+        char* const p = out + at;
+        if (!isContinuation(*p)) {
+            at += asciiRun(p, n - at);
+        } else if (!isContinuation(p[1])) {
+            std::swap(p[0], p[1]);
+            at += 2;
+        } else if (!isContinuation(p[2])) {
+            std::swap(p[0], p[2]);
+            at += 3;
+        } else {
+            std::swap(p[0], p[3]);
+            std::swap(p[1], p[2]);
+            at += 4;
+        }
     }
 }
 
