@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace kelcl {
@@ -21,10 +22,13 @@ public:
         return first_.contains(*character) && last_.contains(character[length - 1]) &&
                containsLong(character, length);
     }
+    /// The offset of the first member from the character start `from` on, or notFound.
+    std::size_t findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const;
+    /// The offset of the last member that begins before the offset `end`, or notFound.
+    std::size_t findLast(std::string_view text, std::size_t end, BufferSteps& steps) const;
+
     /// The members of one byte.
     ByteSet const& singleBytes() const { return single_; }
-    /// The bytes that members begin with.
-    ByteSet const& firstBytes() const { return first_; }
     /// Whether all members are single bytes that can never be part of a longer character, so that a search
     /// may go by bytes.
     bool goesByBytes() const { return goesByBytes_; }

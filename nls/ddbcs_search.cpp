@@ -74,49 +74,6 @@ std::size_t lastAtStart(std::string_view head, std::size_t matchLength, kelcl::B
     }
 }
 
-/// How many characters to look at one by one before the byte kernels search on for a first byte of a member:
-/// where such bytes are dense they find one at every turn.
-constexpr int charactersInTurn = 32;
-
-/// The first (last) character from the start `from` on (before `end`) that is a member.
-std::size_t firstMember(DBuffer const& buffer, std::size_t from, kelcl::CharacterSet const& members,
-                        kelcl::BufferSteps& steps) {
-    std::string_view const text = textOf(buffer);
-    kelcl::RisingStarts starts(text.data(), from, steps);
-    for (std::size_t at = from;;) {
-        std::size_t const found = kelcl::findFirstIn(text.substr(at), members.firstBytes());
-        if (found == notFound) return notFound;
-        at += found;
-        if (!starts.isStart(at)) {
-            ++at;
-            continue;
-        }
-        for (int turn = 0; turn < charactersInTurn && at < text.size(); ++turn) {
-            unsigned int const bytes = steps.length(text.data() + at);
-            if (members.contains(text.data() + at, bytes)) return at;
-            at += bytes;
-        }
-        if (at >= text.size()) return notFound;
-    }
-}
-std::size_t lastMember(DBuffer const& buffer, std::size_t end, kelcl::CharacterSet const& members,
-                       kelcl::BufferSteps& steps) {
-    std::string_view const text = textOf(buffer);
-    kelcl::FallingStarts starts(text.data(), steps);
-    for (;;) {
-        std::size_t at = kelcl::findLastIn(text.substr(0, end), members.firstBytes());
-        if (at == notFound) return notFound;
-        end = at;
-        if (starts.startOf(at) != at) continue;
-        for (int turn = 0; turn < charactersInTurn; ++turn) {
-            if (members.contains(text.data() + at, steps.length(text.data() + at))) return at;
-            if (at == 0) return notFound;
-            end = at;
-            at = starts.startOf(at - 1);
-        }
-    }
-}
-
 /// Tests the characters of a text as wide values, by character number.
 template <class Numbers>
 unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
@@ -227,7 +184,7 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
         std::size_t const found = kelcl::findFirstIn(textOf(*this).substr(first - 1), members.singleBytes());
         return found == notFound ? 0 : first + static_cast<unsigned int>(found);
     }
-    return position(firstMember(*this, first - 1, members, steps));
+    return position(members.findFirst(textOf(*this), first - 1, steps));
 }
 
 unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -299,7 +256,7 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
             head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (members.goesByBytes()) return position(kelcl::findLastIn(head, members.singleBytes()));
-    return position(lastMember(*this, last, members, steps));
+    return position(members.findLast(textOf(*this), last, steps));
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,

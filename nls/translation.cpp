@@ -4,6 +4,7 @@
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
 #include "string/byte_edit.h"
+#include "string/byte_search.h"
 #include "string/length.h"
 
 #include <kelcl/dnlsutil.h>
@@ -52,10 +53,9 @@ ByteTranslation::ByteTranslation(char const* from, unsigned int fromLength, char
     }
 }
 
-std::string_view const* ByteTranslation::replacementOf(char const* character, unsigned int length) const {
-    if (!replaced_.contains(character, length)) return nullptr;
-    return length == 1 ? &single_[static_cast<unsigned char>(*character)]
-                       : &long_.find(std::string_view(character, length))->second;
+std::string_view ByteTranslation::replacementOf(char const* character, unsigned int length) const {
+    return length == 1 ? single_[static_cast<unsigned char>(*character)]
+                       : long_.find(std::string_view(character, length))->second;
 }
 
 /// Calls `visit` with the pieces of the result: what stays between two replaced characters, and each
@@ -63,18 +63,17 @@ std::string_view const* ByteTranslation::replacementOf(char const* character, un
 template <class Visit>
 void ByteTranslation::visitPieces(DBuffer const& text, Visit visit) const {
     BufferSteps steps;
-    char const* kept = text.contents();
-    char const* const end = kept + text.length;
-    for (char const* p = kept; p < end;) {
-        unsigned int const bytes = steps.length(p);
-        if (std::string_view const* const replacement = replacementOf(p, bytes)) {
-            visit(std::string_view(kept, static_cast<std::size_t>(p - kept)));
-            visit(*replacement);
-            kept = p + bytes;
-        }
-        p += bytes;
+    std::string_view const bytes(text.contents(), text.length);
+    std::size_t kept = 0;
+    for (;;) {
+        std::size_t const at = replaced_.findFirst(bytes, kept, steps);
+        if (at == notFound) break;
+        unsigned int const length = steps.length(bytes.data() + at);
+        visit(bytes.substr(kept, at - kept));
+        visit(replacementOf(bytes.data() + at, length));
+        kept = at + length;
     }
-    if (kept < end) visit(std::string_view(kept, static_cast<std::size_t>(end - kept)));
+    visit(bytes.substr(kept));
 }
 
 DBuffer* ByteTranslation::translateBytes(DBuffer const& text) const {

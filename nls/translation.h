@@ -29,8 +29,8 @@ private:
     void visitPieces(DBuffer const& text, Visit visit) const;
     DBuffer* translateBytes(DBuffer const& text) const;
 
-    /// What stands in place of a character, null when it stays.
-    std::string_view const* replacementOf(char const* character, unsigned int length) const;
+    /// What stands in place of a character that is replaced.
+    std::string_view replacementOf(char const* character, unsigned int length) const;
 
     CharacterSet replaced_;
     bool keepsLengths_ = true; ///< Whether each replacement is as long as what it replaces.
