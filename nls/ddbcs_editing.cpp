@@ -210,6 +210,7 @@ DBuffer* overlayBytes(DBuffer& buffer, DBuffer* result, unsigned int n, unsigned
 DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                     char padCharacter) {
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
+    if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
     unsigned int const before = findCharNum(buffer.contents(), buffer.length, position);
     if (isPlain(buffer) && kelcl::isPlainUtf8Text(p, n)) {
         unsigned int const end = before == 0 ? 0 : endOfCharacter(buffer, position);

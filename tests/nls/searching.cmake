@@ -4,7 +4,7 @@ set(multi_byte_modes utf8 eucjp sjis gb18030 big5 euckr)
 set(multi_byte_wide_modes ${multi_byte_modes})
 list(TRANSFORM multi_byte_wide_modes APPEND -i18n)
 
-foreach(name IN ITEMS search editing)
+foreach(name IN ITEMS search editing aliasing)
     kelcl_add_test(nls_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/${name}_test.cpp MODES ${multi_byte_modes} utf8-i18n)
 endforeach()
 kelcl_add_random_operations(nls)

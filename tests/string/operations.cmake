@@ -3,13 +3,13 @@
 set(single_byte_modes C C-i18n latin1 latin1-i18n)
 set(ascii_modes ${single_byte_modes} utf8 utf8-i18n sjis sjis-i18n)
 
-foreach(name IN ITEMS search editing classes compare frontend overflow)
+foreach(name IN ITEMS search editing classes compare frontend)
     kelcl_add_test(ops_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_${name}_test.cpp MODES ${single_byte_modes})
 endforeach()
 kelcl_add_random_operations(string)
 kelcl_add_test(ops_random SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_random_test.cpp
     MODES ${single_byte_modes} LIBRARIES string_random_operations)
-foreach(name IN ITEMS ascii words radix bits)
+foreach(name IN ITEMS ascii words radix bits overflow)
     kelcl_add_test(ops_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_${name}_test.cpp MODES ${ascii_modes})
 endforeach()
 
