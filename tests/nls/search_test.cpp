@@ -673,4 +673,29 @@ TEST(MultiByteString, SearchesGoThroughTheMultiByteBuffer) {
     });
 }
 
+TEST(MultiByteWords, EndBehindAllBytesOfTheLastCharacter) {
+    string const words = "a  b" + mb::samples().wide.bytes;
+    DString const text(" " + words + " ");
+    EXPECT_EQ(ops::contentsOf(text.words(1, 2)), words);
+    EXPECT_EQ(ops::contentsOf(text.words(2, 9)), "b" + mb::samples().wide.bytes);
+}
+
+TEST(CharLength, GoesOnWithinACharacterThatItsStateHasBegun) {
+    string const character = mb::samples().wide.bytes;
+    std::mbstate_t state{};
+    ASSERT_EQ(std::mbrlen(character.data(), 1, &state), mb::incompleteSequence);
+    EXPECT_EQ(DDBCSBuffer::charLength(character.c_str() + 1, &state), static_cast<int>(character.size()) - 1);
+    EXPECT_NE(std::mbsinit(&state), 0) << "the character is over";
+}
+
+TEST(WideStrip, OfWhiteSpaceAsksTheLocaleAboutWideCharacters) {
+    SwitchAt const on(1);
+    string const kept = mb::samples().wide.bytes + "a" + mb::samples().wide.bytes;
+    DString text(" \t" + kept + "\n ");
+    EXPECT_EQ(ops::contentsOf(text.strip()), kept);
+    if (!mb::isUtf8()) return;
+    DString spaced("\xE3\x80\x80 a \xE3\x80\x80"); // ideographic spaces
+    EXPECT_EQ(ops::contentsOf(spaced.strip()), "a");
+}
+
 } // namespace

@@ -21,3 +21,4 @@ kelcl_add_internal_test(nls_utf8 SOURCES ${CMAKE_CURRENT_LIST_DIR}/utf8_test.cpp
 kelcl_add_test(nls_utf8_portable SOURCES ${CMAKE_CURRENT_LIST_DIR}/utf8_test.cpp
     ${PROJECT_SOURCE_DIR}/nls/utf8.cpp ${PROJECT_SOURCE_DIR}/string/byte_edit.cpp NO_LIBRARY)
 target_compile_definitions(test_nls_utf8_portable PRIVATE KELCL_PORTABLE_KERNELS)
+target_compile_options(test_nls_utf8_portable PRIVATE ${kelcl_coverage})

@@ -852,4 +852,13 @@ TEST(WideBuffer, KnowsItsCharactersAndReversesThem) {
     EXPECT_EQ(none.wide[0], L'\0');
 }
 
+TEST(WideBufferSearch, KnowsTheMembersOfALargeSet) {
+    DWBuffer const text("a quick brown fox 12");
+    DWBuffer const letters("abcdefghijklmnopqrstuvwxyz");
+    EXPECT_EQ(text.positionOfAnyOf(letters, 2), 3U);
+    EXPECT_EQ(text.positionOfAnyBut(letters, 1), 2U);
+    EXPECT_EQ(text.lastPositionOfAnyOf(letters, 20), 17U);
+    EXPECT_EQ(text.lastPositionOfAnyBut(letters, 17), 14U);
+}
+
 } // namespace

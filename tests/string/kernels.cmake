@@ -4,8 +4,9 @@ set(kernel_tests kernels_decimal kernels_digits kernels_edit kernels_search kern
 list(TRANSFORM kernel_tests PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 list(TRANSFORM kernel_tests APPEND .cpp)
 
-kelcl_add_internal_test(kernels SOURCES ${kernel_tests})
+kelcl_add_internal_test(kernels SOURCES ${kernel_tests} TIMEOUT 1200) # long only where lines are counted
 
 get_property(kernel_sources GLOBAL PROPERTY kelcl_kernel_sources)
-kelcl_add_test(kernels_portable SOURCES ${kernel_tests} ${kernel_sources} NO_LIBRARY)
+kelcl_add_test(kernels_portable SOURCES ${kernel_tests} ${kernel_sources} TIMEOUT 1200 NO_LIBRARY)
 target_compile_definitions(test_kernels_portable PRIVATE KELCL_PORTABLE_KERNELS)
+target_compile_options(test_kernels_portable PRIVATE ${kelcl_coverage})
