@@ -30,7 +30,7 @@ using kelcl::sharedEmpty;
 
 /// Whether the text converts to wide characters and back to itself, so that an edit that only moves or leaves
 /// out characters need not convert.
-bool isPlain(DBuffer const& buffer) { return kelcl::isPlainUtf8Text(buffer.contents(), buffer.length); }
+bool isPlainUtf8(DBuffer const& buffer) { return kelcl::isPlainUtf8Text(buffer.contents(), buffer.length); }
 
 /// A new buffer of wide characters in multi-byte form, as long as they need.
 DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
@@ -120,7 +120,7 @@ auto pieceOf(DBuffer const& buffer, DWBuffer const& text) {
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
-    if (isPlain(buffer) && kelcl::isPlainUtf8Text(set, setLength))
+    if (isPlainUtf8(buffer) && kelcl::isPlainUtf8Text(set, setLength))
         return stripWide(
             buffer, buffer.length, mode, [&] { return buffer.indexOfAnyBut(set, setLength, 1); },
             [&] { return endOfCharacter(buffer, buffer.lastIndexOfAnyBut(set, setLength, buffer.length)); },
@@ -161,7 +161,7 @@ DBuffer* reverseWide(DBuffer const& buffer) {
 
 DBuffer* reverseBytes(DBuffer const& buffer) {
     DBuffer* const result = kelcl::allocateLike(buffer, buffer.length);
-    if (isPlain(buffer)) {
+    if (isPlainUtf8(buffer)) {
         kelcl::reverseUtf8(result->contents(), buffer.contents(), buffer.length);
         return result;
     }
@@ -212,7 +212,7 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
     unsigned int const before = findCharNum(buffer.contents(), buffer.length, position);
-    if (isPlain(buffer) && kelcl::isPlainUtf8Text(p, n)) {
+    if (isPlainUtf8(buffer) && kelcl::isPlainUtf8Text(p, n)) {
         unsigned int const end = before == 0 ? 0 : endOfCharacter(buffer, position);
         return buffer.newBuffer(buffer.contents(), end, p, n, buffer.contents() + end, buffer.length - end);
     }
@@ -297,7 +297,7 @@ DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode
 
 DBuffer* DDBCSBuffer::reverse() {
     if (length < 2) return shared(*this);
-    return isWideMode() && !isPlain(*this) ? reverseWide(*this) : reverseBytes(*this);
+    return isWideMode() && !isPlainUtf8(*this) ? reverseWide(*this) : reverseBytes(*this);
 }
 
 DBuffer* DDBCSBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {

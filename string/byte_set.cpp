@@ -18,8 +18,6 @@ std::size_t findLastNotIn(std::string_view text, ByteSet const& set) {
     return findLast(text, Not{InSet{set}});
 }
 
-std::size_t countIn(std::string_view text, ByteSet const& set) { return count(text, InSet{set}); }
-
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set) {
     return countRuns(text, Not{InSet{set}});
 }

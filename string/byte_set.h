@@ -64,9 +64,6 @@ std::size_t findFirstNotIn(std::string_view text, ByteSet const& set);
 std::size_t findLastIn(std::string_view text, ByteSet const& set);
 std::size_t findLastNotIn(std::string_view text, ByteSet const& set);
 
-/// How many bytes of the text are in the set.
-std::size_t countIn(std::string_view text, ByteSet const& set);
-
 /// How many runs of bytes outside of the set the text has: for wordSeparators, its number of words.
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set);
 

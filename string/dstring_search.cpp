@@ -18,6 +18,23 @@ unsigned int countMatches(Find find, unsigned int startPos, unsigned int step) {
     return count;
 }
 
+/// Counts the characters that satisfy another test, and lets a search go on to the end.
+class CountingTest final : public DStringTest {
+public:
+    explicit CountingTest(DStringTest const& counted)
+        : DStringTest(plainFunction + 1, nullptr), counted_(counted) {}
+
+    int test(int c) const override {
+        if (counted_.test(c) != 0) ++count_;
+        return 0;
+    }
+    unsigned int count() const { return count_; }
+
+private:
+    DStringTest const& counted_;
+    mutable unsigned int count_ = 0;
+};
+
 } // namespace
 
 DString DString::subString(unsigned int start) const {
@@ -37,6 +54,12 @@ unsigned int DString::occurrencesOf(char c, unsigned int startPos) const {
 
 unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startPos) const {
     DString const held(*this); // the test may change this string
+    if (fgI18NState == 1 && kelcl::isOfLibraryClass(*buffer()) && !kelcl::isPlain(*buffer())) {
+        // Each search would convert all of the text; one of them asks the test for the same characters.
+        CountingTest const counting(test);
+        held.indexOf(counting, startPos);
+        return counting.count();
+    }
     return countMatches([&](unsigned int from) { return held.indexOf(test, from); }, startPos, 1);
 }
 

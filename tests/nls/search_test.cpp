@@ -698,4 +698,23 @@ TEST(WideStrip, OfWhiteSpaceAsksTheLocaleAboutWideCharacters) {
     EXPECT_EQ(ops::contentsOf(spaced.strip()), "a");
 }
 
+TEST(WideOccurrences, OfATestAskItOnceForEachCharacter) {
+    SwitchAt const on(1);
+    static std::vector<int> asked;
+    DStringTest const notTheLetter([](int c) {
+        asked.push_back(c);
+        return c == 'a' ? 0 : 1;
+    });
+    mb::Sample const& two = mb::samples().two;
+    std::vector<int> const values{static_cast<int>(two.value), 'a', static_cast<int>(two.value), 'b'};
+    DString const text(two.bytes + "a" + two.bytes + "b");
+    asked.clear();
+    EXPECT_EQ(text.occurrencesOf(notTheLetter), 3u);
+    EXPECT_EQ(asked, values);
+    asked.clear();
+    EXPECT_EQ(text.occurrencesOf(notTheLetter, 2), 2u) << "from within the first character";
+    EXPECT_EQ(asked.size(), 3u);
+    EXPECT_EQ(text.occurrencesOf(notTheLetter, 7), 0u) << "from behind the end";
+}
+
 } // namespace

@@ -28,10 +28,6 @@ void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
     ASSERT_EQ(kelcl::findFirstNotIn(text, set), text.find_first_not_of(members));
     ASSERT_EQ(kelcl::findLastIn(text, set), text.find_last_of(members));
     ASSERT_EQ(kelcl::findLastNotIn(text, set), text.find_last_not_of(members));
-    ASSERT_EQ(kelcl::countIn(text, set),
-              static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [=](char byte) {
-                  return members.find(byte) != std::string_view::npos;
-              })));
     ASSERT_EQ(kelcl::countRunsNotIn(text, set), plainRuns(text, members));
 }
 
