@@ -185,7 +185,9 @@ public:
     virtual unsigned int startBackwardsSearch(unsigned int start, unsigned int patternLength) const;
 
     /// The factory of new buffers: a buffer of `size` bytes, yet to be filled, with one reference. A plain
-    /// buffer makes plain buffers while MB_CUR_MAX is 1, else multi-byte ones.
+    /// buffer makes plain buffers while MB_CUR_MAX is 1, else multi-byte ones. An override returns objects of
+    /// its own class, or those that a library class's `allocate` made: only these have room behind the text,
+    /// in which a string may let it grow.
     /// @throws DInvalidRequest (message 1010, recoverable) for a `size` of 0xFFFFFFE7 or more.
     virtual DBuffer* allocate(unsigned int size) const;
     /// The class's name; compare the pointers to tell whether two buffers are of one class.
