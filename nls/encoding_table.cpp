@@ -46,11 +46,12 @@ EncodingTable const* EncodingTable::of(char const* name) {
     EncodingTable const* const newest = newestTable.load(std::memory_order_acquire);
     for (EncodingTable const* table = newest; table != nullptr; table = table->next_)
         if (std::strcmp(table->name_.data(), name) == 0) return table->usable_ ? table : nullptr;
-    if (std::strlen(name) > longestName) return nullptr;
+    std::size_t const nameLength = std::strlen(name);
+    if (nameLength > longestName) return nullptr;
     void* const memory = std::malloc(sizeof(EncodingTable));
     if (memory == nullptr) return nullptr;
     auto* const made = new (memory) EncodingTable;
-    std::strcpy(made->name_.data(), name);
+    std::memcpy(made->name_.data(), name, nameLength);
     int const error = errno; // the questions about sequences that are no characters change it
     made->usable_ = made->fill();
     errno = error;
@@ -63,12 +64,12 @@ EncodingTable const* EncodingTable::of(char const* name) {
 }
 
 void EncodingTable::noteBytes(wchar_t value, char const* bytes, std::size_t length) const {
-    if (value <= 0 || value >= static_cast<wchar_t>(bytesOf_.size()) || length > 2) return;
+    auto const index = static_cast<std::uint32_t>(value);
+    if (index == 0 || index >= bytesOf_.size() || length > 2) return;
     unsigned int noted = 0;
     for (std::size_t i = 0; i < length; ++i)
         noted = noted << 8U | static_cast<unsigned char>(bytes[i]);
-    bytesOf_[static_cast<std::size_t>(value)].store(static_cast<std::uint16_t>(noted),
-                                                    std::memory_order_relaxed);
+    bytesOf_[index].store(static_cast<std::uint16_t>(noted), std::memory_order_relaxed);
 }
 
 void EncodingTable::noteTrail(unsigned int byte) {

@@ -68,8 +68,9 @@ public:
     /// The same the other way: writes the one or two bytes of a character that noteBytes was told of, else
     /// returns 0.
     std::size_t encode(wchar_t value, char* out) const {
-        if (value < 0 || value >= static_cast<wchar_t>(bytesOf_.size())) return 0;
-        unsigned int const bytes = bytesOf_[static_cast<std::size_t>(value)].load(std::memory_order_relaxed);
+        auto const index = static_cast<std::uint32_t>(value);
+        if (index >= bytesOf_.size()) return 0;
+        unsigned int const bytes = bytesOf_[index].load(std::memory_order_relaxed);
         if (bytes == 0) return 0;
         std::size_t const length = bytes > 0xFF ? 2 : 1;
         if (length == 2) *out++ = static_cast<char>(bytes >> 8U);

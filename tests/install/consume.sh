@@ -76,7 +76,9 @@ add_subdirectory)
     run "$work/$way/consumer"
     rm -rf "${work:?}/$way"
     for path in "$work" "$source"; do
-        if found=$(grep -rlF "$path" "$prefix"); then fail "these installed files hold the path $path: $found"; fi
+        if found=$(sh "$source/tests/support/holders_of_path.sh" "$path" "$prefix"); then
+            fail "these installed files hold the path $path: $found"
+        fi
     done
     ;;
 find_package)
