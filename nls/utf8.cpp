@@ -19,6 +19,7 @@ namespace {
 #if KELCL_AVX2_KERNELS
 
 constexpr std::size_t blockSize = sizeof(__m256i);
+static_assert(sizeof(wchar_t) == 4, "four wide characters are 16 bytes");
 
 // Validation
 //
