@@ -557,7 +557,7 @@ void registerWords() {
 #if KELCL_BENCH_ABSEIL
         .byStandard("abseil",
                     [](string const& t) {
-                        std::vector<string_view> const words =
+                        std::vector<absl::string_view> const words =
                             absl::StrSplit(t, absl::ByAnyChar(separators), absl::SkipEmpty());
                         return words.size();
                     })
