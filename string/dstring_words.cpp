@@ -4,8 +4,10 @@
 #include "string/length.h"
 #include "string/word_separators.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -18,7 +20,8 @@ struct Word {
 /// Walks the words of a buffer in text order.
 class Words {
 public:
-    explicit Words(DBuffer const& text, unsigned int start = 1) : text_(text), next_(start) {}
+    explicit Words(DBuffer const& text, unsigned int start = 1)
+        : text_(text), goesByBytes_(kelcl::isOfLibraryClass(text)), next_(start) {}
 
     /// The next word; one at position 0 when there are no more.
     Word next() {
@@ -31,15 +34,46 @@ public:
     /// Where the next word starts, for callers that do not need its end; 0 when there are no more.
     unsigned int start() {
         if (next_ == 0) return 0;
-        unsigned int const position =
-            text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
-        next_ =
-            position == 0 ? 0 : text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
+        bool const isAtSeparator = std::exchange(hasFoundOne_, true); // at first, perhaps within a character
+        unsigned int const position = goesByBytes_ && isAtSeparator ? startByBytes() : startBySearch();
+        next_ = position == 0 ? 0 : goesByBytes_ ? endByBytes(position) : endBySearch(position);
         return position;
     }
 
 private:
+    unsigned int startBySearch() const {
+        return text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
+    }
+    unsigned int endBySearch(unsigned int position) const {
+        return text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
+    }
+
+    // No separator is part of a multi-byte character in any encoding, so where the searches are the library's
+    // own the bytes tell the same. Most words and gaps are short.
+
+    /// From a separator on.
+    unsigned int startByBytes() const {
+        std::string_view const bytes(text_.contents(), text_.length);
+        std::size_t at = next_ - 1;
+        while (at < bytes.size() && kelcl::isSeparator(bytes[at]))
+            ++at;
+        return at < bytes.size() ? static_cast<unsigned int>(at) + 1 : 0;
+    }
+    unsigned int endByBytes(unsigned int position) const {
+        constexpr std::size_t shortWord = 16;
+        std::string_view const rest(text_.contents() + position - 1, text_.length - (position - 1));
+        std::size_t at = 0;
+        std::size_t const stop = std::min(rest.size(), shortWord);
+        while (at < stop && !kelcl::isSeparator(rest[at]))
+            ++at;
+        if (at == stop)
+            at += std::min(kelcl::findFirstIn(rest.substr(at), kelcl::wordSeparators), rest.size() - at);
+        return at < rest.size() ? position + static_cast<unsigned int>(at) : 0;
+    }
+
     DBuffer const& text_;
+    bool goesByBytes_;
+    bool hasFoundOne_ = false;
     unsigned int
         next_; ///< Where to search on: the separator behind the last word found, 0 at the end of the text.
 };
@@ -76,8 +110,6 @@ std::string_view bytesOf(DBuffer const& text, Word word) {
 } // namespace
 
 unsigned int DString::numWords() const {
-    // No separator is part of a multi-byte character in any encoding, so where the searches are the library's
-    // own the bytes can be counted as they are.
     if (kelcl::isOfLibraryClass(*buffer()))
         return static_cast<unsigned int>(kelcl::countRunsNotIn(*this, kelcl::wordSeparators));
     unsigned int count = 0;

@@ -10,6 +10,8 @@ namespace kelcl {
 inline constexpr unsigned int separatorCount = 6;
 inline constexpr char separatorBytes[separatorCount + 1] = "\t\n\v\f\r ";
 
+constexpr bool isSeparator(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
+
 /// Calls `search` with the set of the given bytes; the separators' set, which word operations search for all
 /// the time, is not made anew.
 template <class Search>
