@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cwchar>
 #include <cwctype>
+#include <iterator>
 #include <string_view>
 
 namespace {
@@ -102,9 +103,18 @@ bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer co
     auto const ask = [wide](int value) { return wide(value) != 0; };
     kelcl::Remembered<bool, decltype(ask)> isMember(ask);
     do {
-        WideCharacter const character = walk.at(text.data() + at);
-        if (!isMember.of(character.value)) return false;
-        at = skipMembers(text, at + character.bytes, ascii.ascii, ownValues);
+        wchar_t values[256];
+        std::size_t const most = std::min(text.size() - at, std::size(values));
+        kelcl::Stretch const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
+        for (std::size_t i = 0; i < known.characters; ++i)
+            if (!isMember.of(values[i])) return false;
+        at += known.bytes;
+        if (known.bytes == 0) {
+            WideCharacter const character = walk.at(text.data() + at);
+            if (!isMember.of(character.value)) return false;
+            at += character.bytes;
+        }
+        at = skipMembers(text, at, ascii.ascii, ownValues);
     } while (at < text.size());
     return true;
 }
