@@ -38,7 +38,12 @@ TEST_F(Aliasing, WithTheWholeTextAsTheArgument) {
     expect(
         start, [](DString& s) { s += s; }, start + start);
     expect(
-        start, [](DString& s) { s = s; }, start);
+        start,
+        [](DString& s) {
+            DString const& same = s;
+            s = same;
+        },
+        start);
     expect(
         start, [](DString& s) { s.insert(s, 3); }, two + "b" + start + two);
     expect(
