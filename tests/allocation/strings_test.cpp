@@ -70,7 +70,7 @@ TEST(WithoutMemory, EditsInPlaceDoNoHarm) {
         {"writing an element", [](DString& s) { s[2] = 'z'; }},
         {"prepareToChange", [](DString& s) { s.prepareToChange(); }},
         {"&=", [](DString& s) { s &= "\x7F"; }},
-        {"|=", [](DString& s) { s |= s; }},
+        {"|=", [](DString& s) { s |= s.subString(1); }},
         {"^=", [](DString& s) { s ^= std::string_view(s).substr(1, 2); }},
     });
 }
