@@ -9,9 +9,10 @@ endforeach()
 kelcl_add_random_operations(string)
 kelcl_add_test(ops_random SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_random_test.cpp
     MODES ${single_byte_modes} LIBRARIES string_random_operations)
-foreach(name IN ITEMS ascii words radix bits overflow)
+foreach(name IN ITEMS ascii words radix bits)
     kelcl_add_test(ops_${name} SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_${name}_test.cpp MODES ${ascii_modes})
 endforeach()
+kelcl_add_test(ops_overflow SOURCES ${CMAKE_CURRENT_LIST_DIR}/ops_overflow_test.cpp MODES C utf8 utf8-i18n sjis)
 
 # These bring functions of their own that stand in for some of the C and C++ library.
 kelcl_add_test(ops_collation_error MODES C C-i18n
