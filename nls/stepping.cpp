@@ -1,6 +1,8 @@
 // Stepping through the characters of multi-byte text: where the C library is asked.
 #include "nls/stepping.h"
 
+#include "string/known_start.h"
+
 #include <cstring>
 #include <langinfo.h>
 
@@ -66,12 +68,11 @@ std::size_t boundaryBefore(char const* text, std::size_t at, std::size_t lowest,
 
 std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps) {
     if (steps.isUtf8()) return startOfUtf8Character(text, at, steps);
-    std::size_t start = boundaryBefore(text, at, 0, steps);
-    for (;;) {
-        std::size_t const next = start + steps.length(text + start);
-        if (next > at) return start;
+    std::size_t start = boundaryBefore(text, at, KnownStart::atOrBefore(text, at), steps);
+    for (std::size_t next = start; next <= at; next += steps.length(text + next))
         start = next;
-    }
+    KnownStart::note(text, start);
+    return start;
 }
 
 std::size_t FallingStarts::searchStartOf(std::size_t offset) {

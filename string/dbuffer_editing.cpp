@@ -5,6 +5,7 @@
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
+#include "string/known_start.h"
 #include "string/length.h"
 #include "string/strip.h"
 
@@ -75,6 +76,7 @@ private:
 
 void findOccurrences(Positions& found, DBuffer const& text, char const* pattern, unsigned int patternLength,
                      unsigned int start, unsigned int maxCount) {
+    kelcl::KnownStart const known(text.contents());
     unsigned int position = text.indexOf(pattern, patternLength, start);
     while (position != 0) {
         found.add(position);

@@ -1,6 +1,7 @@
 // DString: substrings, counting and matching.
 #include "string/buffer_factory.h"
 #include "string/byte_search.h"
+#include "string/known_start.h"
 #include "string/wildcard.h"
 
 #include <kelcl/dstring.h>
@@ -9,9 +10,10 @@
 
 namespace {
 
-/// Counts what `find` finds from `startPos` on, searching again `step` bytes behind each match.
+/// Counts what `find` finds in `text` from `startPos` on, searching again `step` bytes behind each match.
 template <class Find>
-unsigned int countMatches(Find find, unsigned int startPos, unsigned int step) {
+unsigned int countMatches(char const* text, Find find, unsigned int startPos, unsigned int step) {
+    kelcl::KnownStart const known(text);
     unsigned int count = 0;
     for (unsigned int position = find(startPos); position != 0; position = find(position + step))
         ++count;
@@ -60,7 +62,8 @@ unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startP
         held.indexOf(counting, startPos);
         return counting.count();
     }
-    return countMatches([&](unsigned int from) { return held.indexOf(test, from); }, startPos, 1);
+    return countMatches(
+        held.text_, [&](unsigned int from) { return held.indexOf(test, from); }, startPos, 1);
 }
 
 unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
@@ -73,8 +76,9 @@ unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLen
                                              ? kelcl::countByte(rest, *pattern)
                                              : kelcl::countPattern(rest, {pattern, patternLength}));
     }
-    return countMatches([&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); },
-                        startPos, patternLength);
+    return countMatches(
+        text_, [&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); }, startPos,
+        patternLength);
 }
 
 bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const {

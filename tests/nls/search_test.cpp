@@ -717,4 +717,24 @@ TEST(WideOccurrences, OfATestAskItOnceForEachCharacter) {
     EXPECT_EQ(text.occurrencesOf(notTheLetter, 7), 0u) << "from behind the end";
 }
 
+// Where a walk from far in front would be needed to tell characters apart, searching on after each of many
+// matches must not begin that walk anew: this would take minutes.
+TEST(ManyMatches, AreFoundInTextWithoutAscii) {
+    SwitchAt const off(0);
+    constexpr unsigned int pairs = 100000;
+    string const two = mb::samples().two.bytes;
+    string const wide = mb::samples().wide.bytes;
+    ASSERT_NE(two, wide);
+    string text;
+    string changed;
+    for (unsigned int i = 0; i < pairs; ++i) {
+        text += two + wide;
+        changed += two + "x";
+    }
+    DString subject(text);
+    EXPECT_EQ(subject.occurrencesOf(wide), pairs);
+    subject.change(wide, "x");
+    EXPECT_TRUE(ops::contentsOf(subject) == changed);
+}
+
 } // namespace
