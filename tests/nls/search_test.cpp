@@ -721,20 +721,15 @@ TEST(WideOccurrences, OfATestAskItOnceForEachCharacter) {
 // matches must not begin that walk anew: this would take minutes.
 TEST(ManyMatches, AreFoundInTextWithoutAscii) {
     SwitchAt const off(0);
-    constexpr unsigned int pairs = 100000;
+    constexpr unsigned int count = 200000;
     string const two = mb::samples().two.bytes;
-    string const wide = mb::samples().wide.bytes;
-    ASSERT_NE(two, wide);
     string text;
-    string changed;
-    for (unsigned int i = 0; i < pairs; ++i) {
-        text += two + wide;
-        changed += two + "x";
-    }
+    for (unsigned int i = 0; i < count; ++i)
+        text += two;
     DString subject(text);
-    EXPECT_EQ(subject.occurrencesOf(wide), pairs);
-    subject.change(wide, "x");
-    EXPECT_TRUE(ops::contentsOf(subject) == changed);
+    EXPECT_EQ(subject.occurrencesOf(two), count);
+    subject.change(two, "x");
+    EXPECT_TRUE(ops::contentsOf(subject) == string(count, 'x'));
 }
 
 } // namespace
