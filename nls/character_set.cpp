@@ -47,6 +47,10 @@ constexpr int charactersInTurn = 32;
 } // namespace
 
 std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
+    if (goesByBytes_) {
+        std::size_t const found = findFirstIn(text.substr(from), single_);
+        return found == notFound ? notFound : from + found;
+    }
     RisingStarts starts(text.data(), from, steps);
     for (std::size_t at = from; at < text.size();) {
         std::size_t const found = findFirstIn(text.substr(at), first_);
@@ -66,6 +70,7 @@ std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, Buf
 }
 
 std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
+    if (goesByBytes_) return findLastIn(text.substr(0, end), single_);
     FallingStarts starts(text.data(), steps);
     for (;;) {
         std::size_t at = findLastIn(text.substr(0, end), first_);

@@ -1,5 +1,5 @@
-// Conversion between multi-byte and wide characters: runs of ASCII at once, UTF-8 directly where every C
-// library agrees, the C library otherwise. How failures are reported is in dnlsutil.cpp.
+// Conversion between multi-byte and wide characters as far as it is known without the C library: plain UTF-8,
+// and what the tables of other encodings hold. How failures are reported is in dnlsutil.cpp.
 #ifndef KELCL_NLS_CONVERSION_H
 #define KELCL_NLS_CONVERSION_H
 

@@ -49,9 +49,6 @@ public:
     kelcl::Encoding const& encoding() const { return values_.encoding(); }
 
     WideCharacter at(char const* p) {
-        if (encoding().isUtf8)
-            if (std::size_t const bytes = kelcl::plainUtf8Length(p, static_cast<std::size_t>(end_ - p)))
-                return {kelcl::plainUtf8Value(p, bytes), static_cast<unsigned int>(bytes)};
         wchar_t value = 0;
         auto const rest = static_cast<std::size_t>(end_ - p);
         auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at

@@ -180,10 +180,6 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
         return position(firstAtStart(textOf(*this), first - 1, steps,
                                      [set](std::string_view rest) { return kelcl::findByte(rest, *set); }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes()) {
-        std::size_t const found = kelcl::findFirstIn(textOf(*this).substr(first - 1), members.singleBytes());
-        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
-    }
     return position(members.findFirst(textOf(*this), first - 1, steps));
 }
 
@@ -255,7 +251,6 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
         return position(lastAtStart(
             head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes()) return position(kelcl::findLastIn(head, members.singleBytes()));
     return position(members.findLast(textOf(*this), last, steps));
 }
 

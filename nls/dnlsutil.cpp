@@ -160,8 +160,8 @@ unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
 int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state) {
     std::size_t const window = std::min<std::size_t>(n, MB_CUR_MAX);
     std::size_t const length = std::mbrtowc(pwc, s, window, state);
-    if (length == static_cast<std::size_t>(-1)) raiseBadSequence(invalidSequenceLine);
-    if (length == static_cast<std::size_t>(-2)) raiseBadSequence(incompleteSequenceLine);
+    if (length == kelcl::invalidSequence) raiseBadSequence(invalidSequenceLine);
+    if (length == kelcl::incompleteSequence) raiseBadSequence(incompleteSequenceLine);
     return length == 0 ? 1 : static_cast<int>(length);
 }
 

@@ -45,20 +45,6 @@ bool beginsLongerCharacter(char byte) {
     return std::mbrlen(&byte, 1, &state) == incompleteSequence;
 }
 
-namespace {
-
-std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {
-    if (!isContinuation(text[at])) return at;
-    for (std::size_t back = 1; back < BufferSteps::longestCharacter && back <= at; ++back) {
-        std::size_t const lead = at - back;
-        if (isContinuation(text[lead])) continue;
-        return steps.length(text + lead) > back ? lead : at;
-    }
-    return at;
-}
-
-} // namespace
-
 std::size_t boundaryBefore(char const* text, std::size_t at, std::size_t lowest, BufferSteps const& steps) {
     if (steps.standsAlone(text[at])) return at;
     while (at > lowest && !steps.endsCharacter(text[at - 1]))
@@ -75,8 +61,7 @@ std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& step
     return start;
 }
 
-std::size_t FallingStarts::searchStartOf(std::size_t offset) {
-    if (steps_.isUtf8()) return startOfUtf8Character(text_, offset, steps_);
+std::size_t FallingStarts::startByWalk(std::size_t offset) {
     while (!starts_.empty() && starts_.back() > offset)
         starts_.pop_back();
     if (starts_.empty())

@@ -22,7 +22,8 @@ struct Encoding {
     EncodingTable const* table;
 
     static Encoding current();
-    /// Whether a byte below 0x80 that begins a character is all of it without asking the library.
+    /// Whether most characters are told without asking the library, and each byte below 0x80 that begins a
+    /// character is all of it.
     bool isKnown() const { return isUtf8 || table != nullptr; }
 };
 
@@ -139,6 +140,17 @@ private:
 /// Whether the byte is an incomplete sequence by itself.
 bool beginsLongerCharacter(char byte);
 
+/// The same as startOfCharacter for UTF-8, which can be read backwards.
+inline std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {
+    if (!isContinuation(text[at])) return at;
+    for (std::size_t back = 1; back < BufferSteps::longestCharacter && back <= at; ++back) {
+        std::size_t const lead = at - back;
+        if (isContinuation(text[lead])) continue;
+        return steps.length(text + lead) > back ? lead : at;
+    }
+    return at;
+}
+
 /// The first byte of the character that contains the byte at offset `at`, as a walk from the front by the
 /// buffer's rule finds it. Looks back only to a byte that ends a character.
 std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps);
@@ -175,18 +187,11 @@ public:
 
     /// The first byte of the character that contains the byte at `offset`.
     std::size_t startOf(std::size_t offset) {
-        if (steps_.isUtf8()) {
-            if (!isContinuation(text_[offset])) return offset;
-            std::size_t lead = offset;
-            while (lead > 0 && offset - lead < 3 && isContinuation(text_[lead]))
-                --lead;
-            if (plainUtf8Length(text_ + lead, BufferSteps::longestCharacter) > offset - lead) return lead;
-        }
-        return searchStartOf(offset);
+        return steps_.isUtf8() ? startOfUtf8Character(text_, offset, steps_) : startByWalk(offset);
     }
 
 private:
-    std::size_t searchStartOf(std::size_t offset);
+    std::size_t startByWalk(std::size_t offset);
 
     char const* text_;
     BufferSteps& steps_;
