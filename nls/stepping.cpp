@@ -3,14 +3,18 @@
 
 #include "string/known_start.h"
 
-#include <cstring>
 #include <langinfo.h>
 
 namespace kelcl {
 
 namespace {
 
-bool isUtf8(char const* codeset) { return std::strcmp(codeset, "UTF-8") == 0; }
+/// Each operation asks this, so that a call of the C library for it would be felt.
+bool isUtf8(char const* codeset) {
+    for (char const expected : "UTF-8")
+        if (*codeset++ != expected) return false;
+    return true;
+}
 
 } // namespace
 
