@@ -21,16 +21,21 @@ std::uint64_t keyOf(char const* character, std::size_t length) {
 CharacterSet::CharacterSet(char const* characters, std::size_t n, Encoding const& encoding) {
     BufferSteps steps(encoding);
     for (std::size_t at = 0; at < n;) {
-        unsigned int const length = steps.lengthWithin(characters + at, n - at);
-        first_.insert(characters[at]);
-        last_.insert(characters[at + length - 1]);
-        if (length == 1)
-            single_.insert(characters[at]);
-        else
-            long_.push_back(keyOf(characters + at, length));
-        goesByBytes_ = goesByBytes_ && length == 1 && steps.standsAlone(characters[at]);
-        at += length;
+        std::string_view const character(characters + at, steps.lengthWithin(characters + at, n - at));
+        first_.insert(character.front());
+        last_.insert(character.back());
+        if (character.size() == 1) {
+            single_.insert(character.front());
+            hasSingles_ = true;
+            singlesStandAlone_ = singlesStandAlone_ && steps.standsAlone(character.front());
+        } else {
+            if (long_.empty()) long_.reserve(std::min((n - at) / 2, commonSize));
+            if (long_.size() < patterns_.size()) patterns_[long_.size()] = character;
+            long_.push_back(keyOf(character.data(), character.size()));
+        }
+        at += character.size();
     }
+    goesByBytes_ = long_.empty() && singlesStandAlone_;
     std::sort(long_.begin(), long_.end());
 }
 
@@ -46,11 +51,7 @@ constexpr int charactersInTurn = 32;
 
 } // namespace
 
-std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
-    if (goesByBytes_) {
-        std::size_t const found = findFirstIn(text.substr(from), single_);
-        return found == notFound ? notFound : from + found;
-    }
+std::size_t CharacterSet::walkToFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
     RisingStarts starts(text.data(), from, steps);
     for (std::size_t at = from; at < text.size();) {
         std::size_t const found = findFirstIn(text.substr(at), first_);
@@ -69,8 +70,7 @@ std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, Buf
     return notFound;
 }
 
-std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
-    if (goesByBytes_) return findLastIn(text.substr(0, end), single_);
+std::size_t CharacterSet::walkToLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
     FallingStarts starts(text.data(), steps);
     for (;;) {
         std::size_t at = findLastIn(text.substr(0, end), first_);
@@ -84,6 +84,70 @@ std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, Buffe
             at = starts.startOf(at - 1);
         }
     }
+}
+
+namespace {
+
+/// How far to look for one member before it is another one's turn, first and from one time to the next: none
+/// is looked for much beyond the place where another one stands.
+constexpr std::size_t firstStretch = 64;
+constexpr std::size_t growth = 4;
+
+} // namespace
+
+/// The first place from `from` on where the bytes of a member stand.
+std::size_t CharacterSet::firstMatch(std::string_view text, std::size_t from) const {
+    for (std::size_t stretch = firstStretch; from < text.size(); from += stretch, stretch *= growth) {
+        std::size_t first = stretch;
+        if (hasSingles_) first = std::min(first, findFirstIn(text.substr(from, first), single_));
+        for (std::size_t i = 0; i < long_.size(); ++i) {
+            std::string_view const pattern = patterns_[i];
+            first = std::min(first, findPattern(text.substr(from, first + pattern.size() - 1), pattern));
+        }
+        if (first != stretch) return from + first;
+    }
+    return notFound;
+}
+
+/// The last place before `end` where the bytes of a member stand.
+std::size_t CharacterSet::lastMatch(std::string_view text, std::size_t end) const {
+    for (std::size_t stretch = firstStretch; end > 0; stretch *= growth) {
+        std::size_t const begin = end - std::min(stretch, end);
+        std::size_t from = begin; // behind the last one that was found
+        std::size_t found = hasSingles_ ? findLastIn(text.substr(from, end - from), single_) : notFound;
+        if (found != notFound) from += found + 1;
+        for (std::size_t i = 0; i < long_.size(); ++i) {
+            std::string_view const pattern = patterns_[i];
+            found = findLastPattern(text.substr(from, end - from + pattern.size() - 1), pattern);
+            if (found != notFound) from += found + 1;
+        }
+        if (from != begin) return from - 1;
+        end = begin;
+    }
+    return notFound;
+}
+
+std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
+    if (goesByBytes_) {
+        std::size_t const found = findFirstIn(text.substr(from), single_);
+        return found == notFound ? notFound : from + found;
+    }
+    if (!goesByPatterns()) return walkToFirst(text, from, steps);
+    RisingStarts starts(text.data(), from, steps);
+    std::size_t at = firstMatch(text, from);
+    while (at != notFound && !starts.isStart(at))
+        at = firstMatch(text, at + 1);
+    return at;
+}
+
+std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
+    if (goesByBytes_) return findLastIn(text.substr(0, end), single_);
+    if (!goesByPatterns()) return walkToLast(text, end, steps);
+    FallingStarts starts(text.data(), steps);
+    std::size_t at = lastMatch(text, end);
+    while (at != notFound && starts.startOf(at) != at)
+        at = lastMatch(text, at);
+    return at;
 }
 
 } // namespace kelcl

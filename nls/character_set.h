@@ -5,8 +5,10 @@
 #include "nls/stepping.h"
 #include "string/byte_set.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -14,7 +16,8 @@ namespace kelcl {
 
 class CharacterSet {
 public:
-    /// The characters of the counted string by the buffer's rule; bytes behind it are never read.
+    /// The characters of the counted string by the buffer's rule; bytes behind it are never read. It must
+    /// stay as long as the set.
     CharacterSet(char const* characters, std::size_t n, Encoding const& encoding);
 
     bool contains(char const* character, std::size_t length) const {
@@ -36,11 +39,26 @@ public:
 private:
     bool containsLong(char const* character, std::size_t length) const;
 
+    /// Whether members are looked for as byte patterns, which is worth it for a few.
+    bool goesByPatterns() const { return long_.size() <= patterns_.size() && singlesStandAlone_; }
+    std::size_t firstMatch(std::string_view text, std::size_t from) const;
+    std::size_t lastMatch(std::string_view text, std::size_t end) const;
+    std::size_t walkToFirst(std::string_view text, std::size_t from, BufferSteps& steps) const;
+    std::size_t walkToLast(std::string_view text, std::size_t end, BufferSteps& steps) const;
+
+    static constexpr std::size_t mostPatterns = 4;
+    static constexpr std::size_t commonSize = 32;
+
     ByteSet single_;
     ByteSet first_;
     ByteSet last_; // together they tell most other characters apart
     bool goesByBytes_ = true;
-    std::vector<std::uint64_t> long_; // sorted; each a character's bytes and its length
+    bool hasSingles_ = false;
+    bool singlesStandAlone_ = true;
+    std::array<std::string_view, mostPatterns> patterns_; ///< The first longer members.
+    std::array<std::uint64_t, commonSize> room_;
+    std::pmr::monotonic_buffer_resource memory_{room_.data(), sizeof room_};
+    std::pmr::vector<std::uint64_t> long_{&memory_}; ///< Sorted; each a character's bytes and its length.
 };
 
 } // namespace kelcl

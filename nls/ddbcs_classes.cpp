@@ -89,31 +89,39 @@ std::size_t skipMembers(std::string_view text, std::size_t at, kelcl::ByteSet co
     return at + std::min(kelcl::findFirstNotIn(skipped, ownValues), skipped.size());
 }
 
-/// Whether all characters are of a class.
-bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(int), DBuffer const& buffer) {
-    if (buffer.length == 0) return false;
-    std::string_view const text(buffer.contents(), buffer.length);
-    WideWalk walk(buffer);
+/// Whether `isMember` is true of all characters from `at` on.
+template <class IsMember>
+bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& ascii, WideWalk& walk,
+                IsMember isMember) {
     kelcl::ByteSet const& ownValues = kelcl::bytesOfTheirOwnValue(walk.encoding());
-    std::size_t at = skipMembers(text, 0, ascii.ascii, ownValues);
-    if (at == text.size()) return true;
-    auto const ask = [wide](int value) { return wide(value) != 0; };
-    kelcl::Remembered<bool, decltype(ask)> isMember(ask);
-    do {
+    while (at < text.size()) {
         wchar_t values[256];
         std::size_t const most = std::min(text.size() - at, std::size(values));
         kelcl::Stretch const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
         for (std::size_t i = 0; i < known.characters; ++i)
-            if (!isMember.of(values[i])) return false;
+            if (!isMember(values[i])) return false;
         at += known.bytes;
         if (known.bytes == 0) {
             WideCharacter const character = walk.at(text.data() + at);
-            if (!isMember.of(character.value)) return false;
+            if (!isMember(character.value)) return false;
             at += character.bytes;
         }
-        at = skipMembers(text, at, ascii.ascii, ownValues);
-    } while (at < text.size());
+        at = skipMembers(text, at, ascii, ownValues);
+    }
     return true;
+}
+
+/// Whether all characters are of a class; `wide` as in isInClass.
+bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(std::wint_t), DBuffer const& buffer) {
+    if (buffer.length == 0) return false;
+    std::string_view const text(buffer.contents(), buffer.length);
+    WideWalk walk(buffer);
+    std::size_t const at = skipMembers(text, 0, ascii.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
+    if (at == text.size()) return true;
+    auto const ask = [&ascii, wide](int value) { return isInClass(value, ascii, wide) != 0; };
+    return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
+        return areMembers(text, at, ascii.ascii, walk, isMember);
+    });
 }
 
 bool isDoubleWidth(WideCharacter const& character) {
@@ -130,18 +138,18 @@ unsigned int DDBCSBuffer::windexOfAnyBut(DStringTest const& test, unsigned int s
     return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
 }
 
-bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, tql_iswalnum, *this); }
-bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, tql_iswalpha, *this); }
+bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, std::iswalnum, *this); }
+bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, std::iswalpha, *this); }
 bool DDBCSBuffer::isASCII() const { return DBuffer::isASCII(); }
-bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, tql_iswcntrl, *this); }
-bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, tql_iswdigit, *this); }
-bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, tql_iswgraph, *this); }
-bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, tql_iswxdigit, *this); }
-bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, tql_iswlower, *this); }
-bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, tql_iswprint, *this); }
-bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, tql_iswpunct, *this); }
-bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, tql_iswupper, *this); }
-bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, tql_iswspace, *this); }
+bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, std::iswcntrl, *this); }
+bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, nullptr, *this); }
+bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, std::iswgraph, *this); }
+bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, nullptr, *this); }
+bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, std::iswlower, *this); }
+bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, std::iswprint, *this); }
+bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, std::iswpunct, *this); }
+bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, std::iswupper, *this); }
+bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, std::iswspace, *this); }
 
 bool DDBCSBuffer::isMBCS() const {
     WideWalk walk(*this);

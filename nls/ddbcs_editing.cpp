@@ -6,6 +6,7 @@
 #include "nls/remembered.h"
 #include "nls/stepping.h"
 #include "nls/translation.h"
+#include "string/buffer_factory.h"
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/length.h"
@@ -19,7 +20,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwctype>
+#include <iterator>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -51,41 +54,73 @@ DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide
 
 // Case
 
-DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
-    if (buffer.length == 0) return shared(buffer);
-    DWBuffer const wide(buffer.contents(), buffer.length);
-    auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    kelcl::Remembered<wchar_t, decltype(ask)> mapped(ask);
-    std::transform(wide.wide, wide.wide + wide.length, wide.wide,
-                   [&mapped](wchar_t c) { return mapped.of(c); });
-    return narrowed(buffer, wide.wide, wide.length);
+/// Plain UTF-8 text with each character mapped in its place. Null when the text is not plain, or a character
+/// becomes one of another length.
+template <class Mapped>
+DBuffer* mapInPlaces(DBuffer const& buffer, Mapped mapped) {
+    kelcl::OwnedBuffer result(kelcl::allocateLike(buffer, buffer.length));
+    for (std::size_t at = 0; at < buffer.length;) {
+        wchar_t values[256];
+        std::size_t const most = std::min(buffer.length - at, std::size(values));
+        kelcl::Stretch const from = kelcl::widenUtf8(values, buffer.contents() + at, most);
+        if (from.bytes == 0) return nullptr;
+        std::transform(values, values + from.characters, values, mapped);
+        kelcl::Stretch const to =
+            kelcl::narrowUtf8(result->contents() + at, from.bytes, values, from.characters);
+        if (to.bytes != from.bytes || to.characters != from.characters) return nullptr;
+        at += from.bytes;
+    }
+    return result.release();
 }
 
-/// Turns the single-byte letters of `letters` into those of the other case, which `copy` does where bytes
-/// below 0x80 stand alone, and `change` for one letter.
-template <class Change>
-DBuffer* mapBytes(DBuffer& buffer, char const* letters, void (*copy)(char*, char const*, std::size_t),
-                  Change change) {
-    unsigned int const first = buffer.indexOfAnyOf(letters, 26, 1);
-    if (first == 0) return shared(buffer);
+DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
+    if (buffer.length == 0) return shared(buffer);
+    auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
+    return kelcl::withAnswers<wchar_t>(buffer.length, ask, [&buffer](auto mapped) {
+        if (kelcl::isUtf8Locale())
+            if (DBuffer* const result = mapInPlaces(buffer, mapped)) return result;
+        DWBuffer const wide(buffer.contents(), buffer.length);
+        std::transform(wide.wide, wide.wide + wide.length, wide.wide, mapped);
+        return narrowed(buffer, wide.wide, wide.length);
+    });
+}
+
+/// Where the letters of one case are among the bytes of a text, and how they get the other case.
+struct OtherCase {
+    std::string_view letters;
+    std::size_t (*find)(std::string_view);
+    void (*copy)(char*, char const*, std::size_t);
+};
+
+/// The offset of the first character that is one of the letters. A class that a host derived has a say in it.
+std::size_t firstLetter(DBuffer const& buffer, OtherCase const& other, kelcl::BufferSteps& steps) {
+    if (kelcl::isOfLibraryClass(buffer))
+        return kelcl::firstAtStart({buffer.contents(), buffer.length}, 0, steps, other.find);
+    unsigned int const first =
+        buffer.indexOfAnyOf(other.letters.data(), static_cast<unsigned int>(other.letters.size()), 1);
+    return first == 0 ? kelcl::notFound : first - 1;
+}
+
+/// Changes the single-byte letters.
+DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
+    kelcl::BufferSteps steps;
+    std::size_t const first = firstLetter(buffer, other, steps);
+    if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
         buffer.refs < 2 ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
-    kelcl::BufferSteps steps;
     if (steps.standsAlone('z')) {
-        copy(text + first - 1, text + first - 1, result->length - (first - 1));
+        other.copy(text + first, text + first, result->length - first);
         return result;
     }
-    for (std::size_t at = first - 1; at < result->length;) {
+    for (std::size_t at = first; at < result->length;) {
         unsigned int const bytes = steps.length(text + at);
-        if (bytes == 1) text[at] = change(text[at]);
+        if (bytes == 1 && text[at] >= other.letters.front() && text[at] <= other.letters.back())
+            text[at] = static_cast<char>(text[at] ^ ' '); // the bit that tells the cases apart
         at += bytes;
     }
     return result;
 }
-
-char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
-char toLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 // Strip
 
@@ -259,12 +294,12 @@ DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padChara
 
 DBuffer* DDBCSBuffer::upperCase() {
     if (isWideMode()) return mapWide(*this, std::towupper);
-    return mapBytes(*this, "abcdefghijklmnopqrstuvwxyz", kelcl::copyUpperCase, toUpper);
+    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", kelcl::findLowerCase, kelcl::copyUpperCase});
 }
 
 DBuffer* DDBCSBuffer::lowerCase() {
     if (isWideMode()) return mapWide(*this, std::towlower);
-    return mapBytes(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ", kelcl::copyLowerCase, toLower);
+    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", kelcl::findUpperCase, kelcl::copyLowerCase});
 }
 
 DBuffer* DDBCSBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,

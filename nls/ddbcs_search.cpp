@@ -52,28 +52,6 @@ std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSt
     }
 }
 
-/// The first (last) place from `from` on (back) at which `find` finds something at a character start.
-template <class Find>
-std::size_t firstAtStart(std::string_view text, std::size_t from, kelcl::BufferSteps& steps, Find find) {
-    kelcl::RisingStarts starts(text.data(), from, steps);
-    for (std::size_t at = from;; ++at) {
-        std::size_t const found = find(text.substr(at));
-        if (found == notFound) return notFound;
-        at += found;
-        if (starts.isStart(at)) return at;
-    }
-}
-template <class Find>
-std::size_t lastAtStart(std::string_view head, std::size_t matchLength, kelcl::BufferSteps& steps,
-                        Find find) {
-    kelcl::FallingStarts starts(head.data(), steps);
-    for (;;) {
-        std::size_t const found = find(head);
-        if (found == notFound || starts.startOf(found) == found) return found;
-        head = head.substr(0, found + matchLength - 1);
-    }
-}
-
 /// Tests the characters of a text as wide values, by character number.
 template <class Numbers>
 unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
@@ -115,7 +93,7 @@ bool isWideMode() { return DString::fgI18NState == 1; }
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
     if (first == 0) return 0;
-    while (first <= length && charType(first) >= 2)
+    while (first > 1 && first <= length && charType(first) >= 2)
         ++first;
     return first <= length ? first : 0;
 }
@@ -163,7 +141,7 @@ unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLengt
     if (first == 0 || patternLength == 0 || patternLength > length - first + 1) return 0;
     kelcl::BufferSteps steps;
     std::string_view const wanted(pattern, patternLength);
-    return position(firstAtStart(textOf(*this), first - 1, steps, [wanted](std::string_view rest) {
+    return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [wanted](std::string_view rest) {
         return kelcl::findPattern(rest, wanted);
     }));
 }
@@ -177,8 +155,9 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
     if (first == 0 || setLength == 0 || first > length) return 0;
     kelcl::BufferSteps steps;
     if (setLength == 1) // any character that begins with the byte
-        return position(firstAtStart(textOf(*this), first - 1, steps,
-                                     [set](std::string_view rest) { return kelcl::findByte(rest, *set); }));
+        return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [set](std::string_view rest) {
+            return kelcl::findByte(rest, *set);
+        }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     return position(members.findFirst(textOf(*this), first - 1, steps));
 }
@@ -231,7 +210,7 @@ unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternL
     kelcl::BufferSteps steps;
     std::string_view const head = textOf(*this).substr(0, last - 1 + patternLength);
     std::string_view const wanted(pattern, patternLength);
-    return position(lastAtStart(head, patternLength, steps, [wanted](std::string_view text) {
+    return position(kelcl::lastAtStart(head, patternLength, steps, [wanted](std::string_view text) {
         return wanted.size() == 1 ? kelcl::findLastByte(text, wanted.front())
                                   : kelcl::findLastPattern(text, wanted);
     }));
@@ -248,7 +227,7 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
     kelcl::BufferSteps steps;
     std::string_view const head = textOf(*this).substr(0, last);
     if (setLength == 1)
-        return position(lastAtStart(
+        return position(kelcl::lastAtStart(
             head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     return position(members.findLast(textOf(*this), last, steps));

@@ -32,6 +32,16 @@ private:
     std::array<Place, 256> places_{};
 };
 
+/// Calls `use(of)`, where `of(value)` is the answer, remembered if a text of `n` bytes makes that worth its
+/// start.
+template <class Answer, class Ask, class Use>
+auto withAnswers(std::size_t n, Ask ask, Use use) {
+    constexpr std::size_t worthRemembering = 256;
+    if (n < worthRemembering) return use(ask);
+    Remembered<Answer, Ask> answers(ask);
+    return use([&answers](int value) { return answers.of(value); });
+}
+
 } // namespace kelcl
 
 #endif

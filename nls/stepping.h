@@ -6,10 +6,12 @@
 
 #include "nls/encoding_table.h"
 #include "nls/utf8.h"
+#include "string/byte_search.h"
 
 #include <cstddef>
 #include <cstdlib>
 #include <cwchar>
+#include <string_view>
 #include <vector>
 
 namespace kelcl {
@@ -179,6 +181,18 @@ private:
     BufferSteps& steps_;
 };
 
+/// The first place from the character start `from` on at which `find` finds something at a character start.
+template <class Find>
+std::size_t firstAtStart(std::string_view text, std::size_t from, BufferSteps& steps, Find find) {
+    RisingStarts starts(text.data(), from, steps);
+    for (std::size_t at = from;; ++at) {
+        std::size_t const found = find(text.substr(at));
+        if (found == notFound) return notFound;
+        at += found;
+        if (starts.isStart(at)) return at;
+    }
+}
+
 /// Tells character starts to a search that asks for falling offsets. Where the encoding cannot be read
 /// backwards it walks each stretch forwards once and remembers the starts in it.
 class FallingStarts {
@@ -197,6 +211,17 @@ private:
     BufferSteps& steps_;
     std::vector<std::size_t> starts_; // rising; those of the stretch that was walked last
 };
+
+/// The last place in a text at which `find` finds something of `matchLength` bytes at a character start.
+template <class Find>
+std::size_t lastAtStart(std::string_view head, std::size_t matchLength, BufferSteps& steps, Find find) {
+    FallingStarts starts(head.data(), steps);
+    for (;;) {
+        std::size_t const found = find(head);
+        if (found == notFound || starts.startOf(found) == found) return found;
+        head = head.substr(0, found + matchLength - 1);
+    }
+}
 
 } // namespace kelcl
 
