@@ -337,12 +337,24 @@ private:
                 return taken(made, out);
             });
         } else {
-            add("upperCase", "ASCII loop", [&text](string* out) {
-                string made(text);
-                for (char& c : made)
-                    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-                return taken(made, out);
-            });
+            // Only where no letter can be part of a longer character, bytes may be taken one by one.
+            if (isUtf8())
+                add("upperCase", "ASCII loop", [&text](string* out) {
+                    string made(text);
+                    for (char& c : made)
+                        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+                    return taken(made, out);
+                });
+            else
+                add("upperCase", "mbrlen", [&text](string* out) {
+                    string made(text);
+                    eachByMbrlen(text, [&made](std::size_t at, std::size_t bytes) {
+                        char& c = made[at];
+                        if (bytes == 1 && c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+                        return true;
+                    });
+                    return taken(made, out);
+                });
         }
 #if KELCL_BENCH_GLIB
         if (isUtf8()) {
