@@ -364,6 +364,47 @@ TEST(MultiByteSet, MembersAreWholeCharacters) {
     });
 }
 
+/// What lies between the members in the tests below: single bytes, other characters, and characters whose
+/// bytes next to each other look like a member, where the locale has them.
+std::vector<string> fillers(string const& member) {
+    string other = member;
+    other.back() = static_cast<char>(other.back() + 8);
+    std::vector<string> result{"x", other, "x" + other};
+    string const turned(member.rbegin(), member.rend());
+    if (turned != member && mb::charactersOf(turned).size() == 1) result.push_back(turned);
+    return result;
+}
+
+TEST(MultiByteSet, OfFewOrManyMembersIsFoundWhereverOneStands) {
+    string const base = mb::samples().wide.bytes;
+    std::vector<string> members;
+    string set = "#";
+    for (char i = 0; i < 6; ++i) {
+        members.push_back(base);
+        members.back().back() = static_cast<char>(base.back() + i);
+        set += members.back();
+        ASSERT_EQ(mb::charactersOf(members.back()).size(), 1U);
+        for (string const& filler : fillers(base))
+            for (unsigned int const before :
+                 {0, 1, 2, 9, 15, 16, 20, 21, 22, 31, 32, 33, 63, 64, 85, 86, 320, 1000}) {
+                string text;
+                for (unsigned int n = 0; n < before; ++n)
+                    text += filler;
+                unsigned int const position = mb::lengthOf(text) + 1;
+                text += members.back();
+                for (unsigned int n = 0; n < 1000 - before; ++n)
+                    text += filler;
+                Owned const owned = mb::buffer(text);
+                EXPECT_EQ(indexOfAnyOf(owned, set, 1), position) << before << mb::hex(filler);
+                EXPECT_EQ(indexOfAnyOf(owned, set, position), position);
+                EXPECT_EQ(indexOfAnyOf(owned, set, position + 1), 0U);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, most), position) << before << mb::hex(filler);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, position), position);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, position - 1), 0U);
+            }
+    }
+}
+
 TEST(MultiByteSet, CharacterIsOneMemberWhateverItsBytes) {
     forEachSandwich([](Sandwich const& text) {
         // A set of one character of several bytes is a set of more than one byte.
