@@ -112,6 +112,14 @@ std::size_t count(std::string_view text, Matcher matcher) {
 }
 
 template <class Matcher>
+std::uint64_t maskOfStart(std::string_view text, Matcher matcher) {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < text.size() && i < 64; ++i)
+        mask |= std::uint64_t{matcher.matches(text[i])} << i;
+    return mask;
+}
+
+template <class Matcher>
 std::size_t countRuns(std::string_view text, Matcher matcher) {
     std::size_t result = 0;
     bool inside = false;
@@ -261,6 +269,15 @@ KELCL_AVX2 std::size_t count(std::string_view text, Matcher matcher) {
 }
 
 template <class Matcher>
+KELCL_AVX2 std::uint64_t maskOfStart(std::string_view text, Matcher matcher) {
+    char const* const bytes = text.data();
+    std::size_t const n = text.size();
+    if (n >= 64) return maskOf64(bytes, matcher);
+    if (n < 32) return maskOfFewer(bytes, n, matcher);
+    return maskOf32(bytes, matcher) | std::uint64_t{maskOfFewer(bytes + 32, n - 32, matcher)} << 32U;
+}
+
+template <class Matcher>
 KELCL_AVX2 std::size_t countRuns(std::string_view text, Matcher matcher) {
     std::size_t result = 0;
     std::size_t i = 0;
@@ -305,6 +322,14 @@ std::size_t count(std::string_view text, Matcher matcher) {
     if (processorHasAvx2()) return avx2::count(text, matcher);
 #endif
     return portable::count(text, matcher);
+}
+
+template <class Matcher>
+std::uint64_t maskOfStart(std::string_view text, Matcher matcher) {
+#if KELCL_AVX2_KERNELS
+    if (processorHasAvx2()) return avx2::maskOfStart(text, matcher);
+#endif
+    return portable::maskOfStart(text, matcher);
 }
 
 template <class Matcher>

@@ -22,4 +22,10 @@ std::size_t countRunsNotIn(std::string_view text, ByteSet const& set) {
     return countRuns(text, Not{InSet{set}});
 }
 
+std::size_t countIn(std::string_view text, ByteSet const& set) { return count(text, InSet{set}); }
+
+std::uint64_t maskOfStartNotIn(std::string_view text, ByteSet const& set) {
+    return maskOfStart(text, Not{InSet{set}});
+}
+
 } // namespace kelcl

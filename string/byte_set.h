@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace kelcl {
@@ -66,6 +67,13 @@ std::size_t findLastNotIn(std::string_view text, ByteSet const& set);
 
 /// How many runs of bytes outside of the set the text has: for wordSeparators, its number of words.
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set);
+
+/// How many bytes are in the set.
+std::size_t countIn(std::string_view text, ByteSet const& set);
+
+/// One bit for each of the first 64 bytes, or for fewer, the first one lowest: whether it is outside of the
+/// set.
+std::uint64_t maskOfStartNotIn(std::string_view text, ByteSet const& set);
 
 } // namespace kelcl
 

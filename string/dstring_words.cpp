@@ -1,13 +1,13 @@
 // DString: words. They are found with the buffer's virtual searches, which keep characters whole.
 #include "string/buffer_factory.h"
+#include "string/byte_runs.h"
 #include "string/dstring_edit.h"
 #include "string/length.h"
 #include "string/word_separators.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -17,65 +17,47 @@ struct Word {
     unsigned int length = 0;
 };
 
-/// Walks the words of a buffer in text order.
+/// Walks the words of a buffer in text order. No separator is part of a multi-byte character in any encoding,
+/// so where the searches are the library's own the bytes tell the same.
 class Words {
 public:
     explicit Words(DBuffer const& text, unsigned int start = 1)
-        : text_(text), goesByBytes_(kelcl::isOfLibraryClass(text)), next_(start) {}
+        : text_(text), runs_({}, kelcl::wordSeparators), next_(start) {
+        if (!kelcl::isOfLibraryClass(text)) return;
+        goesByBytes_ = true;
+        // The start may lie within a character, which only the search can tell.
+        unsigned int const first = startBySearch();
+        if (first == 0) return;
+        runs_ = {std::string_view(text.contents() + first - 1, text.length - (first - 1)),
+                 kelcl::wordSeparators};
+    }
 
     /// The next word; one at position 0 when there are no more.
-    Word next() {
-        unsigned int const position = start();
+    Word next() { return goesByBytes_ ? nextByBytes() : nextBySearch(); }
+
+private:
+    Word nextByBytes() {
+        std::string_view const run = runs_.next();
+        if (run.empty()) return {};
+        return {static_cast<unsigned int>(run.data() - text_.contents()) + 1,
+                static_cast<unsigned int>(run.size())};
+    }
+
+    Word nextBySearch() {
+        unsigned int const position = startBySearch();
         if (position == 0) return {};
+        next_ = text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
         unsigned int const behind = next_ != 0 ? next_ : text_.length + 1;
         return {position, behind - position};
     }
-
-    /// Where the next word starts, for callers that do not need its end; 0 when there are no more.
-    unsigned int start() {
-        if (next_ == 0) return 0;
-        bool const isAtSeparator = std::exchange(hasFoundOne_, true); // at first, perhaps within a character
-        unsigned int const position = goesByBytes_ && isAtSeparator ? startByBytes() : startBySearch();
-        next_ = position == 0 ? 0 : goesByBytes_ ? endByBytes(position) : endBySearch(position);
-        return position;
-    }
-
-private:
     unsigned int startBySearch() const {
-        return text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
-    }
-    unsigned int endBySearch(unsigned int position) const {
-        return text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
-    }
-
-    // No separator is part of a multi-byte character in any encoding, so where the searches are the library's
-    // own the bytes tell the same. Most words and gaps are short.
-
-    /// From a separator on.
-    unsigned int startByBytes() const {
-        std::string_view const bytes(text_.contents(), text_.length);
-        std::size_t at = next_ - 1;
-        while (at < bytes.size() && kelcl::isSeparator(bytes[at]))
-            ++at;
-        return at < bytes.size() ? static_cast<unsigned int>(at) + 1 : 0;
-    }
-    unsigned int endByBytes(unsigned int position) const {
-        constexpr std::size_t shortWord = 16;
-        std::string_view const rest(text_.contents() + position - 1, text_.length - (position - 1));
-        std::size_t at = 0;
-        std::size_t const stop = std::min(rest.size(), shortWord);
-        while (at < stop && !kelcl::isSeparator(rest[at]))
-            ++at;
-        if (at == stop)
-            at += std::min(kelcl::findFirstIn(rest.substr(at), kelcl::wordSeparators), rest.size() - at);
-        return at < rest.size() ? position + static_cast<unsigned int>(at) : 0;
+        return next_ == 0 ? 0 : text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
     }
 
     DBuffer const& text_;
-    bool goesByBytes_;
-    bool hasFoundOne_ = false;
-    unsigned int
-        next_; ///< Where to search on: the separator behind the last word found, 0 at the end of the text.
+    bool goesByBytes_ = false;
+    kelcl::RunsNotIn runs_;
+    unsigned int next_; ///< Where to search on: the separator behind the last word found, 0 at the end.
 };
 
 std::vector<Word> wordList(DBuffer const& text) {
@@ -114,7 +96,7 @@ unsigned int DString::numWords() const {
         return static_cast<unsigned int>(kelcl::countRunsNotIn(*this, kelcl::wordSeparators));
     unsigned int count = 0;
     Words words(*buffer());
-    while (words.start() != 0)
+    while (words.next().position != 0)
         ++count;
     return count;
 }
@@ -150,14 +132,35 @@ DString& DString::removeWords(unsigned int first, unsigned int count) {
     return behind != 0 ? remove(start, behind - start) : remove(start);
 }
 
+namespace {
+
+/// Bytes of the words behind the first one, each with a gap of `n` in front.
+unsigned int lengthBehindFirst(DBuffer const& text, Word first, unsigned int n) {
+    unsigned int total = 0;
+    Words words(text, first.position + first.length);
+    for (Word word = words.next(); word.position != 0; word = words.next())
+        total = kelcl::lengthSum(total, kelcl::lengthSum(n, word.length));
+    return total;
+}
+
+/// The same where words are told by bytes.
+unsigned int lengthBehindFirst(std::string_view behind, unsigned int n) {
+    std::uint64_t const gaps = kelcl::countRunsNotIn(behind, kelcl::wordSeparators);
+    std::uint64_t const bytes = behind.size() - kelcl::countIn(behind, kelcl::wordSeparators);
+    if (bytes + gaps * n >= kelcl::unboundedLength) kelcl::raiseLengthOverflow();
+    return static_cast<unsigned int>(bytes + gaps * n);
+}
+
+} // namespace
+
 DString& DString::space(unsigned int n, char c) {
     if (isEmpty()) return *this;
-    Words measured(*buffer());
-    Word const first = measured.next();
+    Word const first = findWord(*buffer(), 1);
     if (first.position == 0) return *this = DString();
-    unsigned int behindFirst = 0;
-    for (Word word = measured.next(); word.position != 0; word = measured.next())
-        behindFirst = kelcl::lengthSum(behindFirst, kelcl::lengthSum(n, word.length));
+    unsigned int const from = first.position + first.length;
+    unsigned int const behindFirst = kelcl::isOfLibraryClass(*buffer())
+                                         ? lengthBehindFirst(std::string_view(*this).substr(from - 1), n)
+                                         : lengthBehindFirst(*buffer(), first, n);
 
     return edit<During::heldAlive>([=](DBuffer& text) {
         DBuffer* const joined = text.newBuffer(text.contents() + first.position - 1, first.length, nullptr,

@@ -1,25 +1,44 @@
 // Sets of bytes and the searches with them against plain ones.
 
 #include "kernels_texts.h"
+#include "string/byte_runs.h"
 #include "string/byte_set.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <vector>
 
 namespace {
 
 using namespace kernels_test;
 using kelcl::ByteSet;
 
-std::size_t plainRuns(std::string_view text, std::string_view members) {
-    std::size_t result = 0;
+std::vector<std::string_view> plainRuns(std::string_view text, std::string_view members) {
+    std::vector<std::string_view> result;
     for (std::size_t at = text.find_first_not_of(members); at != std::string_view::npos;
          at = text.find_first_not_of(members, at)) {
-        ++result;
-        at = std::min(text.find_first_of(members, at), text.size());
+        std::size_t const end = std::min(text.find_first_of(members, at), text.size());
+        result.push_back(text.substr(at, end - at));
+        at = end;
     }
     return result;
+}
+
+std::vector<std::string_view> walkedRuns(std::string_view text, ByteSet const& set) {
+    std::vector<std::string_view> result;
+    kelcl::RunsNotIn runs(text, set);
+    for (std::string_view run = runs.next(); !run.empty(); run = runs.next())
+        result.push_back(run);
+    return result;
+}
+
+std::uint64_t plainMaskNotIn(std::string_view text, std::string_view members) {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < text.size() && i < 64; ++i)
+        if (members.find(text[i]) == std::string_view::npos) mask |= std::uint64_t{1} << i;
+    return mask;
 }
 
 void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
@@ -28,7 +47,17 @@ void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
     ASSERT_EQ(kelcl::findFirstNotIn(text, set), text.find_first_not_of(members));
     ASSERT_EQ(kelcl::findLastIn(text, set), text.find_last_of(members));
     ASSERT_EQ(kelcl::findLastNotIn(text, set), text.find_last_not_of(members));
-    ASSERT_EQ(kelcl::countRunsNotIn(text, set), plainRuns(text, members));
+    ASSERT_EQ(kelcl::maskOfStartNotIn(text, set), plainMaskNotIn(text, members));
+    ASSERT_EQ(kelcl::countIn(text, set),
+              static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [&](char c) {
+                  return members.find(c) != std::string_view::npos;
+              })));
+    std::vector<std::string_view> const runs = plainRuns(text, members);
+    ASSERT_EQ(kelcl::countRunsNotIn(text, set), runs.size());
+    std::vector<std::string_view> const walked = walkedRuns(text, set);
+    ASSERT_EQ(walked, runs);
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        ASSERT_EQ(walked[i].data(), runs[i].data());
 }
 
 TEST(ByteSet, HoldsExactlyItsMembers) {

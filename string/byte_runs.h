@@ -1,0 +1,49 @@
+// The walk through the runs of bytes outside of a set, 64 bytes at a time.
+#ifndef KELCL_STRING_BYTE_RUNS_H
+#define KELCL_STRING_BYTE_RUNS_H
+
+#include "string/byte_set.h"
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kelcl {
+
+class RunsNotIn {
+public:
+    /// The set must stay as long as the walk.
+    RunsNotIn(std::string_view text, ByteSet const& set) : text_(text), set_(&set) {}
+
+    /// The next run from left to right; an empty one when there are no more.
+    std::string_view next() {
+        std::size_t const begin = nextEdge();
+        return text_.substr(begin, nextEdge() - begin);
+    }
+
+private:
+    /// Where a run begins or ends next, in turn; the end of the text when nowhere.
+    std::size_t nextEdge() {
+        constexpr std::size_t blockSize = 64;
+        for (; edges_ == 0; seen_ += blockSize) {
+            if (seen_ >= text_.size()) return text_.size();
+            std::uint64_t const mask = maskOfStartNotIn(text_.substr(seen_), *set_);
+            edges_ = mask ^ (mask << 1U | inside_);
+            inside_ = mask >> (blockSize - 1);
+        }
+        std::size_t const edge = seen_ - blockSize + static_cast<std::size_t>(std::countr_zero(edges_));
+        edges_ &= edges_ - 1;
+        return edge;
+    }
+
+    std::string_view text_;
+    ByteSet const* set_;
+    std::size_t seen_ = 0;
+    std::uint64_t edges_ = 0;  ///< In the last 64 bytes seen, those that are still to come.
+    std::uint64_t inside_ = 0; ///< Whether the last byte seen is part of a run.
+};
+
+} // namespace kelcl
+
+#endif
