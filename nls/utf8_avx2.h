@@ -264,8 +264,7 @@ KELCL_AVX2_INLINE void widenBlock(wchar_t* out, char const* text, Block const& b
                  std::make_index_sequence<blockSize / windowSize>());
 }
 
-/// Widens the first `count` characters of a block and the next one, at least those of the first window.
-/// Writes nothing too much.
+/// Widens the first `count` characters of a block and the next one. Writes nothing too much.
 KELCL_AVX2 inline void widenExactly(wchar_t* out, Block const& block, Block const& next, std::size_t count) {
     alignas(blockSize) char text[3 * blockSize] = {};
     _mm256_store_si256(reinterpret_cast<__m256i*>(text), block.bytes);
