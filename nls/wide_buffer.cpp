@@ -6,7 +6,9 @@
 #include <kelcl/dstring.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cstddef>
+#include <cwchar>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -55,8 +57,37 @@ private:
     std::vector<wchar_t> sorted_;
 };
 
-bool matchesAt(DWBuffer const& text, unsigned int position, DWBuffer const& pattern) {
-    return std::wcsncmp(text.wide + position - 1, pattern.wide, pattern.length) == 0;
+/// How much of a pattern is compared: up to a NUL, with it.
+std::size_t comparedLength(DWBuffer const& pattern) {
+    wchar_t const* const nul = std::wmemchr(pattern.wide, L'\0', pattern.length);
+    return nul != nullptr ? static_cast<std::size_t>(nul - pattern.wide) + 1 : pattern.length;
+}
+
+/// For each length of a pattern's front but 0, how long a shorter front is that also ends it.
+template <class Pattern>
+std::vector<std::size_t> bordersOf(Pattern pattern, std::size_t m) {
+    std::vector<std::size_t> borders(m);
+    for (std::size_t i = 1, matched = 0; i < m; ++i) {
+        while (matched > 0 && pattern[i] != pattern[matched])
+            matched = borders[matched - 1];
+        if (pattern[i] == pattern[matched]) ++matched;
+        borders[i] = matched;
+    }
+    return borders;
+}
+
+/// The offset at which a pattern stands first among `n` characters, else `n`. Both may be read backwards.
+/// Linear in both (Knuth, Morris and Pratt).
+template <class Text, class Pattern>
+std::size_t findLinear(Text text, std::size_t n, Pattern pattern, std::size_t m) {
+    std::vector<std::size_t> const borders = bordersOf(pattern, m);
+    for (std::size_t i = 0, matched = 0; i < n; ++i) {
+        while (matched > 0 && text[i] != pattern[matched])
+            matched = borders[matched - 1];
+        if (text[i] == pattern[matched]) ++matched;
+        if (matched == m) return i + 1 - m;
+    }
+    return n;
 }
 
 } // namespace
@@ -75,9 +106,11 @@ DWBuffer::~DWBuffer() { delete[] wide; }
 
 unsigned int DWBuffer::positionOf(DWBuffer const& pattern, unsigned int start) const {
     if (start == 0 || start > length || pattern.length == 0) return 0;
-    for (unsigned int position = start; pattern.length <= length - position + 1; ++position)
-        if (matchesAt(*this, position, pattern)) return position;
-    return 0;
+    if (pattern.length > length - start + 1) return 0;
+    std::size_t const compared = comparedLength(pattern);
+    std::size_t const n = length - pattern.length - (start - 1) + compared;
+    std::size_t const found = findLinear(wide + start - 1, n, pattern.wide, compared);
+    return found == n ? 0 : start + static_cast<unsigned int>(found);
 }
 
 unsigned int DWBuffer::positionOfAnyOf(DWBuffer const& set, unsigned int start) const {
@@ -92,9 +125,13 @@ unsigned int DWBuffer::positionOfAnyBut(DWBuffer const& set, unsigned int start)
 
 unsigned int DWBuffer::lastPositionOf(DWBuffer const& pattern, unsigned int start) const {
     if (pattern.length == 0 || pattern.length > length) return 0;
-    for (unsigned int position = std::min(start, length - pattern.length + 1); position > 0; --position)
-        if (matchesAt(*this, position, pattern)) return position;
-    return 0;
+    unsigned int const last = std::min(start, length - pattern.length + 1);
+    if (last == 0) return 0;
+    std::size_t const compared = comparedLength(pattern);
+    std::size_t const n = last - 1 + compared;
+    std::size_t const found = findLinear(std::make_reverse_iterator(wide + n), n,
+                                         std::make_reverse_iterator(pattern.wide + compared), compared);
+    return found == n ? 0 : last - static_cast<unsigned int>(found);
 }
 
 unsigned int DWBuffer::lastPositionOfAnyOf(DWBuffer const& set, unsigned int start) const {

@@ -99,10 +99,12 @@ public:
     wchar_t* wide;       ///< The characters; in general without a NUL behind them.
     unsigned int length; ///< How many there are.
 
+    /// What stands behind a NUL of the pattern must fit, but is not compared.
     unsigned int positionOf(DWBuffer const& pattern, unsigned int start) const;
     unsigned int positionOfAnyOf(DWBuffer const& set, unsigned int start) const;
     /// With an empty set the start itself.
     unsigned int positionOfAnyBut(DWBuffer const& set, unsigned int start) const;
+    /// What stands behind a NUL of the pattern must fit, but is not compared.
     unsigned int lastPositionOf(DWBuffer const& pattern, unsigned int start) const;
     unsigned int lastPositionOfAnyOf(DWBuffer const& set, unsigned int start) const;
     /// With an empty set the smaller of the start and the length.

@@ -2,6 +2,7 @@
 // national-language switch changes what a test sees.
 #include "tests/nls/mb_support.h"
 
+#include <kelcl/dnlsutil.h>
 #include <kelcl/dstring.h>
 
 #include <string>
@@ -771,6 +772,18 @@ TEST(ManyMatches, AreFoundInTextWithoutAscii) {
     EXPECT_EQ(subject.occurrencesOf(two), count);
     subject.change(two, "x");
     EXPECT_TRUE(ops::contentsOf(subject) == string(count, 'x'));
+}
+
+TEST(WidePattern, IsFoundInTextFullOfAlmostMatches) {
+    constexpr unsigned int half = 200000;
+    string const text(2 * half, 'a');
+    DWBuffer const wide((text + "b").data(), 2 * half + 1);
+    DWBuffer const ended((text.substr(half) + "b").data(), half + 1);
+    DWBuffer const begun(("b" + text.substr(half)).data(), half + 1);
+    EXPECT_EQ(wide.positionOf(ended, 1), half + 1);
+    EXPECT_EQ(wide.positionOf(begun, 1), 0U);
+    EXPECT_EQ(wide.lastPositionOf(ended, 2 * half), half + 1);
+    EXPECT_EQ(wide.lastPositionOf(begun, 2 * half), 0U);
 }
 
 } // namespace
