@@ -7,19 +7,6 @@
 
 namespace kelcl {
 
-namespace {
-
-/// Each operation asks this, so that a call of the C library for it would be felt.
-bool isUtf8(char const* codeset) {
-    for (char const expected : "UTF-8")
-        if (*codeset++ != expected) return false;
-    return true;
-}
-
-} // namespace
-
-bool isUtf8Locale() { return isUtf8(nl_langinfo(CODESET)); }
-
 Encoding Encoding::current() {
     char const* const codeset = nl_langinfo(CODESET);
     if (kelcl::isUtf8(codeset)) return {true, nullptr};

@@ -7,6 +7,7 @@
 #include "nls/encoding_table.h"
 #include "nls/utf8.h"
 #include "string/byte_search.h"
+#include "string/locale_encoding.h"
 
 #include <cstddef>
 #include <cstdlib>
@@ -28,15 +29,6 @@ struct Encoding {
     /// character is all of it.
     bool isKnown() const { return isUtf8 || table != nullptr; }
 };
-
-/// Whether the current locale's encoding is UTF-8.
-bool isUtf8Locale();
-
-/// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
-/// multi-byte encoding of the C library, whose trail bytes begin there.
-inline bool standsAlone(char byte, bool isUtf8) {
-    return static_cast<unsigned char>(byte) < (isUtf8 ? 0x80 : 0x30);
-}
 
 /// The rule of the multi-byte buffer: a character has the length that the C library gives for at most six
 /// bytes, and at least one: a NUL, an invalid byte and an incomplete sequence are one byte each. The state is

@@ -2,15 +2,13 @@
 #include "string/buffer_factory.h"
 
 #include "string/buffer_block.h"
+#include "string/locale_encoding.h"
 
 #include <kelcl/ddbcsbuffer.h>
 
-#include <cstdlib>
 #include <typeinfo>
 
 namespace kelcl {
-
-bool isMultiByteLocale() { return MB_CUR_MAX >= 2; }
 
 DBuffer* makeBuffer(unsigned int length) {
     if (isMultiByteLocale()) return construct<DDBCSBuffer>(length);
@@ -21,6 +19,14 @@ bool isPlain(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); 
 
 bool isOfLibraryClass(DBuffer const& buffer) {
     return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+bool goesByBytes(DBuffer const& buffer, char first) {
+    if (isPlain(buffer)) return true;
+    if (!isOfLibraryClass(buffer)) return false;
+    constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
+    return standsAlone(first, false) ||
+           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
 }
 
 bool growsInPlace(DBuffer const& buffer) {

@@ -25,6 +25,8 @@ std::size_t findLastByteOtherThan(std::string_view text, char byte) {
 
 std::size_t countByte(std::string_view text, char byte) { return count(text, EqualTo{byte}); }
 
+std::uint64_t maskOfStart(std::string_view text, char byte) { return maskOfStart(text, EqualTo{byte}); }
+
 bool isAscii(std::string_view text) { return findFirst(text, NotAscii{}) == notFound; }
 
 } // namespace kelcl

@@ -5,6 +5,7 @@
 #define KELCL_STRING_BYTE_SEARCH_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace kelcl {
@@ -30,6 +31,9 @@ std::size_t countByte(std::string_view text, char byte);
 
 /// How often `pattern`, which must not be empty, occurs from left to right without overlapping itself.
 std::size_t countPattern(std::string_view text, std::string_view pattern);
+
+/// One bit for each of the first 64 bytes, or for fewer, the first one lowest: whether it is `byte`.
+std::uint64_t maskOfStart(std::string_view text, char byte);
 
 /// Whether no byte exceeds 127; true for the empty text.
 bool isAscii(std::string_view text);

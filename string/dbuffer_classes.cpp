@@ -1,4 +1,5 @@
 // DBuffer: whole-text character classes. What the classes contain is told in character_classes.
+#include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/character_classes.h"
 
@@ -7,7 +8,10 @@
 namespace {
 
 bool consistsOf(kelcl::CharacterClass const& characterClass, DBuffer const& text) {
-    return text.length != 0 && text.indexOfAnyBut(DStringTest(characterClass.test), 1) == 0;
+    if (text.length == 0) return false;
+    if (kelcl::isPlain(text))
+        return kelcl::findFirstNotIn({text.contents(), text.length}, characterClass) == kelcl::notFound;
+    return text.indexOfAnyBut(DStringTest(characterClass.test), 1) == 0; // a host's own class has a say in it
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
+#include "string/byte_walk.h"
 #include "string/known_start.h"
 #include "string/length.h"
 #include "string/strip.h"
@@ -74,8 +75,34 @@ private:
     std::pmr::vector<unsigned int> positions_{&arena_};
 };
 
+/// For a text whose searches are those of the kernels.
+void findInBytes(Positions& found, std::string_view text, std::string_view pattern, unsigned int start,
+                 unsigned int maxCount) {
+    unsigned int const first = std::max(start, 1U);
+    if (first > text.size()) return;
+    std::string_view const rest = text.substr(first - 1);
+    auto const add = [&found, first](std::size_t offset) {
+        found.add(first + static_cast<unsigned int>(offset));
+    };
+    if (pattern.size() == 1) {
+        kelcl::OccurrencesOf walk(pattern.front(), rest);
+        for (std::size_t at = walk.next(); at != kelcl::notFound && found.count() < maxCount;
+             at = walk.next())
+            add(at);
+        return;
+    }
+    for (std::size_t at = 0; found.count() < maxCount; at += pattern.size()) {
+        std::size_t const next = kelcl::findPattern(rest.substr(at), pattern);
+        if (next == kelcl::notFound) return;
+        at += next;
+        add(at);
+    }
+}
+
 void findOccurrences(Positions& found, DBuffer const& text, char const* pattern, unsigned int patternLength,
                      unsigned int start, unsigned int maxCount) {
+    if (patternLength != 0 && kelcl::goesByBytes(text, *pattern))
+        return findInBytes(found, textOf(text), {pattern, patternLength}, start, maxCount);
     kelcl::KnownStart const known(text.contents());
     unsigned int position = text.indexOf(pattern, patternLength, start);
     while (position != 0) {
@@ -113,25 +140,42 @@ unsigned int changedLength(unsigned int length, unsigned int count, unsigned int
     return kelcl::lengthSum(length, difference * count);
 }
 
+/// Writes a text piece by piece.
+class Writer {
+public:
+    explicit Writer(DBuffer& result) : out_(result.contents()), end_(out_ + result.length) {}
+
+    /// From where the piece begins `readable` bytes may be read.
+    void write(std::string_view piece, std::size_t readable) {
+        // Most pieces are short: what is copied too much, the next ones overwrite.
+        constexpr std::size_t atOnce = 16;
+        if (piece.size() <= atOnce && readable >= atOnce && end_ - out_ >= std::ptrdiff_t{atOnce})
+            std::memcpy(out_, piece.data(), atOnce);
+        else if (!piece.empty())
+            std::memcpy(out_, piece.data(), piece.size());
+        out_ += piece.size();
+    }
+
+private:
+    char* out_;
+    char* end_;
+};
+
 DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int patternLength,
                            std::string_view replacement) {
     unsigned int const newLength = changedLength(buffer.length, found.count(), patternLength,
                                                  static_cast<unsigned int>(replacement.size()));
     if (newLength == 0) return sharedEmpty(buffer);
     DBuffer* const result = kelcl::allocateLike(buffer, newLength);
-    char* out = result->contents();
-    char const* in = buffer.contents();
-    auto const copy = [&out](char const* bytes, std::size_t n) {
-        std::memcpy(out, bytes, n);
-        out += n;
-    };
+    Writer writer(*result);
+    std::string_view rest = textOf(buffer);
     for (unsigned int const position : found) {
-        char const* const occurrence = buffer.contents() + position - 1;
-        copy(in, static_cast<std::size_t>(occurrence - in));
-        if (!replacement.empty()) copy(replacement.data(), replacement.size());
-        in = occurrence + patternLength;
+        auto const kept = static_cast<std::size_t>(buffer.contents() + position - 1 - rest.data());
+        writer.write(rest.substr(0, kept), rest.size());
+        writer.write(replacement, replacement.size());
+        rest.remove_prefix(kept + patternLength);
     }
-    copy(in, static_cast<std::size_t>(buffer.contents() + buffer.length - in));
+    writer.write(rest, rest.size());
     return result;
 }
 

@@ -6,6 +6,7 @@
 
 #include <kelcl/dstring.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace {
@@ -68,9 +69,9 @@ unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startP
 
 unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
                                     unsigned int startPos) const {
-    if (patternLength != 0 && kelcl::isPlain(*buffer())) {
-        unsigned int const first = buffer()->startSearch(startPos, patternLength);
-        if (first == 0) return 0;
+    if (patternLength != 0 && kelcl::goesByBytes(*buffer(), *pattern)) {
+        unsigned int const first = std::max(startPos, 1U);
+        if (first > length()) return 0;
         std::string_view const rest = std::string_view(*this).substr(first - 1);
         return static_cast<unsigned int>(patternLength == 1
                                              ? kelcl::countByte(rest, *pattern)

@@ -1,6 +1,6 @@
 // DString: words. They are found with the buffer's virtual searches, which keep characters whole.
 #include "string/buffer_factory.h"
-#include "string/byte_runs.h"
+#include "string/byte_walk.h"
 #include "string/dstring_edit.h"
 #include "string/length.h"
 #include "string/word_separators.h"

@@ -2,6 +2,7 @@
 
 #include "kernels_texts.h"
 #include "string/byte_search.h"
+#include "string/byte_walk.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +22,11 @@ void expectByteSearchesAsPlain(std::string_view text, char byte) {
     ASSERT_EQ(kelcl::findLastByteOtherThan(text, byte), text.find_last_not_of(byte));
     ASSERT_EQ(kelcl::countByte(text, byte),
               static_cast<std::size_t>(std::count(text.begin(), text.end(), byte)));
+    kelcl::OccurrencesOf occurrences(byte, text);
+    for (std::size_t at = text.find(byte); at != notFound; at = text.find(byte, at + 1))
+        ASSERT_EQ(occurrences.next(), at);
+    ASSERT_EQ(occurrences.next(), notFound);
+    ASSERT_EQ(occurrences.next(), notFound) << "again";
 }
 
 TEST(ByteSearch, FindsTheSingleHitAtEveryOffsetOfEveryLength) {

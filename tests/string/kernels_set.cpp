@@ -1,8 +1,8 @@
 // Sets of bytes and the searches with them against plain ones.
 
 #include "kernels_texts.h"
-#include "string/byte_runs.h"
 #include "string/byte_set.h"
+#include "string/byte_walk.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,9 @@
-// The walk through the runs of bytes outside of a set, 64 bytes at a time.
-#ifndef KELCL_STRING_BYTE_RUNS_H
-#define KELCL_STRING_BYTE_RUNS_H
+// Walks from one thing to the next in a text, 64 bytes at a time, for texts where they are dense: runs of
+// bytes outside of a set, and occurrences of a byte.
+#ifndef KELCL_STRING_BYTE_WALK_H
+#define KELCL_STRING_BYTE_WALK_H
 
+#include "string/byte_search.h"
 #include "string/byte_set.h"
 
 #include <bit>
@@ -42,6 +44,29 @@ private:
     std::size_t seen_ = 0;
     std::uint64_t edges_ = 0;  ///< In the last 64 bytes seen, those that are still to come.
     std::uint64_t inside_ = 0; ///< Whether the last byte seen is part of a run.
+};
+
+class OccurrencesOf {
+public:
+    OccurrencesOf(char byte, std::string_view text) : text_(text), byte_(byte) {}
+
+    /// The offset of the next occurrence from left to right, or notFound.
+    std::size_t next() {
+        constexpr std::size_t blockSize = 64;
+        for (; found_ == 0; seen_ += blockSize) {
+            if (seen_ >= text_.size()) return notFound;
+            found_ = maskOfStart(text_.substr(seen_), byte_);
+        }
+        std::size_t const offset = seen_ - blockSize + static_cast<std::size_t>(std::countr_zero(found_));
+        found_ &= found_ - 1;
+        return offset;
+    }
+
+private:
+    std::string_view text_;
+    char byte_;
+    std::size_t seen_ = 0;
+    std::uint64_t found_ = 0; ///< In the last 64 bytes seen, those that are still to come.
 };
 
 } // namespace kelcl
