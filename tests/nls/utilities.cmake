@@ -8,7 +8,10 @@ if(NOT KELCL_SANITIZERS)
     kelcl_add_internal_test(nls_four_bytes SOURCES ${CMAKE_CURRENT_LIST_DIR}/four_bytes_test.cpp MODES utf8 gb18030)
 endif()
 
-kelcl_add_test(nls_utilities SOURCES ${CMAKE_CURRENT_LIST_DIR}/utilities_test.cpp MODES ALL)
+set(utilities_tests positions conversion pieces bytes wide_buffer)
+list(TRANSFORM utilities_tests PREPEND ${CMAKE_CURRENT_LIST_DIR}/utilities_)
+list(TRANSFORM utilities_tests APPEND _test.cpp)
+kelcl_add_test(nls_utilities SOURCES ${utilities_tests} MODES ALL)
 kelcl_add_test(nls_core SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_test.cpp MODES ALL)
 if(KELCL_SANITIZERS)
     # These walk so many texts in so many locales that optimising them pays even there.
