@@ -339,6 +339,31 @@ public:
     bool isValidMBCS() const override { return false; }
 };
 
+/// A class of a host that finds no character of a set in front of its third byte.
+class LateBuffer : public DDBCSBuffer {
+public:
+    using DDBCSBuffer::DDBCSBuffer;
+    unsigned int indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const override {
+        return DDBCSBuffer::indexOfAnyOf(set, setLength, std::max(start, 3U));
+    }
+};
+
+TEST(CaseMapping, BeginsWhereTheSearchOfASubclassFindsTheFirstLetter) {
+    mb::SwitchAt const off(0);
+    alignas(std::max_align_t) char storage[sizeof(LateBuffer) + 64];
+    auto* const text = ::new (storage) LateBuffer(5);
+    std::memcpy(text->contents(), "ab-cd", 5);
+    EXPECT_EQ(text->upperCase(), text);
+    EXPECT_EQ(std::string(text->contents(), text->length), "ab-CD");
+    --text->refs; // that of the result, so that the next edit is in place too
+    EXPECT_EQ(text->lowerCase(), text);
+    EXPECT_EQ(std::string(text->contents(), text->length), "ab-cd");
+    --text->refs;
+    std::memcpy(text->contents(), "Ab-12", 5);
+    EXPECT_EQ(text->lowerCase(), text);
+    EXPECT_EQ(std::string(text->contents(), text->length), "Ab-12");
+}
+
 TEST(Kinds, FollowTheTestsThatASubclassOverrides) {
     alignas(std::max_align_t) char storage[sizeof(ContraryBuffer) + 32];
     auto* const empty = ::new (storage) ContraryBuffer(0);

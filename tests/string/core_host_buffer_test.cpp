@@ -39,6 +39,13 @@ TEST(HostBuffers, HaveTheirWordsCountedThroughTheirOwnSearches) {
     EXPECT_EQ(DString(makeIn<HostBuffer>(" \t\n ", 64)).numWords(), 0U);
 }
 
+TEST(HostBuffers, HaveTheirWordsSpacedAsTheirOwnSearchesFindThem) {
+    DString text(makeIn<HostBuffer>("  a bc\t\n d ", 64));
+    EXPECT_EQ(std::string(text.space(2, '-')), "a--bc--d");
+    DString blank(makeIn<HostBuffer>(" \t\n ", 64));
+    EXPECT_TRUE(blank.space().isEmpty());
+}
+
 TEST(HostBuffers, AreClassifiedThroughTheirOwnSearches) {
     EXPECT_TRUE(Owned(makeIn<HostBuffer>("1209", 64))->isDigits());
     EXPECT_FALSE(Owned(makeIn<HostBuffer>("12a9", 64))->isDigits());
