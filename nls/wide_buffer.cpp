@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cwchar>
-#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -68,23 +67,23 @@ template <class Pattern>
 std::vector<std::size_t> bordersOf(Pattern pattern, std::size_t m) {
     std::vector<std::size_t> borders(m);
     for (std::size_t i = 1, matched = 0; i < m; ++i) {
-        while (matched > 0 && pattern[i] != pattern[matched])
+        while (matched > 0 && pattern(i) != pattern(matched))
             matched = borders[matched - 1];
-        if (pattern[i] == pattern[matched]) ++matched;
+        if (pattern(i) == pattern(matched)) ++matched;
         borders[i] = matched;
     }
     return borders;
 }
 
-/// The offset at which a pattern stands first among `n` characters, else `n`. Both may be read backwards.
-/// Linear in both (Knuth, Morris and Pratt).
+/// The offset at which a pattern stands first among `n` characters, else `n`. `text(i)` and `pattern(i)` are
+/// the characters of the two, which may be read backwards. Linear in both (Knuth, Morris and Pratt).
 template <class Text, class Pattern>
 std::size_t findLinear(Text text, std::size_t n, Pattern pattern, std::size_t m) {
     std::vector<std::size_t> const borders = bordersOf(pattern, m);
     for (std::size_t i = 0, matched = 0; i < n; ++i) {
-        while (matched > 0 && text[i] != pattern[matched])
+        while (matched > 0 && text(i) != pattern(matched))
             matched = borders[matched - 1];
-        if (text[i] == pattern[matched]) ++matched;
+        if (text(i) == pattern(matched)) ++matched;
         if (matched == m) return i + 1 - m;
     }
     return n;
@@ -109,7 +108,8 @@ unsigned int DWBuffer::positionOf(DWBuffer const& pattern, unsigned int start) c
     if (pattern.length > length - start + 1) return 0;
     std::size_t const compared = comparedLength(pattern);
     std::size_t const n = length - pattern.length - (start - 1) + compared;
-    std::size_t const found = findLinear(wide + start - 1, n, pattern.wide, compared);
+    std::size_t const found = findLinear([text = wide + start - 1](std::size_t i) { return text[i]; }, n,
+                                         [&pattern](std::size_t i) { return pattern.wide[i]; }, compared);
     return found == n ? 0 : start + static_cast<unsigned int>(found);
 }
 
@@ -129,8 +129,9 @@ unsigned int DWBuffer::lastPositionOf(DWBuffer const& pattern, unsigned int star
     if (last == 0) return 0;
     std::size_t const compared = comparedLength(pattern);
     std::size_t const n = last - 1 + compared;
-    std::size_t const found = findLinear(std::make_reverse_iterator(wide + n), n,
-                                         std::make_reverse_iterator(pattern.wide + compared), compared);
+    std::size_t const found =
+        findLinear([text = wide + n - 1](std::size_t i) { return *(text - i); }, n,
+                   [end = pattern.wide + compared - 1](std::size_t i) { return *(end - i); }, compared);
     return found == n ? 0 : last - static_cast<unsigned int>(found);
 }
 
