@@ -387,7 +387,7 @@ TEST(MultiByteSet, OfFewOrManyMembersIsFoundWhereverOneStands) {
         ASSERT_EQ(mb::charactersOf(members.back()).size(), 1U);
         for (string const& filler : fillers(base))
             for (unsigned int const before :
-                 {0, 1, 2, 9, 15, 16, 20, 21, 22, 31, 32, 33, 63, 64, 85, 86, 320, 1000}) {
+                 {0U, 1U, 2U, 9U, 15U, 16U, 20U, 21U, 22U, 31U, 32U, 33U, 63U, 64U, 85U, 86U, 320U, 1000U}) {
                 string text;
                 for (unsigned int n = 0; n < before; ++n)
                     text += filler;
