@@ -4,6 +4,12 @@ set(kernel_tests kernels_decimal kernels_digits kernels_edit kernels_search kern
 list(TRANSFORM kernel_tests PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 list(TRANSFORM kernel_tests APPEND .cpp)
 
+if(KELCL_SANITIZERS)
+    # Their plain models do so much that optimising them pays even there.
+    set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/kernels_wildcard.cpp ${CMAKE_CURRENT_LIST_DIR}/kernels_decimal.cpp
+        PROPERTIES COMPILE_OPTIONS -O1)
+endif()
+
 kelcl_add_internal_test(kernels SOURCES ${kernel_tests} TIMEOUT 1200) # long only where lines are counted
 
 get_property(kernel_sources GLOBAL PROPERTY kelcl_kernel_sources)
