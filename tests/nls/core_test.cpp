@@ -330,6 +330,18 @@ TEST(Kinds, AreThoseOfTheCharacters) {
     });
 }
 
+TEST(CaseMapping, OfALongTextTakesCharactersWhoseOtherCaseIsLonger) {
+    if (!mb::isUtf8()) return;
+    mb::SwitchAt const on(1);
+    for (std::size_t const before : {0U, 1U, 84U, 85U, 86U, 255U, 256U, 1000U}) {
+        std::string text;
+        for (std::size_t i = 0; i < before; ++i)
+            text += "\xE3\x81\x82";
+        ops::Owned const owned = buffer(text + "\xC9\x90z");                                // U+0250
+        EXPECT_EQ(ops::Owned(owned->upperCase()).text(), text + "\xE2\xB1\xAFZ") << before; // U+2C6F
+    }
+}
+
 /// A class of a host that overrides the three tests that the others are made of.
 class ContraryBuffer : public DDBCSBuffer {
 public:

@@ -164,6 +164,16 @@ TEST(Boundaries, AreNeverPartOfALongerCharacter) {
     }).run();
 }
 
+TEST(Leads, OfUtf8StandNowhereButAtTheBeginningOfACharacter) {
+    if (!mb::isUtf8()) return;
+    Differences differences;
+    Sequences([&](std::string const& text) {
+        std::size_t const length = modelOfBufferStep(text.c_str(), text.size() + 1);
+        for (std::size_t i = 1; i < length; ++i)
+            if (static_cast<unsigned char>(text[i]) >= 0xC0) differences.add(hex(text));
+    }).run();
+}
+
 std::vector<std::size_t> startsOf(std::string const& text) {
     std::vector<std::size_t> starts;
     for (mb::Character const& character : mb::charactersOf(text))
