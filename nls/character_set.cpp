@@ -35,7 +35,6 @@ CharacterSet::CharacterSet(char const* characters, std::size_t n, Encoding const
         }
         at += character.size();
     }
-    goesByBytes_ = long_.empty() && singlesStandAlone_;
     std::sort(long_.begin(), long_.end());
 }
 
@@ -128,7 +127,7 @@ std::size_t CharacterSet::lastMatch(std::string_view text, std::size_t end) cons
 }
 
 std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
-    if (goesByBytes_) {
+    if (goesByBytes()) {
         std::size_t const found = findFirstIn(text.substr(from), single_);
         return found == notFound ? notFound : from + found;
     }
@@ -141,7 +140,7 @@ std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, Buf
 }
 
 std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
-    if (goesByBytes_) return findLastIn(text.substr(0, end), single_);
+    if (goesByBytes()) return findLastIn(text.substr(0, end), single_);
     if (!goesByPatterns()) return walkToLast(text, end, steps);
     FallingStarts starts(text.data(), steps);
     std::size_t at = lastMatch(text, end);

@@ -34,7 +34,7 @@ public:
     ByteSet const& singleBytes() const { return single_; }
     /// Whether all members are single bytes that can never be part of a longer character, so that a search
     /// may go by bytes.
-    bool goesByBytes() const { return goesByBytes_; }
+    bool goesByBytes() const { return long_.empty() && singlesStandAlone_; }
 
 private:
     bool containsLong(char const* character, std::size_t length) const;
@@ -52,7 +52,6 @@ private:
     ByteSet single_;
     ByteSet first_;
     ByteSet last_; // together they tell most other characters apart
-    bool goesByBytes_ = true;
     bool hasSingles_ = false;
     bool singlesStandAlone_ = true;
     std::array<std::string_view, mostPatterns> patterns_; ///< The first longer members.
