@@ -120,12 +120,12 @@ usr)
     # Under /usr the catalogs must be where the C library looks without NLSPATH. Its own list of places is in its file; here
     # each of them is taken below a scratch root.
     compile_with_pkg_config "$consumer/main.cpp" "$work/usr_consumer"
-    rm -rf "$work/root"
-    DESTDIR=$work/root "$cmake" --install "$build" --prefix /usr >"$work/usr.log"
+    rm -rf "$work/staged"
+    DESTDIR=$work/staged "$cmake" --install "$build" --prefix /usr >"$work/usr.log"
     libc=$(ldd "$work/usr_consumer" | sed -n 's/.* => \(.*\/libc\.so\.[0-9]*\) .*/\1/p')
     places=$(tr '\0' '\n' <"$libc" | sed -n '/^\/usr\/share\/locale\/%L\/%N:/{p;q}')
     [ -n "$places" ] || fail "$libc does not say where it looks for message catalogs"
-    below_root=$(printf '%s' "$places" | sed "s,^/,$work/root/,; s,:/,:$work/root/,g")
+    below_root=$(printf '%s' "$places" | sed "s,^/,$work/staged/,; s,:/,:$work/staged/,g")
     for language in de es fr ja en; do
         expect $language $language "$below_root" "$work/usr_consumer"
         expect $language "${language}_XX.UTF-8" "$below_root" "$work/usr_consumer"
@@ -133,7 +133,7 @@ usr)
     for lang in '' C POSIX C.UTF-8; do
         expect en "$lang" "$below_root" "$work/usr_consumer"
     done
-    find "$work/root/usr/share/gdb/auto-load/usr" -name 'libkelcl.so.3.10.1-gdb.py' | grep . ||
+    find "$work/staged/usr/share/gdb/auto-load/usr" -name 'libkelcl.so.3.10.1-gdb.py' | grep . ||
         fail "the printers are not where gdb looks for those of a library under /usr"
     ;;
 *)
