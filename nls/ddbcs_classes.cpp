@@ -9,30 +9,30 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <cwctype>
 #include <iterator>
 #include <string_view>
 
 namespace {
 
-int isInClass(int c, kelcl::CharacterClass const& ascii, int (*wide)(std::wint_t)) {
-    if (c >= 0 && c <= 127) return ascii.ascii.contains(static_cast<char>(c)) ? 1 : 0;
-    return wide != nullptr && wide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
+/// Whether a wide value is in a class: 1 or 0.
+int isInClass(int c, kelcl::CharacterClass const& members) {
+    if (c >= 0 && c <= 127) return members.ascii.contains(static_cast<char>(c)) ? 1 : 0;
+    return members.ofWide != nullptr && members.ofWide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
 }
 
 } // namespace
 
-int tql_iswalnum(int c) { return isInClass(c, kelcl::alphanumeric, std::iswalnum); }
-int tql_iswalpha(int c) { return isInClass(c, kelcl::alphabetic, std::iswalpha); }
-int tql_iswcntrl(int c) { return isInClass(c, kelcl::control, std::iswcntrl); }
-int tql_iswdigit(int c) { return isInClass(c, kelcl::digits, nullptr); }
-int tql_iswgraph(int c) { return isInClass(c, kelcl::graphics, std::iswgraph); }
-int tql_iswlower(int c) { return isInClass(c, kelcl::lowerCase, std::iswlower); }
-int tql_iswprint(int c) { return isInClass(c, kelcl::printable, std::iswprint); }
-int tql_iswpunct(int c) { return isInClass(c, kelcl::punctuation, std::iswpunct); }
-int tql_iswspace(int c) { return isInClass(c, kelcl::whiteSpace, std::iswspace); }
-int tql_iswupper(int c) { return isInClass(c, kelcl::upperCase, std::iswupper); }
-int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits, nullptr); }
+int tql_iswalnum(int c) { return isInClass(c, kelcl::alphanumeric); }
+int tql_iswalpha(int c) { return isInClass(c, kelcl::alphabetic); }
+int tql_iswcntrl(int c) { return isInClass(c, kelcl::control); }
+int tql_iswdigit(int c) { return isInClass(c, kelcl::digits); }
+int tql_iswgraph(int c) { return isInClass(c, kelcl::graphics); }
+int tql_iswlower(int c) { return isInClass(c, kelcl::lowerCase); }
+int tql_iswprint(int c) { return isInClass(c, kelcl::printable); }
+int tql_iswpunct(int c) { return isInClass(c, kelcl::punctuation); }
+int tql_iswspace(int c) { return isInClass(c, kelcl::whiteSpace); }
+int tql_iswupper(int c) { return isInClass(c, kelcl::upperCase); }
+int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits); }
 
 namespace {
 
@@ -111,16 +111,16 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
     return true;
 }
 
-/// Whether all characters are of a class; `wide` as in isInClass.
-bool consistsOf(kelcl::CharacterClass const& ascii, int (*wide)(std::wint_t), DBuffer const& buffer) {
+/// Whether all characters are of a class.
+bool consistsOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
     if (buffer.length == 0) return false;
     std::string_view const text(buffer.contents(), buffer.length);
     WideWalk walk(buffer);
-    std::size_t const at = skipMembers(text, 0, ascii.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
+    std::size_t const at = skipMembers(text, 0, members.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
     if (at == text.size()) return true;
-    auto const ask = [&ascii, wide](int value) { return isInClass(value, ascii, wide) != 0; };
+    auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
     return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
-        return areMembers(text, at, ascii.ascii, walk, isMember);
+        return areMembers(text, at, members.ascii, walk, isMember);
     });
 }
 
@@ -138,18 +138,18 @@ unsigned int DDBCSBuffer::windexOfAnyBut(DStringTest const& test, unsigned int s
     return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
 }
 
-bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, std::iswalnum, *this); }
-bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, std::iswalpha, *this); }
+bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, *this); }
+bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, *this); }
 bool DDBCSBuffer::isASCII() const { return DBuffer::isASCII(); }
-bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, std::iswcntrl, *this); }
-bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, nullptr, *this); }
-bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, std::iswgraph, *this); }
-bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, nullptr, *this); }
-bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, std::iswlower, *this); }
-bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, std::iswprint, *this); }
-bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, std::iswpunct, *this); }
-bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, std::iswupper, *this); }
-bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, std::iswspace, *this); }
+bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, *this); }
+bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, *this); }
+bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, *this); }
+bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, *this); }
+bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, *this); }
+bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, *this); }
+bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, *this); }
+bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, *this); }
+bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, *this); }
 
 bool DDBCSBuffer::isMBCS() const {
     WideWalk walk(*this);

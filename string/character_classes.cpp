@@ -1,4 +1,4 @@
-// The eleven character classes of single-byte text.
+// The eleven character classes.
 #include "string/character_classes.h"
 
 #include <cctype>
@@ -35,7 +35,7 @@ constexpr CharacterClass asciiClass() {
     Test const test = [](int c) {
         return c >= 0 && c <= 127 && inAscii(static_cast<unsigned char>(c)) ? 1 : 0;
     };
-    return {test, asciiMembers<inAscii>(), false};
+    return {test, asciiMembers<inAscii>(), nullptr};
 }
 
 /// A class of which the locale says what belongs to it beyond 127: of bytes, which arrive negative, and of
@@ -47,7 +47,7 @@ constexpr CharacterClass localeClass() {
         if (c >= -128 && c < 0) return ofByte(c) != 0 ? 1 : 0;
         return ofWide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
     };
-    return {test, asciiMembers<inAscii>(), true};
+    return {test, asciiMembers<inAscii>(), ofWide};
 }
 
 } // namespace
@@ -77,7 +77,7 @@ std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characte
     constexpr std::size_t worthATable = 256;
     auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
     std::size_t at = findFirstNotIn(text, characterClass.ascii);
-    if (!characterClass.beyondAscii) return at;
+    if (characterClass.ofWide == nullptr) return at;
     while (at != notFound && static_cast<signed char>(text[at]) < 0) {
         if (text.size() - at >= worthATable) {
             ByteSet const members =

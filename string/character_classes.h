@@ -1,11 +1,12 @@
-// The eleven character classes of single-byte text: which bytes are members in the current locale.
-// The classes of wide characters are the multi-byte room's.
+// The eleven character classes: which bytes are members in the current locale, and which function of the C
+// library says it of wide characters.
 #ifndef KELCL_STRING_CHARACTER_CLASSES_H
 #define KELCL_STRING_CHARACTER_CLASSES_H
 
 #include "string/byte_set.h"
 
 #include <cstddef>
+#include <cwchar>
 #include <string_view>
 
 namespace kelcl {
@@ -16,8 +17,8 @@ struct CharacterClass {
     int (*test)(int);
     /// Members among 0 to 127, which are those of the C locale in every locale.
     ByteSet ascii;
-    /// Whether bytes of 0x80 and above can be members.
-    bool beyondAscii;
+    /// The C library's class of wide characters; null when nothing beyond 127 is a member.
+    int (*ofWide)(std::wint_t);
 };
 
 extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics, hexDigits, lowerCase,
