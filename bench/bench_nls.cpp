@@ -92,7 +92,7 @@ using Work = std::function<uint64_t(string* text)>;
 uint64_t taken(DBuffer* buffer, string* text) {
     if (text != nullptr) text->assign(buffer->contents(), buffer->length);
     uint64_t const length = buffer->length;
-    if (--buffer->refs == 0) delete buffer;
+    buffer->release();
     return length;
 }
 uint64_t taken(string const& made, string* text) {

@@ -107,7 +107,7 @@ DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
     std::size_t const first = firstLetter(buffer, other, steps);
     if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
-        buffer.refs < 2 ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
+        buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
     if (steps.standsAlone('z')) {
         other.copy(text + first, text + first, result->length - first);

@@ -9,9 +9,7 @@
 namespace kelcl {
 
 struct ReleaseBuffer {
-    void operator()(DBuffer* buffer) const noexcept {
-        if (--buffer->refs == 0) delete buffer;
-    }
+    void operator()(DBuffer* buffer) const noexcept { buffer->release(); }
 };
 
 using OwnedBuffer = std::unique_ptr<DBuffer, ReleaseBuffer>;

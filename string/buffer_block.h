@@ -40,7 +40,7 @@ Buffer* construct(unsigned int length) {
 
 /// The buffer itself, with a reference for the caller.
 inline DBuffer* shared(DBuffer& buffer) {
-    ++buffer.refs;
+    buffer.take();
     return &buffer;
 }
 

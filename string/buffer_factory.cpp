@@ -6,6 +6,9 @@
 
 #include <kelcl/ddbcsbuffer.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <new>
 #include <typeinfo>
 
 namespace kelcl {
@@ -38,21 +41,61 @@ bool growsInPlace(DBuffer const& buffer) {
 DBuffer* DBuffer::nullBuffer = nullptr;
 DBuffer* DBuffer::nullDBuffer = nullptr;
 
+// The shared empty buffers are published without a lock, so that a process may fork at any time: each thread
+// that finds none makes one, and the first to publish its own wins.
+
+namespace {
+
+/// The shared empty buffers of the plain class that were ever made. One that another has replaced stays, as
+/// others may hold it without having counted, and comes into use again.
+struct PlainEmpty {
+    DBuffer* buffer;
+    PlainEmpty* next;
+};
+std::atomic<PlainEmpty*> plainEmpties = nullptr;
+
+DBuffer* known(DBuffer*& place) { return std::atomic_ref(place).load(std::memory_order_acquire); }
+
+/// The node is from std::malloc: what a host's operator new sees does not depend on it. If there is no memory
+/// for it, the buffer is merely never used again.
+DBuffer* kept(DBuffer* buffer) {
+    void* const memory = std::malloc(sizeof(PlainEmpty));
+    if (memory == nullptr) return buffer;
+    auto* const node = ::new (memory) PlainEmpty{buffer, plainEmpties.load()};
+    while (!plainEmpties.compare_exchange_weak(node->next, node))
+        ;
+    return buffer;
+}
+
+/// A plain empty buffer that is not the shared one, and whose only reference is its permanent one.
+DBuffer* freshPlainEmpty() {
+    DBuffer const* const current = known(DBuffer::nullDBuffer);
+    for (PlainEmpty const* node = plainEmpties.load(); node != nullptr; node = node->next)
+        if (node->buffer != current && node->buffer->hasOneOwner()) return node->buffer;
+    return kept(kelcl::construct<DBuffer>(0));
+}
+
+} // namespace
+
 DBuffer* DBuffer::initialize() {
-    if (kelcl::isMultiByteLocale()) {
-        DBuffer* const plain = kelcl::construct<DBuffer>(0);
-        if (nullDBuffer != nullptr && --nullDBuffer->refs == 0) delete nullDBuffer;
-        nullDBuffer = plain;
-    }
+    if (kelcl::isMultiByteLocale()) std::atomic_ref(nullDBuffer).store(freshPlainEmpty());
     return kelcl::makeBuffer(0);
 }
 
 DBuffer* DBuffer::defaultBuffer() {
-    if (nullBuffer == nullptr) nullBuffer = initialize();
-    return nullBuffer;
+    if (DBuffer* const made = known(nullBuffer)) return made;
+    DBuffer* none = nullptr;
+    if (kelcl::isMultiByteLocale() && known(nullDBuffer) == nullptr)
+        std::atomic_ref(nullDBuffer).compare_exchange_strong(none, freshPlainEmpty());
+    DBuffer* winner = nullptr;
+    DBuffer* const made = kelcl::makeBuffer(0);
+    if (std::atomic_ref(nullBuffer).compare_exchange_strong(winner, made)) return made;
+    delete made;
+    return winner;
 }
 
 DBuffer* DBuffer::null() const {
-    if (nullDBuffer != nullptr && nullDBuffer->className() == className()) return nullDBuffer;
+    DBuffer* const plain = known(nullDBuffer);
+    if (plain != nullptr && plain->className() == className()) return plain;
     return defaultBuffer();
 }

@@ -117,7 +117,7 @@ DString DBuffer::asDebugInfo() const {
     info += "(@";
     info += DString(reinterpret_cast<unsigned long>(this));
     info += ",refs=";
-    info += DString(refs);
+    info += DString(owners());
     info += ",len=";
     info += DString(length);
     info += ",data=[";

@@ -35,7 +35,7 @@ using kelcl::sharedEmpty;
 template <class Kernel>
 DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
     char* const text = buffer.contents();
-    if (buffer.refs < 2) {
+    if (buffer.hasOneOwner()) {
         kernel(text + first, text + first, buffer.length - first);
         return shared(buffer);
     }
@@ -120,7 +120,7 @@ bool overlaps(DBuffer const& buffer, char const* bytes) {
 DBuffer* changeSameLength(DBuffer& buffer, Positions const& found, char const* replacement,
                           unsigned int length) {
     std::string copy; // a replacement that is part of the text must not change while it is written
-    if (buffer.refs < 2 && overlaps(buffer, replacement)) {
+    if (buffer.hasOneOwner() && overlaps(buffer, replacement)) {
         copy.assign(replacement, length);
         replacement = copy.data();
     }

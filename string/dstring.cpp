@@ -3,6 +3,7 @@
 #include "string/buffer_factory.h"
 #include "string/dstring_edit.h"
 
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -14,8 +15,9 @@ char const* const DString::maxLong = "0x7fffffffffffffffL";
 char* DString::nullBuffer = nullptr;
 
 char* DString::makeSharedEmpty() {
-    nullBuffer = DBuffer::defaultBuffer()->contents();
-    return nullBuffer;
+    char* const made = DBuffer::defaultBuffer()->contents();
+    std::atomic_ref(nullBuffer).store(made, std::memory_order_release);
+    return made;
 }
 
 namespace {
@@ -60,7 +62,7 @@ DString::DString(kelcl::Text text) : text_(sharedEmpty()) {
     if (text.length != 0)
         text_ = kelcl::copyLike(*empty, text.data, text.length)->contents();
     else
-        ++empty->refs;
+        empty->take();
 }
 
 DString::DString(char const* p) : DString(kelcl::textOf(p)) {}
@@ -107,12 +109,12 @@ DString& DString::initBuffer(double number) {
 DString& DString::install(DBuffer* edited) {
     DBuffer* const old = buffer();
     text_ = edited->contents();
-    release(old);
+    old->release();
     return *this;
 }
 
 DString& DString::prepareToChange() {
-    if (buffer()->refs < 2 || isEmpty()) return *this;
+    if (buffer()->hasOneOwner() || isEmpty()) return *this;
     return install(kelcl::copyLike(*buffer(), text_, length()));
 }
 
@@ -121,7 +123,7 @@ DString& DString::append(char const* data, unsigned int count) {
     DBuffer* const own = buffer();
     unsigned int const before = own->length;
     if (before == 0) return install(kelcl::copyLike(*own, data, count));
-    if (own->refs != 1 || count > kelcl::capacityOf(before) - before || !kelcl::growsInPlace(*own))
+    if (!own->hasOneOwner() || count > kelcl::capacityOf(before) - before || !kelcl::growsInPlace(*own))
         return install(own->newBuffer(text_, before, data, count));
     std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
     text_[before + count] = '\0';

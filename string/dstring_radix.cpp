@@ -23,8 +23,7 @@ DBuffer* converted(unsigned int room, Write write) {
     DBuffer* const buffer = DBuffer::fromContents(result.c_str());
     buffer->length = static_cast<unsigned int>(write(buffer->contents()));
     buffer->contents()[buffer->length] = '\0';
-    ++buffer->refs;
-    return buffer;
+    return kelcl::shared(*buffer);
 }
 
 /// Bytes of five and more zeros give this many digits: each byte behind the fourth adds three that nothing

@@ -8,6 +8,13 @@
 
 #include <cstdint>
 
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#define KELCL_HAS_SINGLE_THREADED 1
+#else
+#define KELCL_HAS_SINGLE_THREADED 0
+#endif
+
 /// Holds the enumerations that buffers and strings share.
 struct DStringEnum {
     /// Where `strip` works. Any value other than leading and trailing means both ends.
@@ -50,13 +57,14 @@ private:
 ///
 /// Every operation that returns a `DBuffer*` gives it with one reference for the caller: a new buffer, or the
 /// receiver itself with its count raised when there is nothing to do. `upperCase`, `lowerCase`, `translate`,
-/// `reverse` and `change` (to the same length) edit the receiver in place when its count is below 2. To
-/// release a reference subtract one from `refs` and, at 0, `delete` the buffer.
+/// `reverse` and `change` (to the same length) edit the receiver in place when it has one owner. Give a
+/// reference back with `release()`.
 ///
-/// Counts are plain integers: buffers are shared within one thread at a time.
+/// Threads may share a buffer: counts change indivisibly as soon as the process has a second thread. A buffer
+/// that has several owners is never written to.
 class KELCL_EXPORT DBuffer : public DVBase {
 public:
-    unsigned int refs;   ///< Number of owners.
+    unsigned int refs;   ///< Number of owners. Use take(), release() and owners(), which threads may call.
     unsigned int length; ///< Bytes of text, without the NUL behind it.
 
     /// Sets `refs` to 1 and writes the NUL behind `size` bytes of text, which the caller fills. Only for
@@ -65,6 +73,24 @@ public:
     DBuffer(DBuffer const&) = delete;
     DBuffer& operator=(DBuffer const&) = delete;
     ~DBuffer() override;
+
+    /// @name Owners
+    /// All that changes or reads `refs`. As long as the process has one thread the count is a plain number,
+    /// which costs no atomic instruction; with more threads it changes indivisibly.
+    ///
+    /// A count of 2147483648 or more is *pinned*: it does not change any more, and the buffer stays for the
+    /// life of the process. That is what happens to the shared empty buffers when the process has more than
+    /// one thread, so that threads with strings of their own do not meet in the count of the empty ones.
+    /// @{
+    /// Adds an owner.
+    KELCL_LOCAL void take() noexcept;
+    /// Removes an owner; when that was the last one, destroys the buffer.
+    KELCL_LOCAL void release() noexcept;
+    /// Whether nobody else can see the text, so that its owner may change it in place.
+    KELCL_LOCAL bool hasOneOwner() const noexcept { return owners() < 2; }
+    /// The number of owners at this moment, or any number from 2147483648 on when it is pinned.
+    KELCL_LOCAL unsigned int owners() const noexcept { return __atomic_load_n(&refs, __ATOMIC_ACQUIRE); }
+    /// @}
 
     /// "className(@address,refs=count,len=length,data=[text])", of a text of 24 bytes or more the first and
     /// last 10.
@@ -212,7 +238,7 @@ public:
     }
 
     /// Makes a fresh empty buffer of the current mode, owned by the caller. Where multi-byte, also makes a
-    /// fresh `nullDBuffer`, in place of the former one.
+    /// fresh `nullDBuffer`; the former one stays alive, as others may hold it.
     static DBuffer* initialize();
     /// `nullBuffer`, made first if needed. No reference is added.
     static DBuffer* defaultBuffer();
@@ -222,6 +248,59 @@ public:
 
     /// Blocks come from array new; the virtual destructor gives them back with array delete.
     static void operator delete(void* block) noexcept;
+
+private:
+    static constexpr unsigned int pinned = 0x80000000; ///< From this count on it does not change.
+
+    KELCL_LOCAL static bool processHasOneThread() noexcept;
+
+    // Out of line, so that what a program with one thread runs stays small.
+    KELCL_LOCAL __attribute__((noinline)) void takeIndivisibly() noexcept {
+        if (owners() < pinned && !pinIfSharedEmpty()) __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
+    }
+    /// Whether that was the last owner.
+    KELCL_LOCAL __attribute__((noinline)) bool releaseIndivisibly() noexcept {
+        unsigned int const known = owners();
+        return known < pinned && (known == 1 || __atomic_fetch_sub(&refs, 1, __ATOMIC_ACQ_REL) == 1);
+    }
+    KELCL_LOCAL __attribute__((noinline)) void destroy() noexcept {
+        if (!pinIfSharedEmpty()) delete this;
+    }
+    /// The shared empty buffers are pinned when a second thread first meets them, and whenever somebody gave
+    /// back more references than were taken.
+    KELCL_LOCAL bool pinIfSharedEmpty() noexcept;
 };
+
+// Implementation only past this point.
+
+/// Whether no other thread can see a buffer at this moment; no where the C library cannot tell.
+inline bool DBuffer::processHasOneThread() noexcept {
+#if KELCL_HAS_SINGLE_THREADED
+    return __builtin_expect(__libc_single_threaded, 1) != 0;
+#else
+    return false;
+#endif
+}
+
+inline void DBuffer::take() noexcept {
+    if (processHasOneThread())
+        ++refs;
+    else
+        takeIndivisibly();
+}
+
+inline void DBuffer::release() noexcept {
+    if (processHasOneThread() ? --refs == 0 : releaseIndivisibly()) destroy();
+}
+
+inline bool DBuffer::pinIfSharedEmpty() noexcept {
+    if (length != 0 || (this != __atomic_load_n(&nullBuffer, __ATOMIC_RELAXED) &&
+                        this != __atomic_load_n(&nullDBuffer, __ATOMIC_RELAXED)))
+        return false;
+    __atomic_store_n(&refs, pinned + pinned / 2, __ATOMIC_RELAXED); // far from what is still being counted
+    return true;
+}
+
+#undef KELCL_HAS_SINGLE_THREADED
 
 #endif

@@ -3,5 +3,7 @@
 #define KELCL_DEXPORT_H
 
 #define KELCL_EXPORT __attribute__((visibility("default")))
+/// Marks inline members that each program has for itself.
+#define KELCL_LOCAL __attribute__((visibility("hidden")))
 
 #endif

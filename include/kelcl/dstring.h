@@ -73,7 +73,10 @@ Text textOf(T const& text) {
 /// `std::string` or a `std::string_view`, and may point into the string it is given to.
 ///
 /// In a multi-byte locale the operations work on whole characters, see DDBCSBuffer; `setlocale` comes before
-/// the first string. Sharing is not synchronised: strings that may share text belong to one thread at a time.
+/// the first string.
+///
+/// Two strings may be used by two threads at once, also when they are copies of each other or both empty. One
+/// string is for one thread at a time, unless all of them only read it.
 ///
 /// Every operation that makes a text may throw DInvalidRequest (message 1010, recoverable) when the result
 /// would be longer than 4294967270 bytes, and DOutOfMemory; the string is then what it was.
@@ -109,16 +112,16 @@ public:
 
     /// The text of the shared empty buffer; null until a string has been made.
     static char* nullBuffer;
-    static char* nullBuf() { return nullBuffer; }
+    static char* nullBuf() { return __atomic_load_n(&nullBuffer, __ATOMIC_ACQUIRE); }
 
     /// @name Construction
     /// A new text has the class that buffers have in the locale of the moment.
     /// @{
-    DString() : text_(sharedEmpty()) { ++buffer()->refs; }
+    DString() : text_(sharedEmpty()) { buffer()->take(); }
     DString(std::nullptr_t) : DString() {}
     /// Adopts `buffer`, which must not be null, with the caller's reference.
     DString(DBuffer* buffer) : text_(sharedEmpty()) { text_ = buffer->contents(); }
-    DString(DString const& other) noexcept : text_(other.text_) { ++buffer()->refs; }
+    DString(DString const& other) noexcept : text_(other.text_) { buffer()->take(); }
     /// Leaves `other` empty.
     DString(DString&& other) noexcept : text_(other.text_) { other.becomeEmpty(); }
     /// The bytes up to the NUL; null gives the empty string.
@@ -148,16 +151,16 @@ public:
     DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, char padCharacter = ' ');
     DString(void const* p1, unsigned int l1, char padCharacter = ' ');
     ~DString() {
-        release(buffer());
+        buffer()->release();
         text_ = nullptr;
     }
     /// @}
 
     DString& operator=(DString const& other) noexcept {
         DBuffer* const old = buffer();
-        ++other.buffer()->refs;
+        other.buffer()->take();
         text_ = other.text_;
-        release(old);
+        old->release();
         return *this;
     }
     /// Leaves `other` empty.
@@ -166,7 +169,7 @@ public:
             DBuffer* const old = buffer();
             text_ = other.text_;
             other.becomeEmpty();
-            release(old);
+            old->release();
         }
         return *this;
     }
@@ -610,14 +613,14 @@ private:
 
     DBuffer* buffer() const noexcept { return DBuffer::fromContents(text_); }
 
-    static char* sharedEmpty() { return nullBuffer != nullptr ? nullBuffer : makeSharedEmpty(); }
+    static char* sharedEmpty() {
+        char* const made = nullBuf();
+        return made != nullptr ? made : makeSharedEmpty();
+    }
     static char* makeSharedEmpty();
     void becomeEmpty() noexcept {
-        text_ = nullBuffer;
-        ++buffer()->refs;
-    }
-    static void release(DBuffer* buffer) noexcept {
-        if (--buffer->refs == 0) delete buffer;
+        text_ = nullBuf();
+        buffer()->take();
     }
 
     /// Negative, 0 or positive as this text sorts before, with or after the bytes.
