@@ -1,5 +1,6 @@
 // DBase's version and message catalog, the new-handler, and the library's start-up: its three static objects.
 // They stand in one unit because their order is relied on.
+#include "except/environment.h"
 #include "except/raise.h"
 #include "except/text_copy.h"
 
@@ -8,7 +9,6 @@
 
 #include <atomic>
 #include <cctype>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -27,7 +27,7 @@ DBase::Version DBase::version() noexcept { return {310, 1}; }
 char const* DBase::messageFile() noexcept {
     std::atomic_ref<char*> const name(msgFile);
     if (char const* const known = name.load()) return known;
-    char const* const configured = std::getenv("KORVA MSGFILE");
+    char const* const configured = kelcl::environmentVariable("KORVA MSGFILE");
     kelcl::OwnedText copy = kelcl::copyText(configured != nullptr ? configured : "kelcl.cat");
     char* winner = nullptr;
     return name.compare_exchange_strong(winner, copy.get()) ? copy.release() : winner;
@@ -85,7 +85,7 @@ public:
 class I18N_Init {
 public:
     I18N_Init() {
-        char const* const value = std::getenv("KORVA_I18N");
+        char const* const value = kelcl::environmentVariable("KORVA_I18N");
         bool const isOn =
             value != nullptr && std::strlen(value) == 2 && upper(value[0]) == 'O' && upper(value[1]) == 'N';
         DString::fgI18NState = isOn ? 1 : 0;
@@ -104,8 +104,8 @@ I18N_Init nationalLanguageSwitch;
 } // namespace
 
 DException::TraceFn* DExceptStaticPtr::traceFunction() noexcept {
-    if (userFunction != nullptr) return userFunction;
-    std::atomic_ref<DException::TraceFn*> const standard(defaultFunction); // two threads may fail at once
+    if (DException::TraceFn* const user = std::atomic_ref(userFunction).load()) return user;
+    std::atomic_ref const standard(defaultFunction); // two threads may fail at once
     if (standard.load() == nullptr) standard.store(&traceFunctions.standard);
     return standard.load();
 }

@@ -1,4 +1,5 @@
 // Error-information classes and throw helpers, over one table of what each type of error throws.
+#include "except/cancellation.h"
 #include "except/raise.h"
 #include "except/text_copy.h"
 
@@ -67,6 +68,8 @@ void DBaseErrorInfo::throwError(DExceptionLocation const& location, ExceptionTyp
 // errno is read before anything that could change it.
 DCLibErrorInfo::DCLibErrorInfo(char const* prefix) noexcept
     : available_(0), errorNumber_(static_cast<unsigned long>(static_cast<long>(errno))) {
+    kelcl::CancellationDeferral const deferral;
+    // C libraries of today keep its text for each thread, or for good.
     char const* const reason = std::strerror(static_cast<int>(errorNumber_));
     available_ = reason != nullptr && *reason != '\0' ? 1 : 0;
     errorText_ = prefixed(prefix, available_ != 0 ? reason : "No Error text is available");

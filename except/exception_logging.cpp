@@ -1,4 +1,5 @@
 // The report of an exception. The holder of the functions that write it is set up in base/dbase.cpp.
+#include "except/cancellation.h"
 #include "except/new_handler_suspension.h"
 #include "except/text_chain.h"
 #include "except/text_copy.h"
@@ -6,6 +7,7 @@
 #include <kelcl/dexception.h>
 
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <initializer_list>
@@ -140,6 +142,7 @@ void DException::TraceFn::write(char const* line) {
 void DException::TraceFn::exceptionLogged() {}
 
 DException::TraceFn& DException::TraceFn::logData(DException& exception) {
+    kelcl::CancellationDeferral const deferral;
     kelcl::NewHandlerSuspension const suspension;
     Report const report(exception, exception.texts_);
     kelcl::OwnedText line = kelcl::roomForText(longestLine(report) + 1);
@@ -155,5 +158,5 @@ DException::TraceFn& DException::TraceFn::logData(DException& exception) {
 
 void DException::setTraceFunction(TraceFn& function) noexcept {
     DExceptStaticPtr::traceFunction(); // fills in the default one
-    DExceptStaticPtr::userFunction = &function;
+    std::atomic_ref(DExceptStaticPtr::userFunction).store(&function);
 }

@@ -1,5 +1,6 @@
 // DMessageText: catalog look-up and the replacing of variables. Which catalog is asked is decided in
 // base/dbase.cpp.
+#include "except/cancellation.h"
 #include "except/text_copy.h"
 
 #include <kelcl/dmessagetext.h>
@@ -85,6 +86,7 @@ private:
 DMessageText::DMessageText(unsigned long messageId, char const* catalogFile, char const* t1, char const* t2,
                            char const* t3, char const* t4, char const* t5, char const* t6, char const* t7,
                            char const* t8, char const* t9) noexcept {
+    kelcl::CancellationDeferral const deferral;
     kelcl::NewHandlerSuspension const suspension;
     if (catalogFile != nullptr) {
         char const* const values[] = {t1, t2, t3, t4, t5, t6, t7, t8, t9};

@@ -3,23 +3,17 @@
 #ifndef KELCL_EXCEPT_NEW_HANDLER_SUSPENSION_H
 #define KELCL_EXCEPT_NEW_HANDLER_SUSPENSION_H
 
-#include <new>
-
 namespace kelcl {
 
-/// Suspensions of two threads may overlap. The one that found no handler puts none back, so that whatever the
-/// order in which they end, the handler is never lost.
+/// The new-handler belongs to the process, so the suspensions of all threads count as one: the first takes
+/// the handler out, and when the last one ends it is put back, unless the host has installed another one in
+/// the meantime. A child of fork() begins without suspensions, as it has none of the threads that held them.
 class NewHandlerSuspension {
 public:
-    NewHandlerSuspension() noexcept : suspended_(std::set_new_handler(nullptr)) {}
+    NewHandlerSuspension() noexcept;
     NewHandlerSuspension(NewHandlerSuspension const&) = delete;
     NewHandlerSuspension& operator=(NewHandlerSuspension const&) = delete;
-    ~NewHandlerSuspension() {
-        if (suspended_ != nullptr) std::set_new_handler(suspended_);
-    }
-
-private:
-    std::new_handler suspended_;
+    ~NewHandlerSuspension();
 };
 
 } // namespace kelcl
