@@ -1,7 +1,10 @@
 // DTrace's lines: when one is written and how it is made up. Where it goes is in trace_destination.cpp.
+#include "trace/trace_destination.h"
+
 #include <kelcl/dtrace.h>
 
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstring>
 #include <memory>
@@ -44,19 +47,20 @@ char* putNumber(char* out, unsigned long number, int width) {
 class Lead {
 public:
     Lead(unsigned long thread, bool prefixed, std::string_view marker)
-        : thread_(thread), prefixed_(prefixed), withStack_(prefixed && DTrace::fCheckStack != 0),
-          indentation_(DTrace::uClIndent[thread]), marker_(marker) {}
+        : thread_(thread), prefixed_(prefixed),
+          withStack_(prefixed && std::atomic_ref(DTrace::fCheckStack).load() != 0),
+          indentation_(std::atomic_ref(DTrace::uClIndent[thread]).load()), marker_(marker) {}
 
     std::size_t length() const {
         return (prefixed_ ? prefixLength : 0) + (withStack_ ? stackFieldLength : 0) + indentation_ +
                marker_.size();
     }
 
-    char* put(char* out) const {
+    char* put(char* out, unsigned long sequence) const {
         if (prefixed_) {
-            out = putNumber(out, DTrace::ulSequence, 8);
+            out = putNumber(out, sequence, 8);
             *out++ = ' ';
-            out = putNumber(out, DTrace::ulClProcessId, 6);
+            out = putNumber(out, std::atomic_ref(DTrace::ulClProcessId).load(), 6);
             *out++ = ':';
             out = putNumber(out, thread_, 2);
             *out++ = ' ';
@@ -92,20 +96,35 @@ char* putBody(char* out, std::string_view text, std::string_view lead) {
     }
 }
 
-/// Sends the one or more lines of `text`, `suffix` behind it. A line feed is never part of a longer
-/// character, so bytes will do in every locale.
+/// Sends the one or more lines of `text`, followed by `suffix`. A line feed is never part of a longer
+/// character, so bytes will do in every locale. What can throw comes first: a text that has its number is
+/// written.
 void sendLines(Lead const& lead, std::string_view text, std::string_view suffix) {
+    kelcl::TraceDestination const destination;
     std::size_t const leadLength = kelcl::checkedLength(lead.length());
     auto const feeds = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     std::size_t const length =
         kelcl::checkedLength(leadLength * (feeds + 1) + text.size() + suffix.size() + 1);
     LineStorage line(length + 1);
     char* const begin = line.begin();
-    char* out = putBody(lead.put(begin), text, {begin, leadLength});
+    unsigned long const sequence = std::atomic_ref(DTrace::ulSequence).fetch_add(1);
+    char* out = putBody(lead.put(begin, sequence), text, {begin, leadLength});
     out = putText(out, suffix);
     *out++ = '\n';
     *out = '\0';
-    DTrace::writeString(begin);
+    destination.send(begin);
+}
+
+void growIndentation(unsigned long thread) {
+    std::atomic_ref(DTrace::uClIndent[thread]).fetch_add(indentationStep);
+}
+
+/// Never below 0, also when there are more exits than entries.
+void shrinkIndentation(unsigned long thread) {
+    std::atomic_ref const blanks(DTrace::uClIndent[thread]);
+    std::uint32_t current = blanks.load();
+    while (current >= indentationStep && !blanks.compare_exchange_weak(current, current - indentationStep))
+        ;
 }
 
 /// A line number in brackets.
@@ -127,22 +146,20 @@ private:
 
 void DTrace::writeLines(std::string_view text, std::string_view suffix, std::string_view marker) {
     unsigned long const thread = threadId();
-    std::uint32_t& indentation = uClIndent[thread];
     char const kind = marker.empty() ? '\0' : marker.front();
-    if (kind == '-' && indentation >= indentationStep) indentation -= indentationStep;
-    sendLines(Lead(thread, (iClState & prefixed) != 0, marker), text, suffix);
-    ++ulSequence;
-    if (kind == '+') indentation += indentationStep;
+    if (kind == '-') shrinkIndentation(thread);
+    sendLines(Lead(thread, (state() & prefixed) != 0, marker), text, suffix);
+    if (kind == '+') growIndentation(thread);
 }
 
 bool DTrace::isOn() {
-    if (iClState == notSetUp) DTraceSetup::initialize();
-    return (iClState & tracingOn) != 0;
+    if (state() == notSetUp) DTraceSetup::initialize();
+    return (state() & tracingOn) != 0;
 }
 
 char const* DTrace::enter(char const* name, long line) {
     if (!isOn() || name == nullptr) return nullptr;
-    if ((iClState & lineNumbers) != 0 && line >= 1) {
+    if ((state() & lineNumbers) != 0 && line >= 1) {
         writeLines(name, LineNumberText(line), "+");
     } else {
         writeLines(name, {}, "+");
@@ -167,7 +184,7 @@ void DTrace::writeFree(char const* text, unsigned int length) {
 }
 
 unsigned long DTrace::threadId() noexcept {
-    ulClProcessId = static_cast<unsigned long>(::getpid());
+    std::atomic_ref(ulClProcessId).store(static_cast<unsigned long>(::getpid()));
     return 1;
 }
 

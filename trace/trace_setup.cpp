@@ -3,6 +3,7 @@
 
 #include "trace/trace_variables.h"
 
+#include <atomic>
 #include <string_view>
 
 int DTrace::iClState = DTrace::notSetUp;
@@ -13,6 +14,17 @@ std::uint32_t DTrace::fCheckStack = 0;
 unsigned long DTrace::ulSequence = 0;
 
 namespace {
+
+/// The trace flags while they are being found out. They count as they are when the set-up ends, also by an
+/// exception.
+struct PublishedState {
+    explicit PublishedState(int initial) : flags(initial) {}
+    PublishedState(PublishedState const&) = delete;
+    PublishedState& operator=(PublishedState const&) = delete;
+    ~PublishedState() { std::atomic_ref(DTrace::iClState).store(flags); }
+
+    int flags;
+};
 
 /// The code of a destination given in upper case; unknown ones count as the queue, which is written to
 /// standard output.
@@ -25,28 +37,29 @@ int destinationCode(std::string_view destination) {
 
 } // namespace
 
-// Values are compared as bytes, not through DString's operators, which may collate.
+// Values are compared as bytes, not through DString's operators, which may collate. The state is published
+// last and at once, so that no line is lost that another thread writes in the meantime.
 void DTraceSetup::initialize() {
     using kelcl::normalizedValue;
     using kelcl::traceVariable;
 
-    DTrace::iClState = DTrace::lineNumbers | DTrace::prefixed;
+    PublishedState state(DTrace::lineNumbers | DTrace::prefixed);
 
     DString const traceSwitch = normalizedValue(traceVariable("KORVA TRACE", "KORVA_TRACE"));
     if (std::string_view(traceSwitch) == "ON") {
-        DTrace::iClState |= DTrace::tracingOn;
+        state.flags |= DTrace::tracingOn;
     } else if (std::string_view(traceSwitch) == "NOPREFIX") {
-        DTrace::iClState = DTrace::lineNumbers | DTrace::tracingOn;
+        state.flags = DTrace::lineNumbers | DTrace::tracingOn;
     }
 
     DString const destination = normalizedValue(traceVariable("KORVA TRACETO", "KORVA_TRACETO"));
     if (destination.length() > 2) {
-        DTrace::iClState |= DTrace::tracingOn;
-        DTrace::iClTraceLocation = destinationCode(destination);
+        state.flags |= DTrace::tracingOn;
+        std::atomic_ref(DTrace::iClTraceLocation).store(destinationCode(destination));
     }
 
     DString const checkStack = normalizedValue(traceVariable("KORVA CHECKSTACK", "KORVA_CHECKSTACK"));
     if (std::string_view(checkStack) == "ON" || std::string_view(checkStack) == "TRUE") {
-        DTrace::fCheckStack = 1;
+        std::atomic_ref(DTrace::fCheckStack).store(1);
     }
 }

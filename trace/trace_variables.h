@@ -3,17 +3,17 @@
 #ifndef KELCL_TRACE_TRACE_VARIABLES_H
 #define KELCL_TRACE_TRACE_VARIABLES_H
 
-#include <kelcl/dstring.h>
+#include "except/environment.h"
 
-#include <cstdlib>
+#include <kelcl/dstring.h>
 
 namespace kelcl {
 
 /// The value of the variable, or null. The name with a blank wins over the one with an underscore, which
 /// shells can set.
 inline char const* traceVariable(char const* blankName, char const* underscoreName) {
-    char const* const value = std::getenv(blankName);
-    return value != nullptr ? value : std::getenv(underscoreName);
+    char const* const value = environmentVariable(blankName);
+    return value != nullptr ? value : environmentVariable(underscoreName);
 }
 
 /// The value as it is compared and used: without white space around it, in upper case. Null gives the empty

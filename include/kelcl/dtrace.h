@@ -12,7 +12,7 @@
 
 class DTraceSetup;
 
-/// Writes a line when it is made and one when it goes, indented by the depth of the calls in between.
+/// Writes a line when it is made and one when it is destroyed, indented by the depth of the calls in between.
 ///
 /// Environment variables say whether, how and where lines are written. They are read on first use, each under
 /// its name with a blank or, where that one does not exist, with an underscore; blanks around a value and its
@@ -28,10 +28,16 @@ class DTraceSetup;
 /// A destination turns tracing on by itself. One of more than two characters that the table does not have
 /// is standard output; a shorter one is ignored.
 ///
-/// With tracing off a DTrace costs one test of `iClState` where it is made and one where it goes. No failure
-/// to write is reported; only the making of a line can throw, as strings do.
+/// With tracing off a DTrace costs one test of `iClState` where it is made and one where it is destroyed. No
+/// failure to write is reported; only the making of a line can throw, as strings do. A line for a pipe or
+/// terminal that nobody reads is dropped.
 ///
-/// All state is shared by the process and unguarded: trace from one thread at a time.
+/// A program that runs with more rights than its caller, set-user-id for instance, reads none of the
+/// variables.
+///
+/// Threads may trace at the same time: each text is written whole, and each line has a number of its own. All
+/// state belongs to the process, the indentation too, so that of several threads it shows the sum of their
+/// depths. Change it, or read the variables again, while no other thread traces.
 ///
 /// @code
 /// long total(DString const& account) {
@@ -64,25 +70,24 @@ public:
     /// Writes the entry line "+name(line)"; without the number when `line` is below 1. A null `name` writes
     /// nothing. The text is not copied and must outlive the object.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
-    DTrace(char const* name, long line)
-        : name_((iClState & (notSetUp | tracingOn)) == 0 ? nullptr : enter(name, line)) {}
+    DTrace(char const* name, long line) : name_(mayBeOn() ? enter(name, line) : nullptr) {}
     DTrace(DTrace const&) = delete;
     DTrace& operator=(DTrace const&) = delete;
 
     /// Writes the exit line "-name" if the entry line was written and tracing is still on. A line that cannot
     /// be made is left out: nothing is thrown.
     ~DTrace() override {
-        if ((iClState & (notSetUp | tracingOn)) != 0) leave(name_);
+        if (mayBeOn()) leave(name_);
     }
 
     /// Writes the line ">text" at the current indentation if tracing is on. Null counts as empty.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     /// @{
     static void write(DString const& text) {
-        if ((iClState & (notSetUp | tracingOn)) != 0) writeFree(text.c_str(), text.length());
+        if (mayBeOn()) writeFree(text.c_str(), text.length());
     }
     static void write(char const* text) {
-        if ((iClState & (notSetUp | tracingOn)) != 0) writeFree(text);
+        if (mayBeOn()) writeFree(text);
     }
     /// @}
 
@@ -108,6 +113,10 @@ private:
     static constexpr int tracingOn = 2;
     static constexpr int lineNumbers = 4;
     static constexpr int prefixed = 8;
+
+    /// The flags, with what was set up before they were.
+    KELCL_LOCAL static int state() noexcept { return __atomic_load_n(&iClState, __ATOMIC_ACQUIRE); }
+    KELCL_LOCAL static bool mayBeOn() noexcept { return (state() & (notSetUp | tracingOn)) != 0; }
 
     // What is out of line takes the name, not the object, so that the object can live in registers.
     static char const* enter(char const* name, long line);
