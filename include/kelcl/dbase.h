@@ -38,7 +38,8 @@ public:
 
     /// The name of the library's message catalog, owned by the library and valid until setMessageFile().
     /// First asked for, it is the value of the environment variable "KORVA MSGFILE" (with a blank), or
-    /// "kelcl.cat" without that variable. Null only when there is no memory for it.
+    /// "kelcl.cat" without that variable and in programs that run with more rights than their caller. Null
+    /// only if out of memory.
     static char const* messageFile() noexcept;
 
     /// Makes a copy of \p fileName the name of the catalog from now on. Null, or a copy that cannot be

@@ -82,6 +82,8 @@ std::map<std::string, std::function<void(char const*)>> const commands = {
     {"show-errno", [](char const*) { showErrno(); }},
     {"show-thread",
      [](char const*) { std::printf("thread %lu stack %lu\n", DTrace::threadId(), DTrace::remainingStack()); }},
+    {"show-catalog", [](char const*) { std::printf("%s\n", DBase::messageFile()); }},
+    {"show-switch", [](char const*) { std::printf("%d\n", DString::fgI18NState); }},
     {"show-process", [](char const*) { std::printf("process %lu\n", DTrace::ulClProcessId); }},
 };
 

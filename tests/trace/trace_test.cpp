@@ -1,7 +1,7 @@
 // DTrace through a host program: which settings turn it on, what its lines look like, where they go.
 #include <kelcl/dtrace.h>
 
-#include "tests/support/program_run.h"
+#include "tests/trace/trace_support.h"
 
 #include <clocale>
 #include <cstdio>
@@ -13,17 +13,8 @@
 #include <type_traits>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace {
-
-using Variables = std::vector<Environment::Variable>;
-
-/// Runs the host program with `variables` added to the environment and `commands` as its arguments.
-ProgramRun runHost(Variables const& variables, std::vector<std::string> const& commands) {
-    Environment const environment(variables);
-    return runProgram(KELCL_TEST_TRACE_HOST, commands);
-}
 
 using ::testing::Test;
 
@@ -50,11 +41,6 @@ std::string contentsOf(char const* file) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-bool exists(char const* file) {
-    struct stat status {};
-    return ::stat(file, &status) == 0;
 }
 
 bool isTurkishWithTheSwitchOn() {
