@@ -95,7 +95,7 @@ TEST(LocalePerThread, ASharedTextMayBeReadInSeveral) {
         ThreadLocale const locale(samples[number].locale);
         for (int i = 0; i < rounds; ++i)
             if (text.indexOf("every") == 15 && text.isPrintable() && text.occurrencesOf('e') == 4 &&
-                text.lastIndexOf("n") == 23 && DString(text).change("plain", "PLAIN").word(1) == "PLAIN")
+                text.lastIndexOf("n") == 27 && DString(text).change("plain", "PLAIN").word(1) == "PLAIN")
                 ++right;
     });
     EXPECT_EQ(right, threads * rounds);

@@ -97,12 +97,11 @@ bool reports() {
 
 /// The class of characters beyond ASCII is asked of the C library, and encodings are tabulated, on first use.
 bool characters() {
-    std::string text = "abcdefgh";
     std::atomic<int> right = 0;
     together(threads, [&](int) {
-        DString const mine(text);
+        DString const mine("abcdefgh");
         if (mine.charType(3) == 0 && mine.isAlphabetic() && mine.subString(3, 2) == "cd" &&
-            DString(mine).reverse() == "hgfedcba" && findBytePos(text.c_str(), text.size(), 4) == 4)
+            DString(mine).reverse() == "hgfedcba" && findBytePos(mine.c_str(), mine.length(), 4) == 4)
             ++right;
     });
     return right == threads;

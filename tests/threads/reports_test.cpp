@@ -94,7 +94,7 @@ TEST(ThrownInThreads, TheDefaultReportsAreWholeLinesToo) {
         at = end + 1;
     }
     constexpr std::size_t all = threads * rounds;
-    EXPECT_EQ(lines.size(), 6 * all);
+    EXPECT_EQ(lines.size(), 7 * all);
     EXPECT_EQ(countOf(lines, "DException exception thrown."), all);
     EXPECT_EQ(countOf(lines, "   Error Id is 7"), all);
     EXPECT_EQ(countOf(lines, "      a text of one line"), all);
