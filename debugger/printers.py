@@ -93,7 +93,8 @@ def buffer_text(text):
     if references == 0 or length >= 0xFFFFFFE7 or bytes_at(text + length, 1) != b'\0':
         raise NotAnObject
     shown = bytes_at(text, min(length, shown_elements()))
-    return '%s (length %d, refs %d)' % (quoted(shown, length), length, references)
+    owners = '%d' % references if references < 0x80000000 else 'pinned'  # which the library stops counting at
+    return '%s (length %d, refs %s)' % (quoted(shown, length), length, owners)
 
 
 # Classes ----------------------------------------------------------------------------------------------------------

@@ -65,7 +65,7 @@ private:
 class KELCL_EXPORT DBuffer : public DVBase {
 public:
     unsigned int refs;   ///< Number of owners. Use take(), release() and owners(), which threads may call.
-    unsigned int length; ///< Bytes of text, without the NUL behind it.
+    unsigned int length; ///< Bytes of text, without the terminating NUL.
 
     /// Sets `refs` to 1 and writes the NUL behind `size` bytes of text, which the caller fills. Only for
     /// storage that `allocate` obtained: the text stands directly behind the object.
@@ -256,7 +256,8 @@ private:
 
     // Out of line, so that what a program with one thread runs stays small.
     KELCL_LOCAL __attribute__((noinline)) void takeIndivisibly() noexcept {
-        if (owners() < pinned && !pinIfSharedEmpty()) __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
+        if (__atomic_load_n(&refs, __ATOMIC_RELAXED) >= pinned || pinIfSharedEmpty()) return;
+        __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
     }
     /// Whether that was the last owner.
     KELCL_LOCAL __attribute__((noinline)) bool releaseIndivisibly() noexcept {
@@ -273,7 +274,7 @@ private:
 
 // Implementation only past this point.
 
-/// Whether no other thread can see a buffer at this moment; no where the C library cannot tell.
+/// Whether no other thread can see a buffer at this moment. Never where the C library does not tell.
 inline bool DBuffer::processHasOneThread() noexcept {
 #if KELCL_HAS_SINGLE_THREADED
     return __builtin_expect(__libc_single_threaded, 1) != 0;

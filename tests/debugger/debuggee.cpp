@@ -42,6 +42,8 @@ int main() {
     DString const shared = plain;
     DString const escaped("\"a\\b\"\n\t\0\x01\xC3\xA4\xE6\x97\xA5\xFFz", 16);
     DString const empty("");
+    DString const pinned("held");
+    DBuffer::fromContents(pinned.c_str())->refs = 0xC0000000;
     DString const longText(nullptr, 5000, 'x');
     DString const& reference = plain;
 
@@ -69,9 +71,9 @@ int main() {
     } catch (DException const& exception) {
         inspect(exception, &hostError, *DBuffer::fromContents(plain.c_str()), nullptr);
     }
-    return (plain == shared && escaped != empty && longText != reference && &null != &wild &&
-            &null != &released && calendar.before < calendar.leapDay && midnight < afternoon &&
-            object.isRecoverable())
+    return (plain == shared && escaped != empty && pinned != empty && longText != reference &&
+            &null != &wild && &null != &released && calendar.before < calendar.leapDay &&
+            midnight < afternoon && object.isRecoverable())
                ? 0
                : 1;
 }

@@ -8,6 +8,7 @@ up
 print plain
 print escaped
 print empty
+print pinned
 print longText
 print reference
 print null
