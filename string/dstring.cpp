@@ -4,9 +4,12 @@
 #include "string/dstring_edit.h"
 
 #include <atomic>
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <memory>
+#include <new>
 
 char const* const DString::null = "";
 char const* const DString::zero = "0";
@@ -22,25 +25,39 @@ char* DString::makeSharedEmpty() {
 
 namespace {
 
+/// `snprintf` as a function that may return any length: compilers know a bound for decimal points of one
+/// character, and an optimiser that sees the name drops the test for a longer one.
+int (*const volatile printTo)(char*, std::size_t, char const*, ...) = std::snprintf;
+
 /// The decimal text of a number.
 class Digits {
 public:
     template <class Integer>
     explicit Digits(Integer number)
-        : length_(static_cast<unsigned int>(std::to_chars(text_, text_ + sizeof text_, number).ptr - text_)) {
-    }
-    /// As `printf` writes it, so with the locale's decimal point.
-    explicit Digits(double number)
-        : length_(
-              static_cast<unsigned int>(std::snprintf(text_, sizeof text_, "%.*g", significant, number))) {}
+        : length_(static_cast<std::size_t>(std::to_chars(room_, room_ + sizeof room_, number).ptr - room_)) {}
 
-    char const* text() const { return text_; }
-    unsigned int length() const { return length_; }
+    /// As `printf` writes it, so with the locale's decimal point, which may be of any length.
+    explicit Digits(double number) : length_(print(room_, sizeof room_, number)) {
+        if (length_ < sizeof room_) return;
+        long_.reset(new char[length_ + 1]);
+        length_ = std::min(length_, print(long_.get(), length_ + 1, number));
+    }
+
+    char const* text() const { return long_ != nullptr ? long_.get() : room_; }
+    unsigned int length() const { return static_cast<unsigned int>(length_); }
 
 private:
-    static constexpr int significant = 15;
-    char text_[48];
-    unsigned int length_;
+    /// The length that the text has, whatever the room.
+    static std::size_t print(char* out, std::size_t room, double number) {
+        constexpr int significant = 15;
+        int const length = printTo(out, room, "%.*g", significant, number);
+        if (length < 0) throw std::bad_alloc(); // the one reason for which it may fail
+        return static_cast<std::size_t>(length);
+    }
+
+    char room_[48];
+    std::unique_ptr<char[]> long_;
+    std::size_t length_;
 };
 
 } // namespace
