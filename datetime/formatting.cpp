@@ -8,14 +8,28 @@
 
 namespace {
 
-/// Whether local time is UTC, as far as that can be told without looking at the zone file. `mktime` looks at
-/// it in each call while TZ is not set, which takes many times as long as all the rest. The name is read
-/// once: another thread may be setting it.
-bool isLocalTimeUtc() {
-    if (std::getenv("TZ") != nullptr || daylight != 0 || timezone != 0) return false;
+/// Whether the zone that the C library goes by at the moment is UTC. The name is read once: another thread
+/// may be setting it.
+bool isZoneUtc() {
+    if (daylight != 0 || timezone != 0) return false;
     char const* const name = tzname[0];
     return name != nullptr && std::strcmp(name, "UTC") == 0;
 }
+
+/// Whether the machine's zone, which holds while TZ is not set, is UTC. Asked once: `tzset` looks at the zone
+/// file each time, which takes many times as long as all the rest.
+bool isMachineZoneUtc() {
+    static bool const isUtc = [] {
+        ::tzset();
+        return isZoneUtc();
+    }();
+    return isUtc;
+}
+
+/// Whether local time is UTC, as far as that can be told without looking at the zone file, as `mktime` does
+/// in each call while TZ is not set. What the C library goes by may be left from a TZ that was set before, so
+/// both that and the machine's zone must be UTC.
+bool isLocalTimeUtc() { return std::getenv("TZ") == nullptr && isMachineZoneUtc() && isZoneUtc(); }
 
 /// Formats into ever more room. The mark in front of the text tells an empty text from one that did not fit,
 /// so that the room grows only as long as it helps; the limit is for C libraries that refuse a conversion.
@@ -55,7 +69,12 @@ DString formatted(std::tm const& calendar, char const* format) {
 std::tm localCalendarNow() {
     std::time_t const now = std::time(nullptr);
     std::tm calendar{};
-    ::localtime_r(&now, &calendar);
+    if (isLocalTimeUtc()) {
+        ::gmtime_r(&now, &calendar);
+    } else {
+        ::tzset(); // which localtime_r, unlike mktime, does not do by itself
+        ::localtime_r(&now, &calendar);
+    }
     return calendar;
 }
 
