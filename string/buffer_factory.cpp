@@ -7,7 +7,9 @@
 #include <kelcl/ddbcsbuffer.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <typeinfo>
 
@@ -18,10 +20,37 @@ DBuffer* makeBuffer(unsigned int length) {
     return construct<DBuffer>(length);
 }
 
+void fitLength(DBuffer& made, unsigned int length) {
+    if (made.length < length) {
+        made.release();
+        throw std::bad_alloc();
+    }
+    made.length = length;
+    made.contents()[length] = '\0';
+}
+
 bool isPlain(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
 
 bool isOfLibraryClass(DBuffer const& buffer) {
     return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+namespace {
+
+/// What stands in the virtual table of a buffer for charType.
+void const* charTypeOf(DBuffer const& buffer) {
+    constexpr std::size_t slot = 4; // behind two destructors, asString and asDebugInfo
+    void const* const* table;
+    std::memcpy(&table, static_cast<void const*>(&buffer), sizeof table);
+    return table[slot];
+}
+
+} // namespace
+
+bool overridesCharType(DBuffer const& buffer) {
+    alignas(DDBCSBuffer) char storage[sizeof(DDBCSBuffer) + 1];
+    auto* const own = ::new (storage) DDBCSBuffer(0);
+    return charTypeOf(buffer) != charTypeOf(*own);
 }
 
 bool goesByBytes(DBuffer const& buffer, char first) {

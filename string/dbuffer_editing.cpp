@@ -9,6 +9,7 @@
 #include "string/known_start.h"
 #include "string/length.h"
 #include "string/strip.h"
+#include "string/virtual_answers.h"
 
 #include <kelcl/dbuffer.h>
 
@@ -43,20 +44,6 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
     std::memcpy(copy->contents(), text, first);
     kernel(copy->contents() + first, text + first, buffer.length - first);
     return copy;
-}
-
-/// Changes the bytes of `set` that the virtual search finds. For a host's own class, whose search may find
-/// others than the kernels do.
-template <class Change>
-DBuffer* editFound(DBuffer& buffer, std::string const& set, Change change) {
-    auto const setLength = static_cast<unsigned int>(set.size());
-    unsigned int const first = buffer.indexOfAnyOf(set.data(), setLength, 1);
-    if (first == 0) return shared(buffer);
-    return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
-        if (out != in) std::memcpy(out, in, n);
-        for (unsigned int at = first; at != 0; at = buffer.indexOfAnyOf(set.data(), setLength, at + 1))
-            out[at - 1] = change(out[at - 1]);
-    });
 }
 
 /// Positions of occurrences, few of them without allocating.
@@ -104,11 +91,12 @@ void findOccurrences(Positions& found, DBuffer const& text, char const* pattern,
     if (patternLength != 0 && kelcl::goesByBytes(text, *pattern))
         return findInBytes(found, textOf(text), {pattern, patternLength}, start, maxCount);
     kelcl::KnownStart const known(text.contents());
-    unsigned int position = text.indexOf(pattern, patternLength, start);
-    while (position != 0) {
-        found.add(position);
+    kelcl::FoundMatches matches(text, patternLength, start, [&](unsigned int from) {
+        return text.indexOf(pattern, patternLength, from);
+    });
+    for (unsigned int at = matches.next(); at != 0; at = matches.next()) {
+        found.add(at);
         if (found.count() == maxCount) return;
-        position = text.indexOf(pattern, patternLength, position + patternLength);
     }
 }
 
@@ -183,16 +171,16 @@ DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int
 
 DBuffer* DBuffer::upperCase() {
     if (!kelcl::isOfLibraryClass(*this))
-        return editFound(*this, "abcdefghijklmnopqrstuvwxyz",
-                         [](char c) { return static_cast<char>(c - 32); });
+        return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
+                                [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
     std::size_t const first = kelcl::findLowerCase(textOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
 }
 
 DBuffer* DBuffer::lowerCase() {
     if (!kelcl::isOfLibraryClass(*this))
-        return editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
-                         [](char c) { return static_cast<char>(c + 32); });
+        return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
+                                [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
     std::size_t const first = kelcl::findUpperCase(textOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
 }
@@ -210,9 +198,9 @@ DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char
     for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
         table[static_cast<unsigned char>(inputSet[i])] =
             static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
-    if (!isOfLibraryClass) // the set is copied: it may be part of the text
-        return editFound(*this, std::string(inputSet, inputLength), [&table](char c) {
-            return static_cast<char>(table[static_cast<unsigned char>(c)]);
+    if (!isOfLibraryClass)
+        return kelcl::editFound(*this, {inputSet, inputLength}, [&table](char& c, unsigned int) {
+            c = static_cast<char>(table[static_cast<unsigned char>(c)]);
         });
     return editBytes(*this, first, [&table](char* out, char const* in, std::size_t n) {
         kelcl::copyTranslated(out, in, n, table);

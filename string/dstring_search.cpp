@@ -2,6 +2,7 @@
 #include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/known_start.h"
+#include "string/virtual_answers.h"
 #include "string/wildcard.h"
 
 #include <kelcl/dstring.h>
@@ -11,12 +12,13 @@
 
 namespace {
 
-/// Counts what `find` finds in `text` from `startPos` on, searching again `step` bytes behind each match.
+/// Counts the matches of `bytes` bytes that `find` finds from `startPos` on.
 template <class Find>
-unsigned int countMatches(char const* text, Find find, unsigned int startPos, unsigned int step) {
-    kelcl::KnownStart const known(text);
+unsigned int countMatches(DBuffer const& text, unsigned int bytes, unsigned int startPos, Find find) {
+    kelcl::KnownStart const known(text.contents());
+    kelcl::FoundMatches matches(text, bytes, startPos, find);
     unsigned int count = 0;
-    for (unsigned int position = find(startPos); position != 0; position = find(position + step))
+    while (matches.next() != 0)
         ++count;
     return count;
 }
@@ -63,8 +65,8 @@ unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startP
         held.indexOf(counting, startPos);
         return counting.count();
     }
-    return countMatches(
-        held.text_, [&](unsigned int from) { return held.indexOf(test, from); }, startPos, 1);
+    return countMatches(*held.buffer(), 1, startPos,
+                        [&](unsigned int from) { return held.indexOf(test, from); });
 }
 
 unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
@@ -77,9 +79,8 @@ unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLen
                                              ? kelcl::countByte(rest, *pattern)
                                              : kelcl::countPattern(rest, {pattern, patternLength}));
     }
-    return countMatches(
-        text_, [&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); }, startPos,
-        patternLength);
+    return countMatches(*buffer(), patternLength, startPos,
+                        [&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); });
 }
 
 bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const {

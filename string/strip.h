@@ -4,6 +4,8 @@
 
 #include "string/buffer_block.h"
 
+#include <algorithm>
+
 namespace kelcl {
 
 /// The text from the position that `findFirst` finds to the one that `findLast` finds, as far as `mode` wants
@@ -19,7 +21,9 @@ DBuffer* stripBytes(DBuffer& buffer, DStringEnum::StripMode mode, FindFirst find
     }
     if (mode != DStringEnum::leading) last = findLast();
     if (first == 1 && last == buffer.length) return shared(buffer);
-    return buffer.newBuffer(buffer.contents() + first - 1, last - first + 1);
+    unsigned int const begin = std::min(first - 1, buffer.length); // the answers may lie outside of the text
+    unsigned int const end = std::clamp(last, begin, buffer.length);
+    return buffer.newBuffer(buffer.contents() + begin, end - begin);
 }
 
 } // namespace kelcl
