@@ -28,10 +28,9 @@ DString& DString::applyBitOp(char const* operand, unsigned int operandLength, Bi
 }
 
 DString DString::operator~() const {
+    if (isEmpty()) return DString(nullptr, 0, ' ');
     DString result;
-    if (!isEmpty()) {
-        result.install(kelcl::allocateLike(*result.buffer(), length()));
-        kelcl::copyComplement(result.text_, text_, length());
-    }
+    result.install(kelcl::allocateLike(*result.buffer(), length()));
+    kelcl::copyComplement(result.text_, text_, length());
     return result;
 }

@@ -1,6 +1,7 @@
 // DString: conversions between bytes and hexadecimal, binary and decimal digits. The digit work is in the
 // kernels.
 #include "string/buffer_block.h"
+#include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/decimal.h"
 #include "string/digits.h"
@@ -8,7 +9,9 @@
 #include "string/length.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -45,6 +48,43 @@ bool isAll(std::string_view text, char byte) {
     return kelcl::findByteOtherThan(text, byte) == kelcl::notFound;
 }
 
+/// Writes the bytes that hexadecimal digits stand for, whatever the text holds: a class that a host derived
+/// may call any text digits. Other bytes count as letters, with the value that is theirs by their code.
+void readHexOfAnyText(char* out, std::string_view text) {
+    auto const valueOf = [](char digit) {
+        int const code = static_cast<unsigned char>(digit);
+        if (digit >= '0' && digit <= '9') return code - '0';
+        return digit >= 'a' && digit <= 'f' ? code - 'a' + 10 : code - 'A' + 10;
+    };
+    bool isHigh = text.size() % 2 == 0; // an odd number of digits is led by a zero
+    int high = 0;
+    for (char const digit : text) {
+        if (isHigh)
+            high = valueOf(digit);
+        else
+            *out++ = static_cast<char>(high * 16 + valueOf(digit));
+        isHigh = !isHigh;
+    }
+}
+
+/// The decimal digits of the number that d2c makes of a text that a class of a host's called digits: the
+/// first eighteen bytes as strtol reads them, a negative number as its 64 bits, and each byte behind them as
+/// far from '0' as it is, carried into the digits in front of it.
+std::string digitsOfAnyText(std::string_view text) {
+    constexpr std::size_t readAtOnce = 18;
+    std::string const head(text.substr(0, readAtOnce));
+    auto const value = static_cast<unsigned long>(std::strtol(head.c_str(), nullptr, 10));
+    std::string digits = "00" + std::to_string(value); // room for what is carried
+    digits += text.substr(head.size());
+    unsigned int carry = 0;
+    for (std::size_t i = digits.size(); i-- > 0;) {
+        unsigned int const sum = static_cast<unsigned char>(digits[i] - '0') + carry;
+        digits[i] = static_cast<char>('0' + sum % 10);
+        carry = sum / 10;
+    }
+    return digits;
+}
+
 } // namespace
 
 DString& DString::c2x() {
@@ -60,12 +100,15 @@ DString& DString::c2x() {
 
 DString& DString::x2c() {
     if (isEmpty()) return *this;
-    bool const valid = fgI18NState == 1 ? kelcl::isHexDigits(*this) : isHexDigits();
-    if (!valid) return *this = DString();
-    return edit<During::heldAlive>([](DBuffer& text) {
+    bool const plain = kelcl::isHexDigits(*this);
+    if (!(fgI18NState == 1 || kelcl::isPlain(*buffer()) ? plain : isHexDigits())) return *this = DString();
+    return edit<During::heldAlive>([plain](DBuffer& text) {
         unsigned int const room = text.length / 2 + text.length % 2;
-        return converted(room, [&](char* out) {
-            kelcl::readHex(out, text.contents(), text.length);
+        return converted(room, [&text, room, plain](char* out) {
+            if (plain)
+                kelcl::readHex(out, text.contents(), text.length);
+            else
+                readHexOfAnyText(out, {text.contents(), text.length});
             return room;
         });
     });
@@ -119,10 +162,13 @@ DString& DString::c2d() {
 }
 
 DString& DString::d2c() {
-    bool const valid = fgI18NState == 1 ? kelcl::isDecimalDigits(*this) : isDigits();
-    if (!valid || isEmpty()) return *this = DString();
-    return edit<During::heldAlive>([](DBuffer& text) {
-        std::string_view const number(text.contents(), text.length);
+    bool const plain = kelcl::isDecimalDigits(*this);
+    if (!(fgI18NState == 1 ? plain : isDigits())) return *this = DString();
+    if (isEmpty()) return *this;
+    return edit<During::heldAlive>([plain](DBuffer& text) {
+        std::string_view number(text.contents(), text.length);
+        std::string digits;
+        if (!plain) number = digits = digitsOfAnyText(number);
         unsigned int const room = kelcl::checkedLength(kelcl::bytesBound(number.size()));
         return converted(room, [number](char* out) { return kelcl::readDecimal(out, number); });
     });
