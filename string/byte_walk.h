@@ -24,6 +24,14 @@ public:
         return text_.substr(begin, nextEdge() - begin);
     }
 
+    /// The same in two steps, for a walk that may end at the beginning of a run: the offset where the next
+    /// run begins, or notFound, and then the one where it ends.
+    std::size_t nextBegin() {
+        std::size_t const begin = nextEdge();
+        return begin == text_.size() ? notFound : begin;
+    }
+    std::size_t nextEnd() { return nextEdge(); }
+
 private:
     /// Where a run begins or ends next, in turn; the end of the text when nowhere.
     std::size_t nextEdge() {

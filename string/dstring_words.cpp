@@ -3,8 +3,10 @@
 #include "string/byte_walk.h"
 #include "string/dstring_edit.h"
 #include "string/length.h"
+#include "string/virtual_answers.h"
 #include "string/word_separators.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -17,47 +19,60 @@ struct Word {
     unsigned int length = 0;
 };
 
-/// Walks the words of a buffer in text order. No separator is part of a multi-byte character in any encoding,
-/// so where the searches are the library's own the bytes tell the same.
+/// Walks the words of a text in text order. It asks the virtual searches as far as it is told to go: for
+/// where a word starts, and only then for where it ends. No separator is part of a multi-byte character in
+/// any encoding, so where the searches are the library's own the bytes tell the same.
 class Words {
 public:
     explicit Words(DBuffer const& text, unsigned int start = 1)
-        : text_(text), runs_({}, kelcl::wordSeparators), next_(start) {
-        if (!kelcl::isOfLibraryClass(text)) return;
-        goesByBytes_ = true;
+        : text_(text), runs_({}, kelcl::wordSeparators), next_(start),
+          goesByBytes_(kelcl::isOfLibraryClass(text)) {
+        if (!goesByBytes_) return;
         // The start may lie within a character, which only the search can tell.
-        unsigned int const first = startBySearch();
-        if (first == 0) return;
-        runs_ = {std::string_view(text.contents() + first - 1, text.length - (first - 1)),
+        startOfRuns_ = startBySearch();
+        if (startOfRuns_ == 0) return;
+        runs_ = {std::string_view(text.contents() + startOfRuns_ - 1, text.length - (startOfRuns_ - 1)),
                  kelcl::wordSeparators};
     }
 
+    /// The position of the next word, 0 when there are no more. After it comes `end`.
+    unsigned int start() {
+        if (!goesByBytes_) return start_ = startBySearch();
+        std::size_t const edge = startOfRuns_ == 0 ? kelcl::notFound : runs_.nextBegin();
+        return start_ = edge == kelcl::notFound ? 0 : startOfRuns_ + static_cast<unsigned int>(edge);
+    }
+    /// The position behind the word that has been started.
+    unsigned int end() {
+        if (goesByBytes_) return startOfRuns_ + static_cast<unsigned int>(runs_.nextEnd());
+        next_ = separatorFrom(text_, start_, start_);
+        return next_ != 0 ? next_ : text_.length + 1;
+    }
     /// The next word; one at position 0 when there are no more.
-    Word next() { return goesByBytes_ ? nextByBytes() : nextBySearch(); }
+    Word next() {
+        unsigned int const position = start();
+        return position == 0 ? Word{} : Word{position, end() - position};
+    }
+
+    /// Where a separator stands behind the start of a word, looked for from a position on; 0: nowhere.
+    static unsigned int separatorFrom(DBuffer const& text, unsigned int wordStart, unsigned int from) {
+        return kelcl::positionWithin(text.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, from),
+                                     wordStart + 1, text.length);
+    }
 
 private:
-    Word nextByBytes() {
-        std::string_view const run = runs_.next();
-        if (run.empty()) return {};
-        return {static_cast<unsigned int>(run.data() - text_.contents()) + 1,
-                static_cast<unsigned int>(run.size())};
-    }
-
-    Word nextBySearch() {
-        unsigned int const position = startBySearch();
-        if (position == 0) return {};
-        next_ = text_.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, position);
-        unsigned int const behind = next_ != 0 ? next_ : text_.length + 1;
-        return {position, behind - position};
-    }
     unsigned int startBySearch() const {
-        return next_ == 0 ? 0 : text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_);
+        if (next_ == 0) return 0;
+        unsigned int const lowest = start_ == 0 ? 1 : next_;
+        return kelcl::positionWithin(text_.indexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, next_),
+                                     lowest, text_.length);
     }
 
     DBuffer const& text_;
-    bool goesByBytes_ = false;
     kelcl::RunsNotIn runs_;
-    unsigned int next_; ///< Where to search on: the separator behind the last word found, 0 at the end.
+    unsigned int startOfRuns_ = 0;
+    unsigned int start_ = 0; ///< Of the last word.
+    unsigned int next_;      ///< Where to search on: the separator behind the last word, 0 at the end.
+    bool goesByBytes_;
 };
 
 std::vector<Word> wordList(DBuffer const& text) {
@@ -68,18 +83,29 @@ std::vector<Word> wordList(DBuffer const& text) {
     return list;
 }
 
-/// Word `n` when counting starts at byte `start` with `counted` words seen.
-Word findWord(DBuffer const& text, unsigned int n, unsigned int start = 1, unsigned int counted = 0) {
+/// Where word `n` starts when counting starts at byte `start` with `counted` words seen; 0: there is none.
+unsigned int findWord(DBuffer const& text, unsigned int n, unsigned int start = 1, unsigned int counted = 0) {
     Words words(text, start);
-    for (Word word = words.next(); word.position != 0; word = words.next())
-        if (++counted == n) return word;
-    return {};
+    for (unsigned int position = words.start(); position != 0; position = words.start()) {
+        if (++counted == n) return position;
+        words.end();
+    }
+    return 0;
 }
 
-/// The position behind the last character that is no separator.
-unsigned int endOfLastWord(DBuffer const& text) {
-    unsigned int end =
-        text.lastIndexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, kelcl::unboundedLength) + 1;
+/// The position behind the word at `start`. The search begins at its second byte.
+unsigned int endOfWord(DBuffer const& text, unsigned int start) {
+    unsigned int const found = Words::separatorFrom(text, start, start + 1);
+    return found != 0 ? found : text.length + 1;
+}
+
+/// The position behind the last character that is no separator, but not in front of `start`, where a word is.
+unsigned int endOfLastWord(DBuffer const& text, unsigned int start) {
+    unsigned int const last = kelcl::positionWithin(
+        text.lastIndexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, kelcl::unboundedLength), start,
+        text.length);
+    if (last == 0) return text.length + 1;
+    unsigned int end = last + 1;
     while (end <= text.length && text.charType(end) > 1)
         ++end;
     return end;
@@ -102,8 +128,8 @@ unsigned int DString::numWords() const {
 }
 
 DString DString::word(unsigned int n) const {
-    Word const found = findWord(*buffer(), n == 0 ? 1 : n);
-    return found.position == 0 ? DString() : DString(text_ + found.position - 1, found.length);
+    unsigned int const start = findWord(*buffer(), n == 0 ? 1 : n);
+    return start == 0 ? DString() : DString(text_ + start - 1, endOfWord(*buffer(), start) - start);
 }
 
 DString DString::words(unsigned int first, unsigned int count) const {
@@ -113,16 +139,23 @@ DString DString::words(unsigned int first, unsigned int count) const {
     if (count == 0) return subString(start, 0, ' ');
     unsigned int const last =
         count - 1 > kelcl::unboundedLength - first ? kelcl::unboundedLength : first + count - 1;
-    Word const end = findWord(*buffer(), last, start, first - 1);
-    unsigned int const behind = end.position != 0 ? end.position + end.length : endOfLastWord(*buffer());
-    return subString(start, behind - start, ' ');
+    // A class that a host derived may find other words when asked again from the front.
+    bool const goesOn = kelcl::isOfLibraryClass(*buffer());
+    unsigned int const startOfLast =
+        goesOn ? findWord(*buffer(), last, start, first - 1) : findWord(*buffer(), last);
+    unsigned int const behind =
+        startOfLast != 0 ? endOfWord(*buffer(), startOfLast) : endOfLastWord(*buffer(), start);
+    return subString(start, std::max(behind, start) - start, ' ');
 }
 
 unsigned int DString::indexOfWord(unsigned int n, unsigned int startPos, unsigned int counted) const {
-    return findWord(*buffer(), n, startPos, counted).position;
+    return findWord(*buffer(), n, startPos, counted);
 }
 
-unsigned int DString::lengthOfWord(unsigned int n) const { return findWord(*buffer(), n).length; }
+unsigned int DString::lengthOfWord(unsigned int n) const {
+    unsigned int const start = findWord(*buffer(), n);
+    return start == 0 ? 0 : endOfWord(*buffer(), start) - start;
+}
 
 DString& DString::removeWords(unsigned int first, unsigned int count) {
     if (count == 0) return *this;
@@ -135,11 +168,10 @@ DString& DString::removeWords(unsigned int first, unsigned int count) {
 namespace {
 
 /// Bytes of the words behind the first one, each with a gap of `n` in front.
-unsigned int lengthBehindFirst(DBuffer const& text, Word first, unsigned int n) {
+unsigned int lengthBehindFirst(std::vector<Word> const& words, unsigned int n) {
     unsigned int total = 0;
-    Words words(text, first.position + first.length);
-    for (Word word = words.next(); word.position != 0; word = words.next())
-        total = kelcl::lengthSum(total, kelcl::lengthSum(n, word.length));
+    for (std::size_t i = 1; i < words.size(); ++i)
+        total = kelcl::lengthSum(total, kelcl::lengthSum(n, words[i].length));
     return total;
 }
 
@@ -151,27 +183,42 @@ unsigned int lengthBehindFirst(std::string_view behind, unsigned int n) {
     return static_cast<unsigned int>(bytes + gaps * n);
 }
 
+/// Writes the text anew: its first word, and with a gap of `n` bytes in front of each those that `next`
+/// gives.
+template <class Next>
+DBuffer* respaced(DBuffer const& text, Word first, unsigned int behindFirst, unsigned int n, char c,
+                  Next next) {
+    DBuffer* const result = text.newBuffer(text.contents() + first.position - 1, first.length, nullptr,
+                                           behindFirst, nullptr, 0, c);
+    char* out = result->contents() + first.length;
+    for (Word word = next(); word.position != 0; word = next()) {
+        std::memcpy(out + n, text.contents() + word.position - 1, word.length);
+        out += n + word.length;
+    }
+    return result;
+}
+
 } // namespace
 
 DString& DString::space(unsigned int n, char c) {
     if (isEmpty()) return *this;
-    Word const first = findWord(*buffer(), 1);
+    if (!kelcl::isOfLibraryClass(*buffer())) { // each word is asked for once: the next answer may be another
+        std::vector<Word> words = wordList(*buffer());
+        if (words.empty()) return *this = DString();
+        unsigned int const behindFirst = lengthBehindFirst(words, n);
+        words.emplace_back(); // the end
+        return edit<During::heldAlive>([&](DBuffer& text) {
+            return respaced(text, words.front(), behindFirst, n, c,
+                            [word = words.begin()]() mutable { return *++word; });
+        });
+    }
+    Word const first = Words(*buffer()).next();
     if (first.position == 0) return *this = DString();
     unsigned int const from = first.position + first.length;
-    unsigned int const behindFirst = kelcl::isOfLibraryClass(*buffer())
-                                         ? lengthBehindFirst(std::string_view(*this).substr(from - 1), n)
-                                         : lengthBehindFirst(*buffer(), first, n);
-
+    unsigned int const behindFirst = lengthBehindFirst(std::string_view(*this).substr(from - 1), n);
     return edit<During::heldAlive>([=](DBuffer& text) {
-        DBuffer* const joined = text.newBuffer(text.contents() + first.position - 1, first.length, nullptr,
-                                               behindFirst, nullptr, 0, c);
-        Words words(text, first.position + first.length);
-        char* out = joined->contents() + first.length;
-        for (Word word = words.next(); word.position != 0; word = words.next()) {
-            std::memcpy(out + n, text.contents() + word.position - 1, word.length);
-            out += n + word.length;
-        }
-        return joined;
+        return respaced(text, first, behindFirst, n, c,
+                        [words = Words(text, from)]() mutable { return words.next(); });
     });
 }
 
