@@ -6,6 +6,8 @@ kelcl_add_test(core_append MODES ALL
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_append_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 
 kelcl_add_test(core_streams SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_streams_test.cpp MODES C latin1-i18n utf8 sjis-i18n)
+kelcl_add_test(core_reading SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_reading_test.cpp
+    MODES C latin1 utf8 utf8-i18n eucjp sjis sjis-i18n)
 kelcl_add_test(core_allocation MODES C utf8 eucjp-i18n
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_allocation_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 kelcl_add_test(core_decimal_point SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_decimal_point_test.cpp)

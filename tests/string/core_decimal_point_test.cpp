@@ -1,6 +1,6 @@
-// Numbers in locales whose decimal point is long. The compiler of locales takes a single character for it, but
-// the C library that reads its files takes any text: the locales of these tests are one of the compiled ones
-// with another decimal point.
+// Numbers in locales whose decimal point is long. The compiler of locales takes a single character for it,
+// but the C library that reads its files takes any text: the locales of these tests are one of the compiled
+// ones with another decimal point.
 #include "tests/string/core_support.h"
 
 #include <clocale>
