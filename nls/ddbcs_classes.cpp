@@ -2,6 +2,7 @@
 #include "nls/conversion.h"
 #include "nls/remembered.h"
 #include "nls/stepping.h"
+#include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/character_classes.h"
 
@@ -111,12 +112,16 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
     return true;
 }
 
-/// Whether all characters are of a class.
+/// Whether all characters are of a class, from where a search begins: a class that a host derived may say
+/// that this is not the front.
 bool consistsOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
     if (buffer.length == 0) return false;
+    unsigned int const first = kelcl::isOfLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
+    if (first == 0 || first > buffer.length) return true;
     std::string_view const text(buffer.contents(), buffer.length);
     WideWalk walk(buffer);
-    std::size_t const at = skipMembers(text, 0, members.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
+    std::size_t const at =
+        skipMembers(text, first - 1, members.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
     if (at == text.size()) return true;
     auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
     return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {

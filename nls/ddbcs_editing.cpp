@@ -11,6 +11,7 @@
 #include "string/byte_search.h"
 #include "string/length.h"
 #include "string/strip.h"
+#include "string/virtual_answers.h"
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
@@ -23,6 +24,7 @@
 #include <iterator>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -88,23 +90,24 @@ DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
 /// Where the letters of one case are among the bytes of a text, and how they get the other case.
 struct OtherCase {
     std::string_view letters;
+    int distance; ///< From a letter to the same in the other case.
     std::size_t (*find)(std::string_view);
     void (*copy)(char*, char const*, std::size_t);
 };
 
-/// The offset of the first character that is one of the letters. A class that a host derived has a say in it.
-std::size_t firstLetter(DBuffer const& buffer, OtherCase const& other, kelcl::BufferSteps& steps) {
-    if (kelcl::isOfLibraryClass(buffer))
-        return kelcl::firstAtStart({buffer.contents(), buffer.length}, 0, steps, other.find);
-    unsigned int const first =
-        buffer.indexOfAnyOf(other.letters.data(), static_cast<unsigned int>(other.letters.size()), 1);
-    return first == 0 ? kelcl::notFound : first - 1;
+/// Changes the letters that the virtual search of a class of a host's finds, where it calls them characters
+/// of one byte.
+DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
+    return kelcl::editFound(buffer, other.letters, [&](char& letter, unsigned int position) {
+        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + other.distance);
+    });
 }
 
 /// Changes the single-byte letters.
 DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
+    if (!kelcl::isOfLibraryClass(buffer)) return mapFound(buffer, other);
     kelcl::BufferSteps steps;
-    std::size_t const first = firstLetter(buffer, other, steps);
+    std::size_t const first = kelcl::firstAtStart({buffer.contents(), buffer.length}, 0, steps, other.find);
     if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
         buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
@@ -116,7 +119,7 @@ DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
     for (std::size_t at = first; at < result->length;) {
         unsigned int const bytes = steps.length(text + at);
         if (bytes == 1 && text[at] >= other.letters.front() && text[at] <= other.letters.back())
-            text[at] = static_cast<char>(text[at] ^ ' '); // the bit that tells the cases apart
+            text[at] = static_cast<char>(text[at] + other.distance);
         at += bytes;
     }
     return result;
@@ -155,7 +158,8 @@ auto pieceOf(DBuffer const& buffer, DWBuffer const& text) {
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
-    if (isPlainUtf8(buffer) && kelcl::isPlainUtf8Text(set, setLength))
+    // The searches go by bytes there. A class that a host derived could answer them in its own way.
+    if (kelcl::isOfLibraryClass(buffer) && isPlainUtf8(buffer) && kelcl::isPlainUtf8Text(set, setLength))
         return stripWide(
             buffer, buffer.length, mode, [&] { return buffer.indexOfAnyBut(set, setLength, 1); },
             [&] { return endOfCharacter(buffer, buffer.lastIndexOfAnyBut(set, setLength, buffer.length)); },
@@ -231,13 +235,13 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
     return buffer.newBuffer(head.get(), before, p, n, tail.get(), tailLength);
 }
 
-DBuffer* overlayBytes(DBuffer& buffer, DBuffer* result, unsigned int n, unsigned int position,
+DBuffer* overlayBytes(DBuffer& buffer, kelcl::OwnedBuffer result, unsigned int n, unsigned int position,
                       char padCharacter) {
     // The head of a cut character turns into blanks, its tail into pad characters: callers rely on it.
     kelcl::blankCutHead(buffer, position, *result, position - 1, ' ');
     if (position <= buffer.length && n <= buffer.length - position)
         kelcl::blankCutTail(buffer, position + n, *result, position + n, padCharacter);
-    return result;
+    return result.release();
 }
 
 // Insert
@@ -248,7 +252,9 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
     unsigned int const before = findCharNum(buffer.contents(), buffer.length, position);
     if (isPlainUtf8(buffer) && kelcl::isPlainUtf8Text(p, n)) {
-        unsigned int const end = before == 0 ? 0 : endOfCharacter(buffer, position);
+        unsigned int end = before == 0 ? 0 : position;
+        while (end != 0 && end < buffer.length && kelcl::isContinuation(buffer.contents()[end]))
+            ++end;
         return buffer.newBuffer(buffer.contents(), end, p, n, buffer.contents() + end, buffer.length - end);
     }
     DWBuffer const text(buffer.contents(), buffer.length);
@@ -285,21 +291,21 @@ DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padChara
     unsigned int start = surplus / 2 + 1;
     while (surplus > 1 && start > 1 && buffer.charType(start) >= 2)
         --start;
-    DBuffer* const result = buffer.newBuffer(buffer.contents() + start - 1, width);
+    kelcl::OwnedBuffer result(buffer.newBuffer(buffer.contents() + start - 1, width));
     kelcl::blankCutHead(buffer, start + width, *result, width, padCharacter);
-    return result;
+    return result.release();
 }
 
 } // namespace
 
 DBuffer* DDBCSBuffer::upperCase() {
     if (isWideMode()) return mapWide(*this, std::towupper);
-    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", kelcl::findLowerCase, kelcl::copyUpperCase});
+    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", -32, kelcl::findLowerCase, kelcl::copyUpperCase});
 }
 
 DBuffer* DDBCSBuffer::lowerCase() {
     if (isWideMode()) return mapWide(*this, std::towlower);
-    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", kelcl::findUpperCase, kelcl::copyLowerCase});
+    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", 32, kelcl::findUpperCase, kelcl::copyLowerCase});
 }
 
 DBuffer* DDBCSBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
@@ -339,7 +345,8 @@ DBuffer* DDBCSBuffer::overlayWith(char const* p, unsigned int n, unsigned int po
     if (n == 0 && position <= length) return shared(*this);
     unsigned int const first = std::max(position, 1U);
     if (isWideMode()) return overlayWide(*this, p, n, first, padCharacter);
-    return overlayBytes(*this, DBuffer::overlayWith(p, n, first, padCharacter), n, first, padCharacter);
+    kelcl::OwnedBuffer overlaid(DBuffer::overlayWith(p, n, first, padCharacter));
+    return overlayBytes(*this, std::move(overlaid), n, first, padCharacter);
 }
 
 DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
@@ -348,9 +355,9 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
         DWBuffer const text(contents(), length);
         return narrowedTo(*this, width, text.wide, text.length, padCharacter);
     }
-    DBuffer* const result = DBuffer::leftJustify(width, padCharacter);
+    kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
     kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);
-    return result;
+    return result.release();
 }
 
 DBuffer* DDBCSBuffer::insert(char const* p, unsigned int n, unsigned int position, char padCharacter) {

@@ -4,6 +4,7 @@
 #include "nls/character_set.h"
 #include "nls/owned_buffer.h"
 #include "nls/stepping.h"
+#include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
 #include "string/length.h"
@@ -86,23 +87,60 @@ unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const
 
 bool isWideMode() { return DString::fgI18NState == 1; }
 
+/// Whether a scan may go from character to character without asking the text about them, from the position
+/// on where it is to begin: always in the library's own classes. One that a host derived may begin inside a
+/// character.
+bool beginsCharacter(DBuffer const& text, unsigned int position, kelcl::BufferSteps& steps) {
+    return kelcl::isOfLibraryClass(text) ||
+           kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
+}
+
+/// The same for a scan backwards, which steps by what the text says of its characters.
+bool mayStepBack(DBuffer const& text, unsigned int position, kelcl::BufferSteps& steps) {
+    return kelcl::isOfLibraryClass(text) ||
+           (!kelcl::overridesCharType(text) && beginsCharacter(text, position, steps));
+}
+
+/// The position of the last character at or before the one at `from` that `wanted(p, length)` wants, stepping
+/// back by the lengths that the text itself gives.
+template <class Wanted>
+unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, kelcl::BufferSteps& steps,
+                            Wanted wanted) {
+    for (unsigned int at = from; at != 0;) {
+        char const* const p = text.contents() + at - 1;
+        if (wanted(p, steps.length(p))) return at;
+        at -= std::min(at, text.prevCharLength(at));
+    }
+    return 0;
+}
+
+/// The same where the fast walk may be taken as well.
+template <class Wanted>
+unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, kelcl::BufferSteps& steps,
+                        Wanted wanted) {
+    if (!mayStepBack(text, from, steps)) return lastByOwnSteps(text, from, steps, wanted);
+    return position(lastCharacter(text, from - 1, steps, wanted));
+}
+
 } // namespace
 
 // Start positions
 
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
-    if (first == 0) return 0;
-    while (first > 1 && first <= length && charType(first) >= 2)
+    if (first == 0 || (first == 1 && kelcl::isOfLibraryClass(*this))) return first;
+    while (first <= length && charType(first) >= 2)
         ++first;
     return first <= length ? first : 0;
 }
 
 unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
-    unsigned int const last = DBuffer::startBackwardsSearch(start, patternLength);
+    unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
     if (last == 0) return 0;
-    unsigned int const type = charType(last);
-    return type < 2 ? last : last - (type - 1);
+    if (kelcl::isOfLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
+    while (last != 0 && charType(last) >= 2)
+        --last;
+    return last;
 }
 
 // Extraction
@@ -125,12 +163,12 @@ DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char pad
     unsigned int const from = start >= 1 && start <= length ? start : 1;
     unsigned int const available = start <= length ? length - from + 1 : 0;
     unsigned int const taken = std::min(count, available);
-    DBuffer* const result =
-        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter);
+    kelcl::OwnedBuffer result(
+        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter));
     kelcl::blankCutTail(*this, from, *result, 1, padCharacter);
     if (taken == count && count < length - from + 1)
         kelcl::blankCutHead(*this, from + count, *result, count, padCharacter);
-    return result;
+    return result.release();
 }
 
 // Forward searches
@@ -138,9 +176,13 @@ DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char pad
 unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
     if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
     unsigned int const first = startSearch(start, patternLength);
-    if (first == 0 || patternLength == 0 || patternLength > length - first + 1) return 0;
+    if (first == 0 || first > length || patternLength == 0 || patternLength > length - first + 1) return 0;
     kelcl::BufferSteps steps;
     std::string_view const wanted(pattern, patternLength);
+    if (!beginsCharacter(*this, first, steps))
+        return position(firstCharacter(*this, first - 1, steps, [&](char const* p, unsigned int) {
+            return textOf(*this).substr(static_cast<std::size_t>(p - contents())).starts_with(wanted);
+        }));
     return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [wanted](std::string_view rest) {
         return kelcl::findPattern(rest, wanted);
     }));
@@ -154,12 +196,19 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
     unsigned int const first = startSearch(start, 1);
     if (first == 0 || setLength == 0 || first > length) return 0;
     kelcl::BufferSteps steps;
-    if (setLength == 1) // any character that begins with the byte
+    bool const fromCharacter = beginsCharacter(*this, first, steps);
+    if (setLength == 1 && fromCharacter) // any character that begins with the byte
         return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [set](std::string_view rest) {
             return kelcl::findByte(rest, *set);
         }));
+    if (setLength == 1)
+        return position(firstCharacter(*this, first - 1, steps,
+                                       [set](char const* p, unsigned int) { return *p == *set; }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    return position(members.findFirst(textOf(*this), first - 1, steps));
+    if (fromCharacter) return position(members.findFirst(textOf(*this), first - 1, steps));
+    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return members.contains(p, bytes);
+    }));
 }
 
 unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -205,11 +254,15 @@ unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int st
 
 unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternLength,
                                       unsigned int start) const {
-    unsigned int const last = startBackwardsSearch(start, patternLength);
+    unsigned int const last = std::min(startBackwardsSearch(start, patternLength), length);
     if (last == 0 || patternLength == 0) return 0;
     kelcl::BufferSteps steps;
-    std::string_view const head = textOf(*this).substr(0, last - 1 + patternLength);
+    std::string_view const head = textOf(*this).substr(0, std::size_t{last} - 1 + patternLength);
     std::string_view const wanted(pattern, patternLength);
+    if (!mayStepBack(*this, last, steps))
+        return lastByOwnSteps(*this, last, steps, [&](char const* p, unsigned int) {
+            return textOf(*this).substr(static_cast<std::size_t>(p - contents())).starts_with(wanted);
+        });
     return position(kelcl::lastAtStart(head, patternLength, steps, [wanted](std::string_view text) {
         return wanted.size() == 1 ? kelcl::findLastByte(text, wanted.front())
                                   : kelcl::findLastPattern(text, wanted);
@@ -222,54 +275,57 @@ unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int star
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
                                            unsigned int start) const {
-    unsigned int const last = startBackwardsSearch(start, 1);
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
     if (last == 0 || setLength == 0) return 0;
     kelcl::BufferSteps steps;
+    bool const fast = mayStepBack(*this, last, steps);
     std::string_view const head = textOf(*this).substr(0, last);
-    if (setLength == 1)
+    if (setLength == 1 && fast)
         return position(kelcl::lastAtStart(
             head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
+    if (setLength == 1)
+        return lastByOwnSteps(*this, last, steps, [set](char const* p, unsigned int) { return *p == *set; });
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    return position(members.findLast(textOf(*this), last, steps));
+    if (fast) return position(members.findLast(textOf(*this), last, steps));
+    return lastByOwnSteps(*this, last, steps, [&members](char const* p, unsigned int bytes) {
+        return members.contains(p, bytes);
+    });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
                                             unsigned int start) const {
     unsigned int const last = startBackwardsSearch(start, 1);
     if (last == 0 || setLength == 0) return last;
+    unsigned int const from = std::min(last, length);
     kelcl::BufferSteps steps;
     if (setLength == 1) {
         // Nothing is found then, where the forward search finds its start: callers rely on it.
         if (*set != '\0' && kelcl::beginsLongerCharacter(*set)) return 0;
-        return position(
-            lastCharacter(*this, last - 1, steps, [set](char const* p, unsigned int) { return *p != *set; }));
+        return lastWanted(*this, from, steps, [set](char const* p, unsigned int) { return *p != *set; });
     }
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes()) {
-        std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, last), members.singleBytes());
+    if (members.goesByBytes() && mayStepBack(*this, from, steps)) {
+        std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, from), members.singleBytes());
         return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
     }
-    return position(lastCharacter(*this, last - 1, steps, [&members](char const* p, unsigned int bytes) {
-        return !members.contains(p, bytes);
-    }));
+    return lastWanted(*this, from, steps,
+                      [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, true);
-    unsigned int const last = startBackwardsSearch(start, 1);
-    if (last == 0) return 0;
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
     kelcl::BufferSteps steps;
-    return position(lastCharacter(*this, last - 1, steps, [&test](char const* p, unsigned int) {
+    return last == 0 ? 0 : lastWanted(*this, last, steps, [&test](char const* p, unsigned int) {
         return test.test(signedByte(*p)) != 0;
-    }));
+    });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, false);
-    unsigned int const last = startBackwardsSearch(start, 1);
-    if (last == 0) return 0;
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
     kelcl::BufferSteps steps;
-    return position(lastCharacter(*this, last - 1, steps, [&test](char const* p, unsigned int) {
+    return last == 0 ? 0 : lastWanted(*this, last, steps, [&test](char const* p, unsigned int) {
         return test.test(signedByte(*p)) == 0;
-    }));
+    });
 }

@@ -1,6 +1,7 @@
 // DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
 // characters.
 #include "nls/character_repair.h"
+#include "nls/owned_buffer.h"
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
 #include "string/collation.h"
@@ -196,15 +197,15 @@ DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
     if (length == 0 || start > length) return kelcl::shared(*this);
     unsigned int const first = std::max(start, 1U);
     unsigned int const behind = first + std::min(count, length - first + 1);
-    DBuffer* const result = DBuffer::remove(first, count);
+    kelcl::OwnedBuffer result(DBuffer::remove(first, count));
     kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
     kelcl::blankCutTail(*this, behind, *result, first, ' ');
-    return result;
+    return result.release();
 }
 
 DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
-    DBuffer* const result = DBuffer::rightJustify(width, padCharacter);
+    kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
     if (width < length && width != 0)
         kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
-    return result;
+    return result.release();
 }

@@ -3,13 +3,17 @@
 
 #include "nls/stepping.h"
 #include "string/buffer_block.h"
+#include "string/buffer_factory.h"
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/length.h"
+#include "string/virtual_answers.h"
 
 #include <kelcl/dnlsutil.h>
 
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
 namespace kelcl {
 
@@ -36,7 +40,7 @@ private:
 
 ByteTranslation::ByteTranslation(char const* from, unsigned int fromLength, char const* to,
                                  unsigned int toLength, char const& padCharacter)
-    : replaced_(from, fromLength, Encoding::current()) {
+    : from_(from, fromLength), replaced_(from, fromLength, Encoding::current()) {
     Characters searched(from, fromLength);
     Characters replacements(to, toLength);
     while (!searched.isUsedUp()) {
@@ -54,8 +58,9 @@ ByteTranslation::ByteTranslation(char const* from, unsigned int fromLength, char
 }
 
 std::string_view ByteTranslation::replacementOf(char const* character, unsigned int length) const {
-    return length == 1 ? single_[static_cast<unsigned char>(*character)]
-                       : long_.find(std::string_view(character, length))->second;
+    if (length == 1) return single_[static_cast<unsigned char>(*character)];
+    auto const found = long_.find(std::string_view(character, length));
+    return found == long_.end() ? std::string_view() : found->second;
 }
 
 /// Calls `visit` with the pieces of the result: what stays between two replaced characters, and each
@@ -87,7 +92,44 @@ DBuffer* ByteTranslation::translateBytes(DBuffer const& text) const {
     return result;
 }
 
+/// For a class that a host derived: replaces the characters that its virtual search finds, each asked for
+/// once, as the next answer may be another. One that is none of the table's stays.
+DBuffer* ByteTranslation::translateFound(DBuffer const& text) const {
+    struct Replaced {
+        std::size_t begin, end;
+        std::string_view by;
+    };
+    std::vector<Replaced> found;
+    std::uint64_t total = text.length;
+    BufferSteps steps;
+    for (unsigned int start = 1, hit = 0;; start = hit + 1) {
+        hit = positionWithin(text.indexOfAnyOf(from_.data(), static_cast<unsigned int>(from_.size()), start),
+                             start, text.length);
+        if (hit == 0) break;
+        char const* const character = text.contents() + hit - 1;
+        unsigned int const length = steps.length(character);
+        std::string_view const replacement = replacementOf(character, length);
+        if (replacement.empty() || (!found.empty() && hit <= found.back().end)) continue;
+        found.push_back({hit - 1, hit - 1 + length, replacement});
+        total += replacement.size() - length;
+    }
+    if (total == 0) return text.newBuffer(nullptr, 0);
+    if (total >= lengthLimit) raiseLengthOverflow();
+    DBuffer* const result = allocateLike(text, static_cast<unsigned int>(total));
+    std::string_view const bytes(text.contents(), text.length);
+    char* out = result->contents();
+    std::size_t kept = 0;
+    for (Replaced const& replaced : found) {
+        out += bytes.copy(out, replaced.begin - kept, kept);
+        out += replaced.by.copy(out, replaced.by.size());
+        kept = replaced.end;
+    }
+    bytes.copy(out, bytes.size() - kept, kept);
+    return result;
+}
+
 DBuffer* ByteTranslation::of(DBuffer const& text) const {
+    if (!isOfLibraryClass(text)) return translateFound(text);
     if (text.length == 0) return text.newBuffer(nullptr, 0);
     if (keepsLengths_ && replaced_.goesByBytes()) return translateBytes(text);
     std::size_t total = keepsLengths_ ? text.length : 0;

@@ -28,10 +28,12 @@ private:
     template <class Visit>
     void visitPieces(DBuffer const& text, Visit visit) const;
     DBuffer* translateBytes(DBuffer const& text) const;
+    DBuffer* translateFound(DBuffer const& text) const;
 
-    /// What stands in place of a character that is replaced.
+    /// What stands in place of a character that is replaced; empty for one that is not.
     std::string_view replacementOf(char const* character, unsigned int length) const;
 
+    std::string_view from_;
     CharacterSet replaced_;
     bool keepsLengths_ = true; ///< Whether each replacement is as long as what it replaces.
     std::string_view single_[256];
