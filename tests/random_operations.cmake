@@ -3,6 +3,7 @@ set(kelcl_random_operations_string random_operations.cpp)
 set(kelcl_random_operations_nls
     model_edits.cpp model_searches.cpp model_text.cpp
     random_edits.cpp random_inputs.cpp random_operations.cpp random_searches.cpp random_trial.cpp)
-foreach(room IN ITEMS string nls)
+set(kelcl_random_operations_hosts random_operations.cpp)
+foreach(room IN ITEMS string nls hosts)
     list(TRANSFORM kelcl_random_operations_${room} PREPEND ${CMAKE_CURRENT_LIST_DIR}/${room}/)
 endforeach()
