@@ -213,7 +213,8 @@ public:
     /// The factory of new buffers: a buffer of `size` bytes, yet to be filled, with one reference. A plain
     /// buffer makes plain buffers while MB_CUR_MAX is 1, else multi-byte ones. An override returns objects of
     /// its own class, or those that a library class's `allocate` made: only these have room behind the text,
-    /// in which a string may let it grow.
+    /// in which a string may let it grow. A longer buffer than asked for is cut to `size`; for null and for a
+    /// shorter one operations throw std::bad_alloc.
     /// @throws DInvalidRequest (message 1010, recoverable) for a `size` of 0xFFFFFFE7 or more.
     virtual DBuffer* allocate(unsigned int size) const;
     /// The class's name; compare the pointers to tell whether two buffers are of one class.

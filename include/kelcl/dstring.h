@@ -590,7 +590,8 @@ public:
     /// Writes the text up to its first NUL, as a `char const*` is written.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DString const& text);
     /// Reads a word as the stream's locale separates words; with a field width w at most w - 1 bytes. At the
-    /// end of the input `text` becomes empty.
+    /// end of the input `text` becomes empty. What `text` held is the space to work in, which the buffer's
+    /// `remove` cuts after the word: the text keeps the buffer's class.
     friend KELCL_EXPORT std::istream& operator>>(std::istream& in, DString& text);
     /// @}
 
