@@ -1,6 +1,7 @@
 // Calendar records and their texts; the only place where the C library's clock, zones and formatter are used.
 #include "datetime/formatting.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -8,28 +9,35 @@
 
 namespace {
 
-/// Whether the zone that the C library goes by at the moment is UTC. The name is read once: another thread
-/// may be setting it.
-bool isZoneUtc() {
-    if (daylight != 0 || timezone != 0) return false;
-    char const* const name = tzname[0];
-    return name != nullptr && std::strcmp(name, "UTC") == 0;
+constexpr char const* utc = "UTC";
+
+/// Whether what the C library goes by at the moment could be UTC. Looks at numbers only: the zone's name
+/// belongs to the C library, which other threads may be calling.
+bool mayZoneBeUtc() { return daylight == 0 && timezone == 0; }
+
+/// Whether the machine's zone, which holds while TZ is not set, is UTC by its name too.
+bool findOutWhetherMachineZoneIsUtc() {
+    std::time_t const anyTime = 0;
+    std::tm calendar{};
+    char name[8] = "";
+    ::tzset();
+    ::localtime_r(&anyTime, &calendar);
+    std::strftime(name, sizeof name, "%Z", &calendar);
+    return mayZoneBeUtc() && std::strcmp(name, utc) == 0;
 }
 
-/// Whether the machine's zone, which holds while TZ is not set, is UTC. Asked once: `tzset` looks at the zone
-/// file each time, which takes many times as long as all the rest.
+/// The same, found out once, by whichever thread comes first: `tzset` looks at the zone file each time, which
+/// takes many times as long as all the rest.
 bool isMachineZoneUtc() {
-    static bool const isUtc = [] {
-        ::tzset();
-        return isZoneUtc();
-    }();
-    return isUtc;
+    enum Known : signed char { notYet, isUtc, isAnother };
+    static std::atomic<Known> known = notYet;
+    if (known == notYet) known = findOutWhetherMachineZoneIsUtc() ? isUtc : isAnother;
+    return known == isUtc;
 }
 
 /// Whether local time is UTC, as far as that can be told without looking at the zone file, as `mktime` does
-/// in each call while TZ is not set. What the C library goes by may be left from a TZ that was set before, so
-/// both that and the machine's zone must be UTC.
-bool isLocalTimeUtc() { return std::getenv("TZ") == nullptr && isMachineZoneUtc() && isZoneUtc(); }
+/// in each call while TZ is not set. What the C library goes by may be left from a TZ that was set before.
+bool isLocalTimeUtc() { return std::getenv("TZ") == nullptr && isMachineZoneUtc() && mayZoneBeUtc(); }
 
 /// Formats into ever more room. The mark in front of the text tells an empty text from one that did not fit,
 /// so that the room grows only as long as it helps; the limit is for C libraries that refuse a conversion.
@@ -52,7 +60,7 @@ namespace kelcl {
 void completeCalendar(std::tm& calendar) {
     if (isLocalTimeUtc()) {
         ::timegm(&calendar);
-        calendar.tm_zone = tzname[0];
+        calendar.tm_zone = utc;
     } else {
         std::mktime(&calendar);
     }

@@ -3,8 +3,8 @@
 #include "string/buffer_factory.h"
 #include "string/dstring_edit.h"
 
-#include <atomic>
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <cstring>

@@ -60,7 +60,7 @@ DBuffer* editFound(DBuffer& buffer, std::string_view characters, Change change) 
     std::string text(buffer.contents(), buffer.length);
     for (; position != 0; position = next(position + 1))
         change(text[position - 1], position);
-    if (buffer.refs >= 2) return copyLike(buffer, text.data(), buffer.length);
+    if (!buffer.hasOneOwner()) return copyLike(buffer, text.data(), buffer.length);
     std::memcpy(buffer.contents(), text.data(), text.size());
     return shared(buffer);
 }
