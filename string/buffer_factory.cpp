@@ -39,7 +39,7 @@ namespace {
 
 /// What stands in the virtual table of a buffer for charType.
 void const* charTypeOf(DBuffer const& buffer) {
-    constexpr std::size_t slot = 4; // behind two destructors, asString and asDebugInfo
+    constexpr std::size_t slot = 4; // after two destructors, asString and asDebugInfo
     void const* const* table;
     std::memcpy(&table, static_cast<void const*>(&buffer), sizeof table);
     return table[slot];

@@ -68,7 +68,7 @@ void readHexOfAnyText(char* out, std::string_view text) {
 }
 
 /// The decimal digits of the number that d2c makes of a text that a class of a host's called digits: the
-/// first eighteen bytes as strtol reads them, a negative number as its 64 bits, and each byte behind them as
+/// first eighteen bytes as strtol reads them, a negative number as its 64 bits, and each byte after them as
 /// far from '0' as it is, carried into the digits in front of it.
 std::string digitsOfAnyText(std::string_view text) {
     constexpr std::size_t readAtOnce = 18;

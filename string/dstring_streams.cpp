@@ -88,7 +88,7 @@ DString takeWord(std::istream& in, std::streamsize width) {
 }
 
 /// Whether a word may simply take the place of a text, which is not empty: its buffer is of the same class
-/// then, and no removal behind the word has anything to repair.
+/// then, and no removal after the word has anything to repair.
 bool standsForItself(DString const& word, DString const& text) {
     DBuffer const& old = *DBuffer::fromContents(text.c_str());
     if (!kelcl::growsInPlace(old)) return false;
@@ -100,8 +100,8 @@ bool standsForItself(DString const& word, DString const& text) {
 
 /// Puts a word in the place of a text that is not empty. The old text is the work space: the word goes over
 /// its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts it
-/// behind the word. So the text keeps its class, and the removal has its say where the end of the word and
-/// what stands behind it look like one character.
+/// after the word. So the text keeps its class, and the removal has its say where the end of the word and
+/// what follows it look like one character.
 void replaceText(DString& text, DString const& word) {
     unsigned int const count = word.length();
     unsigned int space = text.length();

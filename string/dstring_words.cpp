@@ -41,7 +41,7 @@ public:
         std::size_t const edge = startOfRuns_ == 0 ? kelcl::notFound : runs_.nextBegin();
         return start_ = edge == kelcl::notFound ? 0 : startOfRuns_ + static_cast<unsigned int>(edge);
     }
-    /// The position behind the word that has been started.
+    /// The position after the word that has been started.
     unsigned int end() {
         if (goesByBytes_) return startOfRuns_ + static_cast<unsigned int>(runs_.nextEnd());
         next_ = separatorFrom(text_, start_, start_);
@@ -53,7 +53,7 @@ public:
         return position == 0 ? Word{} : Word{position, end() - position};
     }
 
-    /// Where a separator stands behind the start of a word, looked for from a position on; 0: nowhere.
+    /// Where a separator follows the start of a word, looked for from a position on; 0: nowhere.
     static unsigned int separatorFrom(DBuffer const& text, unsigned int wordStart, unsigned int from) {
         return kelcl::positionWithin(text.indexOfAnyOf(kelcl::separatorBytes, kelcl::separatorCount, from),
                                      wordStart + 1, text.length);
@@ -71,7 +71,7 @@ private:
     kelcl::RunsNotIn runs_;
     unsigned int startOfRuns_ = 0;
     unsigned int start_ = 0; ///< Of the last word.
-    unsigned int next_;      ///< Where to search on: the separator behind the last word, 0 at the end.
+    unsigned int next_;      ///< Where to search on: the separator after the last word, 0 at the end.
     bool goesByBytes_;
 };
 
@@ -93,13 +93,13 @@ unsigned int findWord(DBuffer const& text, unsigned int n, unsigned int start = 
     return 0;
 }
 
-/// The position behind the word at `start`. The search begins at its second byte.
+/// The position after the word at `start`. The search begins at its second byte.
 unsigned int endOfWord(DBuffer const& text, unsigned int start) {
     unsigned int const found = Words::separatorFrom(text, start, start + 1);
     return found != 0 ? found : text.length + 1;
 }
 
-/// The position behind the last character that is no separator, but not in front of `start`, where a word is.
+/// The position after the last character that is no separator, but not before `start`, where a word is.
 unsigned int endOfLastWord(DBuffer const& text, unsigned int start) {
     unsigned int const last = kelcl::positionWithin(
         text.lastIndexOfAnyBut(kelcl::separatorBytes, kelcl::separatorCount, kelcl::unboundedLength), start,
@@ -143,9 +143,9 @@ DString DString::words(unsigned int first, unsigned int count) const {
     bool const goesOn = kelcl::isOfLibraryClass(*buffer());
     unsigned int const startOfLast =
         goesOn ? findWord(*buffer(), last, start, first - 1) : findWord(*buffer(), last);
-    unsigned int const behind =
+    unsigned int const after =
         startOfLast != 0 ? endOfWord(*buffer(), startOfLast) : endOfLastWord(*buffer(), start);
-    return subString(start, std::max(behind, start) - start, ' ');
+    return subString(start, std::max(after, start) - start, ' ');
 }
 
 unsigned int DString::indexOfWord(unsigned int n, unsigned int startPos, unsigned int counted) const {
@@ -161,14 +161,14 @@ DString& DString::removeWords(unsigned int first, unsigned int count) {
     if (count == 0) return *this;
     unsigned int const start = indexOfWord(first);
     if (start == 0) return *this;
-    unsigned int const behind = indexOfWord(first + count, start, first - 1);
-    return behind != 0 ? remove(start, behind - start) : remove(start);
+    unsigned int const after = indexOfWord(first + count, start, first - 1);
+    return after != 0 ? remove(start, after - start) : remove(start);
 }
 
 namespace {
 
-/// Bytes of the words behind the first one, each with a gap of `n` in front.
-unsigned int lengthBehindFirst(std::vector<Word> const& words, unsigned int n) {
+/// Bytes of the words after the first one, each with a gap of `n` in front.
+unsigned int lengthAfterFirst(std::vector<Word> const& words, unsigned int n) {
     unsigned int total = 0;
     for (std::size_t i = 1; i < words.size(); ++i)
         total = kelcl::lengthSum(total, kelcl::lengthSum(n, words[i].length));
@@ -176,9 +176,9 @@ unsigned int lengthBehindFirst(std::vector<Word> const& words, unsigned int n) {
 }
 
 /// The same where words are told by bytes.
-unsigned int lengthBehindFirst(std::string_view behind, unsigned int n) {
-    std::uint64_t const gaps = kelcl::countRunsNotIn(behind, kelcl::wordSeparators);
-    std::uint64_t const bytes = behind.size() - kelcl::countIn(behind, kelcl::wordSeparators);
+unsigned int lengthAfterFirst(std::string_view after, unsigned int n) {
+    std::uint64_t const gaps = kelcl::countRunsNotIn(after, kelcl::wordSeparators);
+    std::uint64_t const bytes = after.size() - kelcl::countIn(after, kelcl::wordSeparators);
     if (bytes + gaps * n >= kelcl::unboundedLength) kelcl::raiseLengthOverflow();
     return static_cast<unsigned int>(bytes + gaps * n);
 }
@@ -186,10 +186,10 @@ unsigned int lengthBehindFirst(std::string_view behind, unsigned int n) {
 /// Writes the text anew: its first word, and with a gap of `n` bytes in front of each those that `next`
 /// gives.
 template <class Next>
-DBuffer* respaced(DBuffer const& text, Word first, unsigned int behindFirst, unsigned int n, char c,
+DBuffer* respaced(DBuffer const& text, Word first, unsigned int afterFirst, unsigned int n, char c,
                   Next next) {
     DBuffer* const result = text.newBuffer(text.contents() + first.position - 1, first.length, nullptr,
-                                           behindFirst, nullptr, 0, c);
+                                           afterFirst, nullptr, 0, c);
     char* out = result->contents() + first.length;
     for (Word word = next(); word.position != 0; word = next()) {
         std::memcpy(out + n, text.contents() + word.position - 1, word.length);
@@ -205,19 +205,19 @@ DString& DString::space(unsigned int n, char c) {
     if (!kelcl::isOfLibraryClass(*buffer())) { // each word is asked for once: the next answer may be another
         std::vector<Word> words = wordList(*buffer());
         if (words.empty()) return *this = DString();
-        unsigned int const behindFirst = lengthBehindFirst(words, n);
+        unsigned int const afterFirst = lengthAfterFirst(words, n);
         words.emplace_back(); // the end
         return edit<During::heldAlive>([&](DBuffer& text) {
-            return respaced(text, words.front(), behindFirst, n, c,
+            return respaced(text, words.front(), afterFirst, n, c,
                             [word = words.begin()]() mutable { return *++word; });
         });
     }
     Word const first = Words(*buffer()).next();
     if (first.position == 0) return *this = DString();
     unsigned int const from = first.position + first.length;
-    unsigned int const behindFirst = lengthBehindFirst(std::string_view(*this).substr(from - 1), n);
+    unsigned int const afterFirst = lengthAfterFirst(std::string_view(*this).substr(from - 1), n);
     return edit<During::heldAlive>([=](DBuffer& text) {
-        return respaced(text, first, behindFirst, n, c,
+        return respaced(text, first, afterFirst, n, c,
                         [words = Words(text, from)]() mutable { return words.next(); });
     });
 }

@@ -79,7 +79,7 @@ TYPED_TEST(AnyHost, SaysWhichBytesCaseMappingMovesBy32WhateverTheyAre) {
                                          "MCd");
 }
 
-TYPED_TEST(AnyHost, IsNotBelievedAboutPlacesOutsideOfTheTextOrBehindItsOwn) {
+TYPED_TEST(AnyHost, IsNotBelievedAboutPlacesOutsideOfTheTextOrBeforeWhereItWasAsked) {
     for (std::vector<unsigned int> const& list :
          {std::vector<unsigned int>{6}, {0xFFFFFFFF}, {2, 2}, {2, 1}, {2, 6}}) {
         this->host.position = answers("indexOfAnyOf 26", list);
@@ -248,7 +248,7 @@ TYPED_TEST(AnyHost, MayLetSearchesBeginOutsideOfTheTextWhereTheyFindNothing) {
     }
 }
 
-TYPED_TEST(AnyHost, MayLetBackwardSearchesBeginBehindTheTextAsAtItsEnd) {
+TYPED_TEST(AnyHost, MayLetBackwardSearchesBeginPastTheEndAsAtTheEnd) {
     this->host.position = [](std::string const& question, unsigned int) -> std::optional<unsigned int> {
         return question == "startBackwardsSearch" ? std::optional(900U) : std::nullopt;
     };

@@ -37,7 +37,7 @@ struct Lies {
     }
 };
 
-/// A block for a text of so many bytes. Behind the NUL are bytes that nobody may write, or in every other
+/// A block for a text of so many bytes. After the NUL are bytes that nobody may write, or in every other
 /// block none, so that tools that watch the memory see who goes there.
 inline void* makeBlock(unsigned int room) {
     constexpr unsigned int guardSize = 64;

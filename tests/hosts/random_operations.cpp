@@ -1,5 +1,5 @@
 // Every operation of DString on texts of hosts' classes that lie. What comes out may be anything, but nothing
-// is written or read outside of a text, no operation goes on for ever, a text that others share and one whose
+// is written or read outside of a text, no operation goes on forever, a text that others share and one whose
 // operation throws are what they were, and all buffers are given back.
 #include "tests/hosts/random_operations.h"
 
@@ -197,7 +197,7 @@ public:
         }
         DString::fgI18NState = before;
         lies.choices = nullptr;
-        if (!lies.guardsAreIntact) fail("bytes behind a text were written");
+        if (!lies.guardsAreIntact) fail("bytes past the end of a text were written");
         if (!lies.guards.empty()) fail("buffers were not given back");
         return failed_.empty();
     }
@@ -267,7 +267,7 @@ private:
         } catch (std::exception const& other) {
             fail(other.what());
         }
-        if (string.c_str()[string.length()] != '\0') fail("there is no NUL behind the text");
+        if (string.c_str()[string.length()] != '\0') fail("there is no NUL after the text");
         if (!sharer.isEmpty() && std::string_view(sharer) != text) fail("a shared text was changed");
     }
 

@@ -1,5 +1,5 @@
 // Words read into a string that holds a text: its buffer is the work space, which keeps its class, and the
-// removal behind the word repairs what it takes for a cut character.
+// removal after the word repairs what it takes for a cut character.
 #include "tests/string/core_support.h"
 
 #include <sstream>
@@ -22,7 +22,7 @@ bool modeIs(std::string_view name) {
     return mode != nullptr && std::string_view(mode).starts_with(name);
 }
 
-TEST(ReadingIntoAText, RepairsWhatTheWordAndTheOldTextBehindItMakeACharacterWhichIsWanted) {
+TEST(ReadingIntoAText, RepairsWhatTheWordAndTheOldTextAfterItMakeACharacterWhichIsWanted) {
     // The word ends in the first byte of a character, and the old text goes on with its second byte.
     bool const isLeadOfTwo = modeIs("utf8") || modeIs("eucjp");
     EXPECT_EQ(afterReading(DString("ab\xA4"), "x\xC3"), isLeadOfTwo ? "x " : "x\xC3");
