@@ -44,23 +44,27 @@ inline std::size_t plainUtf8Length(char const* p, std::size_t available) {
 
 /// The code point of a sequence that plainUtf8Length takes.
 inline wchar_t plainUtf8Value(char const* p, std::size_t length) {
-    auto const at = [p](std::size_t i) { return static_cast<wchar_t>(static_cast<unsigned char>(p[i])); };
+    auto const bits = [p](std::size_t i, unsigned int mask) {
+        return static_cast<unsigned char>(p[i]) & mask;
+    };
+    auto const value = [](unsigned int codePoint) { return static_cast<wchar_t>(codePoint); };
     switch (length) {
     case 1:
-        return at(0);
+        return value(bits(0, 0x7F));
     case 2:
-        return (at(0) & 0x1F) << 6 | (at(1) & 0x3F);
+        return value(bits(0, 0x1F) << 6 | bits(1, 0x3F));
     case 3:
-        return (at(0) & 0x0F) << 12 | (at(1) & 0x3F) << 6 | (at(2) & 0x3F);
+        return value(bits(0, 0x0F) << 12 | bits(1, 0x3F) << 6 | bits(2, 0x3F));
     default:
-        return (at(0) & 0x07) << 18 | (at(1) & 0x3F) << 12 | (at(2) & 0x3F) << 6 | (at(3) & 0x3F);
+        return value(bits(0, 0x07) << 18 | bits(1, 0x3F) << 12 | bits(2, 0x3F) << 6 | bits(3, 0x3F));
     }
 }
 
 /// Bytes of the code point in plain UTF-8, 0 for a value that is none.
 inline std::size_t utf8LengthOf(wchar_t value) {
-    if (value < 0 || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF)) return 0;
-    return value < 0x80 ? 1 : value < 0x800 ? 2 : value < 0x10000 ? 3 : 4;
+    auto const codePoint = static_cast<std::uint32_t>(value); // a negative one is greater than all
+    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) return 0;
+    return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
 }
 
 /// Writes a code point as the `length` bytes that utf8LengthOf tells.
