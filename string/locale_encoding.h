@@ -18,7 +18,10 @@ inline bool isUtf8(char const* codeset) {
     return true;
 }
 
-inline bool isUtf8Locale() { return isUtf8(nl_langinfo(CODESET)); }
+/// Whether the locale has UTF-8 as it should be. One whose MB_CUR_MAX is smaller than the characters, as a
+/// character map of one's own can have it, is not: the C library is shown only pieces of the longer ones
+/// there.
+inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8(nl_langinfo(CODESET)); }
 
 /// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
 /// multi-byte encoding of the C library, whose trail bytes begin there.
