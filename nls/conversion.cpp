@@ -63,7 +63,7 @@ bool isPlainUtf8Text(char const* text, std::size_t n) {
 }
 
 bool NarrowCharacter::askLibrary(wchar_t value) {
-    std::size_t const length = std::wcrtomb(bytes_, value, &state_);
+    std::size_t const length = writeCharacter(value, bytes_);
     if (length == invalidSequence) return false;
     if (encoding_.table != nullptr) encoding_.table->noteBytes(value, bytes_, length);
     length_ = static_cast<unsigned int>(length);

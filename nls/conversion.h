@@ -54,7 +54,6 @@ private:
     Encoding encoding_;
     unsigned int length_ = 0;
     char bytes_[MB_LEN_MAX];
-    std::mbstate_t state_{};
 };
 
 } // namespace kelcl

@@ -38,7 +38,8 @@ int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits); }
 namespace {
 
 struct WideCharacter {
-    int value;          ///< The wide value; of a byte that does not convert its value as a signed char.
+    int value;          ///< The wide value, the first of two; of a byte that does not convert its value as a
+                        ///< signed char.
     unsigned int bytes; ///< How far the next character is.
 };
 
@@ -53,7 +54,8 @@ public:
         wchar_t value = 0;
         auto const rest = static_cast<std::size_t>(end_ - p);
         auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
-        if (step.outcome == kelcl::UtilitySteps::Outcome::character)
+        using Outcome = kelcl::UtilitySteps::Outcome;
+        if (step.outcome == Outcome::character || step.outcome == Outcome::twoCharacters)
             return {static_cast<int>(value), static_cast<unsigned int>(step.bytes)};
         values_.restart();
         return {static_cast<signed char>(*p), kelcl::BufferSteps(values_.encoding()).length(p)};

@@ -39,8 +39,10 @@ bool isPlainUtf8(DBuffer const& buffer) { return kelcl::isPlainUtf8Text(buffer.c
 
 /// A new buffer of wide characters in multi-byte form, as long as they need.
 DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
-    auto const room = static_cast<unsigned int>(
-        std::min<std::size_t>(std::size_t{count} * MB_CUR_MAX, kelcl::unboundedLength));
+    // MB_CUR_MAX may be less than a character has.
+    std::size_t const most = std::max(MB_CUR_MAX, kelcl::BufferSteps::longestCharacter);
+    auto const room =
+        static_cast<unsigned int>(std::min<std::size_t>(std::size_t{count} * most, kelcl::unboundedLength));
     std::unique_ptr<char[]> const scratch(new char[room]);
     return like.newBuffer(scratch.get(), cvtWCS2MBS(wide, count, scratch.get(), room, 0, ' '));
 }

@@ -43,7 +43,7 @@ int DDBCSBuffer::charLength(char const* p, std::mbstate_t* state) {
     bool const isFresh = state == nullptr || std::mbsinit(state) != 0;
     kelcl::BufferSteps steps = isFresh ? kelcl::BufferSteps() : kelcl::BufferSteps(*state);
     auto const bytes = static_cast<int>(steps.length(p));
-    if (state != nullptr) *state = steps.state();
+    if (state != nullptr) *state = {}; // the next character begins anew
     return bytes;
 }
 
@@ -110,12 +110,14 @@ public:
         auto const* const nul =
             static_cast<char const*>(rest == 0 ? nullptr : std::memchr(segment, '\0', rest));
         std::size_t const size = nul != nullptr ? static_cast<std::size_t>(nul - segment) : rest;
+        using Outcome = kelcl::UtilitySteps::Outcome;
         kelcl::UtilitySteps steps;
         wchar_t* out = wide_.get();
         for (std::size_t i = 0; i < size; ++out) {
             auto const step = steps.at(segment + i, size - i, *out);
-            if (step.outcome != kelcl::UtilitySteps::Outcome::character) break;
+            if (step.outcome != Outcome::character && step.outcome != Outcome::twoCharacters) break;
             i += step.bytes;
+            if (step.second != 0 && step.bytes > 1) *++out = step.second; // in the place of the second byte
         }
         *out = L'\0';
         at_ += static_cast<unsigned int>(size) + 1;

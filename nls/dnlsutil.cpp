@@ -11,8 +11,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstring>
-#include <memory>
+#include <string_view>
 
 namespace {
 
@@ -104,33 +105,57 @@ private:
     UtilitySteps steps_;
 };
 
-/// Where a piece of a text begins: the first character that starts at or behind byte `start`.
-struct PieceStart {
-    unsigned int character; ///< 0: not to be located.
-    unsigned int position;
-};
-
-PieceStart locatePiece(char const* s, unsigned int len, unsigned int start) {
+/// Where a piece of a text begins: the first character that starts at or behind byte `start`; 0 when it is
+/// not to be located.
+unsigned int locatePiece(char const* s, unsigned int len, unsigned int start) {
     unsigned int const character = findNextCharNum(s, len, start);
-    return {character, character == 0 ? 0 : findBytePos(s, len, character)};
+    return character == 0 ? 0 : findBytePos(s, len, character);
 }
 
 /// Fills `out` behind `cut` pad characters with as many whole characters of plain UTF-8 as fit, and pads the
 /// rest.
-void copyWholeCharacters(char const* text, unsigned int n, char padChar, char* out, unsigned int cut,
+void copyWholeCharacters(std::string_view text, char padChar, char* out, unsigned int cut,
                          unsigned int count) {
-    std::size_t bytes = std::min(n, count - cut);
-    while (bytes > 0 && bytes < n && kelcl::isContinuation(text[bytes]))
+    std::size_t bytes = std::min<std::size_t>(text.size(), count - cut);
+    while (bytes > 0 && bytes < text.size() && kelcl::isContinuation(text[bytes]))
         --bytes;
     std::memset(out, padChar, cut);
-    std::memcpy(out + cut, text, bytes);
+    std::memcpy(out + cut, text.data(), bytes);
     std::memset(out + cut + bytes, padChar, count - cut - bytes);
 }
 
-std::unique_ptr<wchar_t[]> wideCopy(char const* s, unsigned int len, unsigned int& count) {
-    std::unique_ptr<wchar_t[]> wide(new wchar_t[len]);
-    count = static_cast<unsigned int>(cvtMBS2WCS(s, len, wide.get()));
-    return wide;
+/// Calls `visit(step, bytes, value)` for each character of a text, until it returns false.
+/// @throws DInvalidRequest at bytes that are no character.
+template <class Visit>
+void visitCharacters(std::string_view text, Visit visit) {
+    UtilitySteps steps;
+    bool inRun = false;
+    for (std::size_t at = 0; at < text.size();) {
+        wchar_t value = 0;
+        UtilitySteps::Step const step = steps.at(text.data() + at, text.size() - at, value);
+        if (step.outcome == Outcome::invalid) raiseBadSequence(invalidSequenceLine);
+        inRun = step.outcome == Outcome::incomplete;
+        if (!inRun && !visit(step, text.substr(at, step.bytes), value)) return;
+        at += step.bytes;
+    }
+    if (inRun) raiseBadSequence(incompleteSequenceLine);
+}
+
+void raiseUnlessCharacters(std::string_view text) {
+    visitCharacters(text, [](UtilitySteps::Step const&, std::string_view, wchar_t) { return true; });
+}
+
+/// Calls `use(bytes)` with what each character of a text becomes when it is converted to wide and back, until
+/// it returns false. Sequences of two wide characters, which would not come back, are taken as they are.
+/// @throws DInvalidRequest at a value that does not convert.
+template <class Use>
+void forConverted(std::string_view text, Use use) {
+    kelcl::NarrowCharacter character;
+    visitCharacters(text, [&](UtilitySteps::Step const& step, std::string_view bytes, wchar_t value) {
+        if (step.outcome == Outcome::twoCharacters) return use(bytes);
+        if (!character.convert(value)) raiseUnconvertible();
+        return use(std::string_view(character.bytes(), character.length()));
+    });
 }
 
 } // namespace
@@ -148,7 +173,8 @@ unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
             if (at == len) break;
         }
         UtilitySteps::Step const step = steps.at(mbs + at, len - at, *out);
-        if (step.outcome == Outcome::invalid) raiseBadSequence(invalidSequenceLine);
+        if (step.outcome == Outcome::invalid || step.outcome == Outcome::twoCharacters)
+            raiseBadSequence(invalidSequenceLine);
         inRun = step.outcome == Outcome::incomplete;
         if (!inRun) ++out;
         at += step.bytes;
@@ -158,11 +184,16 @@ unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
 }
 
 int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state) {
-    std::size_t const window = std::min<std::size_t>(n, MB_CUR_MAX);
-    std::size_t const length = std::mbrtowc(pwc, s, window, state);
-    if (length == kelcl::invalidSequence) raiseBadSequence(invalidSequenceLine);
-    if (length == kelcl::incompleteSequence) raiseBadSequence(incompleteSequenceLine);
-    return length == 0 ? 1 : static_cast<int>(length);
+    if (s == nullptr) return cvtMB2WC("", 1, nullptr, state); // as mbrtowc has it
+    UtilitySteps steps(state != nullptr ? *state : std::mbstate_t{});
+    wchar_t value = 0;
+    UtilitySteps::Step const step = steps.at(s, n, value);
+    if (step.outcome == Outcome::invalid || step.outcome == Outcome::twoCharacters)
+        raiseBadSequence(invalidSequenceLine);
+    if (state != nullptr) *state = steps.state();
+    if (step.outcome == Outcome::incomplete) raiseBadSequence(incompleteSequenceLine);
+    if (pwc != nullptr) *pwc = value;
+    return static_cast<int>(step.bytes);
 }
 
 unsigned int cvtWCS2MBS(wchar_t const* wcs, unsigned int nwc, char* out, unsigned int outLen, int pad,
@@ -245,27 +276,26 @@ unsigned int getRemainString(char const* s, unsigned int len, unsigned int start
     if (start > len) return 0;
     unsigned int const from = std::max(start, 1U);
     if (from > len) return 0;
-    PieceStart const piece = s != nullptr ? locatePiece(s, len, from) : PieceStart{0, 0};
-    if (piece.position == 0) {
+    unsigned int const position = s != nullptr ? locatePiece(s, len, from) : 0;
+    if (position == 0) {
         std::memset(out, padChar, len - from + 1);
         return len - from + 1;
     }
-    unsigned int const cut = piece.position - from;
+    unsigned int const cut = position - from;
+    std::string_view const piece(s + position - 1, len - position + 1);
     if (kelcl::isPlainUtf8Text(s, len)) { // what converts to itself need not be converted
         std::memset(out, padChar, cut);
-        std::memcpy(out + cut, s + piece.position - 1, len - piece.position + 1);
+        std::memcpy(out + cut, piece.data(), piece.size());
         return len - from + 1;
     }
-    unsigned int count = 0;
-    std::unique_ptr<wchar_t[]> const wide = wideCopy(s, len, count);
+    raiseUnlessCharacters(piece);
     std::memset(out, padChar, cut);
-    kelcl::NarrowCharacter character;
     unsigned int written = cut;
-    for (unsigned int i = piece.character - 1; i < count; ++i) {
-        if (!character.convert(wide[i])) raiseUnconvertible();
-        std::memcpy(out + written, character.bytes(), character.length());
-        written += character.length();
-    }
+    forConverted(piece, [&](std::string_view bytes) {
+        std::memcpy(out + written, bytes.data(), bytes.size());
+        written += static_cast<unsigned int>(bytes.size());
+        return true;
+    });
     return written;
 }
 
@@ -273,22 +303,27 @@ char* getSubString(char const* s, unsigned int len, unsigned int start, char pad
                    unsigned int count) {
     if (count == 0) return out;
     unsigned int const from = std::max(start, 1U);
-    PieceStart const piece = s != nullptr && from <= len ? locatePiece(s, len, from) : PieceStart{0, 0};
-    if (piece.position == 0) {
+    unsigned int const position = s != nullptr && from <= len ? locatePiece(s, len, from) : 0;
+    if (position == 0) {
         std::memset(out, padChar, count);
         return out;
     }
-    unsigned int const cut = std::min(piece.position - from, count);
+    unsigned int const cut = std::min(position - from, count);
+    std::string_view const piece(s + position - 1, len - position + 1);
     if (kelcl::isPlainUtf8Text(s, len)) { // what converts to itself need not be converted
-        copyWholeCharacters(s + piece.position - 1, len - piece.position + 1, padChar, out, cut, count);
+        copyWholeCharacters(piece, padChar, out, cut, count);
         return out;
     }
-    unsigned int wideCount = 0;
-    std::unique_ptr<wchar_t[]> const wide = wideCopy(s, len, wideCount);
+    raiseUnlessCharacters(piece);
     std::memset(out, padChar, cut);
-    if (cut == count) return out;
-    cvtWCS2MBS(wide.get() + piece.character - 1, wideCount - (piece.character - 1), out + cut, count - cut, 1,
-               padChar);
+    std::size_t written = cut;
+    forConverted(piece, [&](std::string_view bytes) {
+        if (bytes.size() > count - written) return false; // only whole characters
+        std::memcpy(out + written, bytes.data(), bytes.size());
+        written += bytes.size();
+        return written < count;
+    });
+    std::memset(out + written, padChar, count - written);
     return out;
 }
 

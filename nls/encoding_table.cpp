@@ -1,6 +1,8 @@
 // Fills the tables of encodings by asking the C library, and keeps them. How they are used is in stepping.h.
 #include "nls/encoding_table.h"
 
+#include "nls/one_character.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -10,7 +12,6 @@
 #include <cwchar>
 #include <new>
 #include <string>
-#include <utility>
 
 namespace kelcl {
 
@@ -20,25 +21,17 @@ namespace {
 /// added, and stays for the life of the process.
 std::atomic<EncodingTable const*> newestTable = nullptr;
 
-struct Answer {
-    std::size_t length;
-    wchar_t wide;
-    bool independent; ///< Whether what follows can be read without knowing these bytes.
-};
-
-Answer ask(char const* bytes, std::size_t count) {
+CharacterRead ask(char const* bytes, std::size_t count) {
     std::mbstate_t state{};
-    Answer answer{};
-    answer.length = std::mbrtowc(&answer.wide, bytes, count, &state);
-    answer.independent = answer.length == incompleteSequence || std::mbsinit(&state) != 0;
-    return answer;
+    return readCharacter(bytes, count, state);
 }
 
 bool encodesAs(wchar_t wide, char byte) {
-    std::mbstate_t state{};
     char bytes[MB_LEN_MAX];
-    return std::wcrtomb(bytes, wide, &state) == 1 && bytes[0] == byte;
+    return writeCharacter(wide, bytes) == 1 && bytes[0] == byte;
 }
+
+bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 } // namespace
 
@@ -76,70 +69,111 @@ void EncodingTable::noteTrail(unsigned int byte) {
     trailFloor_ = std::min(trailFloor_, static_cast<unsigned char>(std::min(byte, 0x80U)));
 }
 
-/// Whether the encoding can be tabulated: its characters do not depend on each other, and the bytes below
-/// 0x80 are characters of their own at the start of a character.
+void EncodingTable::noteEveryByteAsPartOfCharacters() {
+    isOpen_.fill(true);
+    trailFloor_ = 0;
+    hasAsciiNeighbours_ = true;
+}
+
+/// Finds the bytes that stand behind the first two of longer characters. The C library calls some sequences
+/// incomplete that no byte completes, so a byte counts only if a character is found with it. What may follow
+/// a pair is taken not to depend on which pair it is: the first one with characters stands for all.
+class EncodingTable::Continuations {
+public:
+    explicit Continuations(EncodingTable& table) : table_(table) {}
+
+    /// Explores what stands behind an incomplete pair.
+    void addPair(std::string pair) {
+        if (!isKnown_) isKnown_ = explore(pair);
+    }
+    bool tookTooLong() const { return questions_ > mostQuestions; }
+
+private:
+    /// Whether a character begins with an incomplete sequence; notes the bytes that stand behind that in
+    /// characters. Those behind one continuation are taken to be those behind the others.
+    bool explore(std::string& prefix) {
+        bool isFront = false;
+        for (unsigned int value = 0; value < 256 && !tookTooLong(); ++value) {
+            auto const byte = static_cast<char>(value);
+            if (isFront && !isAscii(byte) && table_.isOpen(byte)) continue; // nothing new
+            prefix.push_back(byte);
+            if (isInCharacter(prefix)) {
+                isFront = true;
+                table_.noteTrail(value);
+                if (isAscii(byte) && isAscii(prefix[prefix.size() - 2])) table_.hasAsciiNeighbours_ = true;
+            }
+            prefix.pop_back();
+        }
+        return isFront;
+    }
+
+    /// Whether a character is, or begins with, a sequence.
+    bool isInCharacter(std::string& sequence) {
+        constexpr std::size_t longest = 6;
+        ++questions_;
+        CharacterRead const answer = ask(sequence.data(), sequence.size());
+        if (answer.length != incompleteSequence) return answer.isCharacter();
+        if (sequence.size() == longest || !explore(sequence)) return false;
+        table_.isOpen_[static_cast<unsigned char>(sequence.back())] = true;
+        return true;
+    }
+
+    static constexpr unsigned int mostQuestions = 0x10000; // a few milliseconds
+
+    EncodingTable& table_;
+    bool isKnown_ = false;
+    unsigned int questions_ = 0;
+};
+
+/// Whether the encoding can be tabulated: the bytes below 0x80 are characters of their own at the start of a
+/// character.
 bool EncodingTable::fill() {
     if (!fillSingles()) return false;
     std::array<bool, 256> const isLead = isOpen_;
     Row* row = rows_.data();
+    Continuations continuations(*this);
     for (unsigned int byte = 0; byte < 256; ++byte) {
         if (!isLead[byte]) continue;
         pairs_[byte] = row;
-        if (!fillPairs(static_cast<char>(byte), *row++)) return false;
+        if (!fillPairs(static_cast<char>(byte), *row++, continuations)) return false;
     }
+    if (continuations.tookTooLong()) noteEveryByteAsPartOfCharacters();
     return true;
 }
 
 bool EncodingTable::fillSingles() {
     for (unsigned int byte = 0; byte < 256; ++byte) {
         char const bytes[1] = {static_cast<char>(byte)};
-        Answer const answer = ask(bytes, 1);
-        if (!answer.independent) return false;
+        CharacterRead const answer = ask(bytes, 1);
         isOpen_[byte] = answer.length == incompleteSequence;
-        bool const isCharacter = answer.length == 1 || (answer.length == 0 && byte == 0);
-        if (byte < 0x80 && !isCharacter) return false;
-        if (answer.length == 1 && answer.wide <= 0) return false;
-        singles_[byte] = isCharacter ? answer.wide : invalid;
-        if (byte < 0x80 && answer.wide == static_cast<wchar_t>(byte) && encodesAs(answer.wide, bytes[0]))
+        if (byte < 0x80 && !answer.isCharacter()) return false;
+        if (answer.isCharacter() && byte != 0 && answer.value == 0) return false;
+        singles_[byte] = !answer.isCharacter() ? invalid
+                         : answer.second != 0  ? severalValues
+                                               : static_cast<Cell>(answer.value);
+        if (singles_[byte] == static_cast<Cell>(byte) && byte < 0x80 && encodesAs(answer.value, bytes[0]))
             ownValues_.insert(bytes[0]);
     }
     return true;
 }
 
-bool EncodingTable::fillPairs(char first, Row& row) {
-    bool explored = false;
+bool EncodingTable::fillPairs(char first, Row& row, Continuations& continuations) {
     for (unsigned int second = 0; second < 256; ++second) {
-        std::string pair{first, static_cast<char>(second)};
-        Answer const answer = ask(pair.data(), pair.size());
-        bool const isCharacter = answer.length == 2 && answer.wide > 0;
+        std::string const pair{first, static_cast<char>(second)};
+        CharacterRead const answer = ask(pair.data(), pair.size());
+        bool const isCharacter = answer.length == 2 && answer.value != 0;
         bool const isLonger = answer.length == incompleteSequence;
-        if (!answer.independent || !(isCharacter || isLonger || answer.length == invalidSequence))
-            return false;
-        row[second] = isCharacter ? answer.wide : isLonger ? longer : invalid;
+        if (answer.isCharacter() && !isCharacter) return false;
+        row[second] = isLonger             ? longer
+                      : !isCharacter       ? invalid
+                      : answer.second != 0 ? severalValues
+                                           : static_cast<Cell>(answer.value);
         if (isCharacter || isLonger) noteTrail(second);
         if (!isLonger) continue;
         isOpen_[second] = true;
-        // What may follow a pair does not depend on which pair of the same first byte it is.
-        if (!std::exchange(explored, true)) exploreBehind(pair);
+        continuations.addPair(pair);
     }
     return true;
-}
-
-/// Notes the bytes that may continue an incomplete sequence, and those behind one of its continuations.
-void EncodingTable::exploreBehind(std::string& prefix) {
-    constexpr std::size_t longest = 6;
-    bool deeper = prefix.size() + 1 < longest;
-    for (unsigned int byte = 0; byte < 256; ++byte) {
-        prefix.push_back(static_cast<char>(byte));
-        Answer const answer = ask(prefix.data(), prefix.size());
-        if (answer.length != invalidSequence) noteTrail(byte);
-        if (answer.length == incompleteSequence) isOpen_[byte] = true;
-        if (answer.length == incompleteSequence && deeper) {
-            deeper = false;
-            exploreBehind(prefix);
-        }
-        prefix.pop_back();
-    }
 }
 
 } // namespace kelcl

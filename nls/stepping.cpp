@@ -8,27 +8,28 @@
 namespace kelcl {
 
 Encoding Encoding::current() {
-    char const* const codeset = nl_langinfo(CODESET);
-    if (kelcl::isUtf8(codeset)) return {true, nullptr};
-    return {false, EncodingTable::of(codeset)};
+    if (isUtf8Locale()) return {true, nullptr};
+    EncodingTable const* const table = EncodingTable::of(nl_langinfo(CODESET));
+    // What is looked up there may be longer than the converters are to look at.
+    bool const isTooLong = table != nullptr && table->hasLongCharacters() && !isMultiByteLocale();
+    return {false, isTooLong ? nullptr : table};
 }
 
 unsigned int BufferSteps::askLibrary(char const* p, std::size_t available) {
     std::size_t const window = available < longestCharacter ? available : longestCharacter;
-    std::size_t const length = std::mbrlen(p, window, &state_);
-    if (length == invalidSequence || length == incompleteSequence) {
-        state_ = std::mbstate_t{}; // the next byte begins anew
-        return 1;
-    }
-    return length < 1 ? 1 : static_cast<unsigned int>(length);
+    CharacterRead const read = readCharacter(p, window, state_);
+    state_ = {};
+    if (read.length == 0) return askLibrary(p, available); // the caller's state held back a wide character
+    return read.isCharacter() ? static_cast<unsigned int>(read.length) : 1;
 }
 
 UtilitySteps::Step UtilitySteps::askLibrary(char const* p, std::size_t window, wchar_t& value) {
-    std::size_t const length = std::mbrtowc(&value, p, window, &state_);
-    isInside_ = length == incompleteSequence;
-    if (length == invalidSequence) return {Outcome::invalid, 0};
-    if (length == incompleteSequence) return {Outcome::incomplete, window};
-    return {Outcome::character, length == 0 ? 1 : length};
+    CharacterRead const read = readCharacter(p, window, state_);
+    isInside_ = read.length == incompleteSequence;
+    if (read.length == invalidSequence) return {Outcome::invalid, 0, 0};
+    if (isInside_) return {Outcome::incomplete, window, 0};
+    value = read.value;
+    return {read.second == 0 ? Outcome::character : Outcome::twoCharacters, read.length, read.second};
 }
 
 bool beginsLongerCharacter(char byte) {
@@ -38,7 +39,7 @@ bool beginsLongerCharacter(char byte) {
 
 std::size_t boundaryBefore(char const* text, std::size_t at, std::size_t lowest, BufferSteps const& steps) {
     if (steps.standsAlone(text[at])) return at;
-    while (at > lowest && !steps.endsCharacter(text[at - 1]))
+    while (at > lowest && !steps.isBoundary(text[at - 1], text[at]))
         --at;
     return at;
 }

@@ -5,6 +5,7 @@
 #define KELCL_NLS_STEPPING_H
 
 #include "nls/encoding_table.h"
+#include "nls/one_character.h"
 #include "nls/utf8.h"
 #include "string/byte_search.h"
 #include "string/locale_encoding.h"
@@ -31,8 +32,8 @@ struct Encoding {
 };
 
 /// The rule of the multi-byte buffer: a character has the length that the C library gives for at most six
-/// bytes, and at least one: a NUL, an invalid byte and an incomplete sequence are one byte each. The state is
-/// carried from character to character.
+/// bytes, and at least one: a NUL, an invalid byte and an incomplete sequence are one byte each. Each is
+/// measured with a fresh state.
 class BufferSteps {
 public:
     static constexpr std::size_t longestCharacter = 6;
@@ -40,12 +41,11 @@ public:
     BufferSteps() : encoding_(Encoding::current()) {}
     /// For a text of an encoding that is known already.
     explicit BufferSteps(Encoding const& encoding) : encoding_(encoding) {}
-    /// For a walk with the caller's state, which may be inside a character: the C library alone is asked.
+    /// For one character with the caller's state, which may be inside it: the C library alone is asked.
     explicit BufferSteps(std::mbstate_t const& state) : encoding_{false, nullptr}, state_(state) {}
 
     bool isUtf8() const { return encoding_.isUtf8; }
     Encoding const& encoding() const { return encoding_; }
-    std::mbstate_t const& state() const { return state_; }
 
     /// Whether a byte can never be part of a longer character.
     bool standsAlone(char byte) const {
@@ -57,6 +57,13 @@ public:
     bool endsCharacter(char byte) const {
         if (encoding_.table == nullptr) return kelcl::standsAlone(byte, false);
         return !encoding_.table->isOpen(byte);
+    }
+    /// Whether a character begins between two bytes wherever they stand next to each other. Not for UTF-8.
+    bool isBoundary(char before, char behind) const {
+        if (endsCharacter(before)) return true;
+        auto const isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+        return isAscii(before) && isAscii(behind) && encoding_.table != nullptr &&
+               !encoding_.table->hasAsciiNeighbours();
     }
 
     /// Bytes of the character at `p`. Behind the text there is a NUL, which ends every sequence.
@@ -81,25 +88,35 @@ private:
 };
 
 /// The rule of the national-language functions: characters as the C library finds them in MB_CUR_MAX bytes,
-/// and what it calls invalid or incomplete told apart.
+/// and what it calls invalid or incomplete told apart. Each begins with a fresh state, as those that end an
+/// incomplete sequence leave one.
 class UtilitySteps {
 public:
-    enum class Outcome { character, invalid, incomplete };
+    /// Two characters: a sequence that gives two wide characters. It is one where bytes are walked, but none
+    /// to convert: wide text would not tell it from the two characters' own sequences.
+    enum class Outcome { character, twoCharacters, invalid, incomplete };
     struct Step {
         Outcome outcome;
         std::size_t bytes; ///< To advance by: the character's length, MB_CUR_MAX for an incomplete one.
+        wchar_t second;    ///< Of two characters the value of the second one, else 0.
     };
 
     UtilitySteps() : encoding_(Encoding::current()), mostBytes_(MB_CUR_MAX) {}
+    /// Begins with the caller's state, which may be inside a character.
+    explicit UtilitySteps(std::mbstate_t const& state) : UtilitySteps() {
+        state_ = state;
+        isInside_ = std::mbsinit(&state) == 0;
+    }
 
     Encoding const& encoding() const { return encoding_; }
+    std::mbstate_t const& state() const { return state_; }
 
     /// The step at `p`, looking at no more than MB_CUR_MAX and `available` bytes.
     Step at(char const* p, std::size_t available) {
         wchar_t ignored;
         return at(p, available, ignored);
     }
-    /// The same, with the value of the character.
+    /// The same, with the value of the character, or the first of two.
     Step at(char const* p, std::size_t available, wchar_t& value) {
         std::size_t const window = available < mostBytes_ ? available : mostBytes_;
         if (!isInside_ && window != 0) {
@@ -110,7 +127,7 @@ public:
             } else if (encoding_.table != nullptr) {
                 known = encoding_.table->decode(p, window, value);
             }
-            if (known != 0) return {Outcome::character, known};
+            if (known != 0) return {Outcome::character, known, 0};
         }
         return askLibrary(p, window, value);
     }
