@@ -20,9 +20,10 @@ CharacterRead readCharacter(char const* p, std::size_t n, std::mbstate_t& state)
     read.length = std::mbrtowc(&read.value, p, n, &state);
     if (!read.isCharacter()) return {read.length, 0, 0};
     bool const isNul = read.length == 0 && read.value == 0;
+    bool const isOfNoBytes = read.length == 0 && !isNul; // the caller's state held it back
     if (std::mbsinit(&state) == 0) {
         if (read.value == 0) read.value = heldBack(state);
-        if (std::mbsinit(&state) == 0) read.second = heldBack(state);
+        if (std::mbsinit(&state) == 0 && !isOfNoBytes) read.second = heldBack(state);
         state = {}; // in some encodings the library would give the second one again and again
     }
     if (isNul) read.length = 1;

@@ -15,9 +15,10 @@ inline constexpr std::size_t invalidSequence = static_cast<std::size_t>(-1);
 inline constexpr std::size_t incompleteSequence = static_cast<std::size_t>(-2);
 
 struct CharacterRead {
-    std::size_t length; ///< In bytes, 1 for a NUL; or one of the two answers above.
-    wchar_t value;      ///< 0 where there is no character.
-    wchar_t second;     ///< The next wide character that the same bytes give; 0 for all but a few sequences.
+    std::size_t
+        length;     ///< In bytes, 1 for a NUL, 0 for what the state held back; or one of the answers above.
+    wchar_t value;  ///< 0 where there is no character.
+    wchar_t second; ///< The next wide character that the same bytes give; 0 for all but a few sequences.
 
     bool isCharacter() const { return length != invalidSequence && length != incompleteSequence; }
 };

@@ -405,13 +405,16 @@ TEST(Comparison, GoesByBytesWithTheSwitchOff) {
 /// The wide string of a segment up to what does not convert.
 std::wstring wideSegment(std::string const& bytes) {
     std::wstring wide;
-    std::mbstate_t state{};
     for (std::size_t at = 0; at < bytes.size();) {
+        std::mbstate_t state{};
         wchar_t value = 0;
         std::size_t const length = std::mbrtowc(&value, bytes.data() + at, bytes.size() - at, &state);
         if (length == mb::invalidSequence || length == mb::incompleteSequence) break;
         wide += value;
         at += length;
+        if (std::mbsinit(&state) != 0) continue;
+        std::mbrtowc(&value, "", 1, &state); // the second of two wide characters
+        wide += value;
     }
     return wide;
 }

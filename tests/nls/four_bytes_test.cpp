@@ -49,6 +49,7 @@ std::string hexOf(char const (&bytes)[5]) {
 
 TEST(FourBytes, AreSteppedOverAsTheCLibrarySays) {
     kelcl::Encoding const encoding = kelcl::Encoding::current();
+    kelcl::BufferSteps const boundaries(encoding);
     char bytes[5] = {};
     unsigned int sequences = 0;
     unsigned int differences = 0;
@@ -67,6 +68,11 @@ TEST(FourBytes, AreSteppedOverAsTheCLibrarySays) {
                  ? step.outcome == kelcl::UtilitySteps::Outcome::invalid
                  : step.outcome == kelcl::UtilitySteps::Outcome::incomplete && step.bytes == 4);
         if (!same && differences++ < 10) ADD_FAILURE() << hexOf(bytes);
+        if (!isCharacter || encoding.isUtf8) return;
+        for (std::size_t i = 1; i < expected.length; ++i)
+            if ((boundaries.standsAlone(bytes[i]) || boundaries.isBoundary(bytes[i - 1], bytes[i])) &&
+                differences++ < 10)
+                ADD_FAILURE() << "boundary in " << hexOf(bytes);
     });
     EXPECT_EQ(differences, 0u);
     EXPECT_GE(sequences, 1000000u);

@@ -1,5 +1,5 @@
-// Incomplete sequences inside a text: in the locale of this test MB_CUR_MAX is two, but the character set has
-// characters of four bytes, so that the C library is never shown one of those at once.
+// Incomplete sequences inside a text: in the locales of this test MB_CUR_MAX is two, but the character set
+// has characters of four bytes, so that the C library is never shown one of those at once.
 #include "tests/nls/mb_support.h"
 
 #include <kelcl/dnlsutil.h>
@@ -8,7 +8,7 @@ namespace {
 
 using mb::lengthOf;
 
-std::string const longOne = "\x95\x32\x82\x36";
+std::string const longOne = mb::localeModeIs("shortutf8") ? "\xF0\xA0\x80\x80" : "\x95\x32\x82\x36";
 constexpr wchar_t longValue = 0x20000;
 std::string const text = "a" + longOne + "b";
 unsigned int const length = lengthOf(text);

@@ -58,6 +58,7 @@ struct Samples {
     Sample asciiTrail;   ///< Its last byte is an ASCII letter, digit or sign.
     std::string invalid; ///< One byte that is not part of any character; none where every byte is one.
     std::string lead;    ///< The first bytes of a longer character, not all of them.
+    Sample pair;         ///< A sequence that gives two wide characters, with the value of the first.
 
     /// All characters that exist, the letter first.
     std::vector<Sample> characters() const {
@@ -110,6 +111,31 @@ inline Samples const& samples() {
             s.two = s.wide = {"\xB0\xA1", 0xAC00};
             s.invalid = "\xA0";
             s.lead = "\xB0";
+        } else if (localeModeIs("euctw")) {
+            s.two = s.wide = {"\xC4\xE3", 0x4E2D};
+            s.four = {"\x8E\xA2\xA1\xA1", 0x4E42};
+            s.invalid = "\xFF";
+            s.lead = "\x8E\xA2\xA1";
+        } else if (localeModeIs("hkscs")) {
+            s.two = s.wide = {"\xA4\xA4", 0x4E2D};
+            s.asciiTrail = {"\xA4\x41", 0x4E59};
+            s.narrow = {"\x88\x66", 0xCA};
+            s.invalid = "\xFF";
+            s.lead = "\xA4";
+            s.pair = {"\x88\x62", 0xCA};
+        } else if (localeModeIs("eucjisx0213")) {
+            s.two = s.wide = {"\xA4\xAB", 0x304B};
+            s.three = {"\x8F\xA1\xA2", 0x4E02};
+            s.narrow = {"\x8E\xB1", 0xFF71};
+            s.invalid = "\xFF";
+            s.lead = "\xA4";
+            s.pair = {"\xA4\xF7", 0x304B};
+        } else if (localeModeIs("sjisx0213")) {
+            s.two = s.wide = {"\x82\xA9", 0x304B};
+            s.asciiTrail = {"\x83\x41", 0x30A2};
+            s.invalid = "\xFF";
+            s.lead = "\x82";
+            s.pair = {"\x82\xF5", 0x304B};
         } else if (localeModeIs("C")) {
             s.invalid = "\xFF";
         }
@@ -167,12 +193,15 @@ inline wchar_t valueOf(std::string const& character) {
     return value;
 }
 
+/// Whether an encoding has the signs of the Japanese ISO 646 in place of the backslash and the tilde.
+inline bool hasYenSign() { return localeModeIs("sjis") || localeModeIs("sjisx0213"); }
+
 /// The parts that texts are put together of: the samples, and bytes that are no character, NUL among them.
 inline std::vector<std::string> parts() {
     std::vector<std::string> all = {"a", "B", "7", " ", "\\", "\0"s, "\x80", "\xA1", "\xE4"};
     for (Sample const& sample : samples().longCharacters())
         all.push_back(sample.bytes);
-    for (std::string const& bad : {samples().invalid, samples().lead})
+    for (std::string const& bad : {samples().invalid, samples().lead, samples().pair.bytes})
         if (!bad.empty()) all.push_back(bad);
     return all;
 }

@@ -71,6 +71,9 @@ std::vector<wstring> allWidened(std::vector<Text> const& texts);
 string narrowed(wstring const& wide);
 /// The whole characters that fit into `width` bytes, then pads.
 string narrowedTo(unsigned int width, wstring const& wide, char pad);
+/// What the characters from a position on become when they are converted and brought back. Sequences of two
+/// wide characters, which would not come back, stay as they are.
+std::vector<string> broughtBack(Text const& t, unsigned int position);
 
 // Positions by characters; 0 where there is none or bytes before it are no character
 

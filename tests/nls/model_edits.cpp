@@ -35,9 +35,15 @@ string pieceOf(Text const& t, unsigned int start, char pad, unsigned int count) 
     unsigned int const k = nextCharacterNumber(t, from);
     unsigned int const p = k == 0 ? 0 : bytePosition(t, k);
     if (p == 0) return string(count, pad);
-    wstring const wide = widened(t);
+    std::vector<string> const characters = broughtBack(t, p);
     if (count <= p - from) return string(count, pad);
-    return string(p - from, pad) + narrowedTo(count - (p - from), wide.substr(k - 1), pad);
+    string result(p - from, pad);
+    for (string const& bytes : characters) {
+        if (result.size() + bytes.size() > count) break;
+        result += bytes;
+    }
+    result.resize(count, pad);
+    return result;
 }
 
 } // namespace
@@ -49,7 +55,10 @@ string remainOf(Text const& t, unsigned int start, char pad) {
     unsigned int const k = nextCharacterNumber(t, from);
     unsigned int const p = k == 0 ? 0 : bytePosition(t, k);
     if (p == 0) return string(t.length - from + 1, pad);
-    return string(p - from, pad) + narrowed(widened(t).substr(k - 1));
+    string result(p - from, pad);
+    for (string const& bytes : broughtBack(t, p))
+        result += bytes;
+    return result;
 }
 
 string subStringOf(Text const& t, unsigned int start, unsigned int count, char pad) {

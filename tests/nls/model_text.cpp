@@ -55,22 +55,40 @@ string narrowCharacter(wchar_t c) {
     std::mbstate_t state{};
     std::size_t const n = std::wcrtomb(bytes, c, &state);
     if (n == invalid) throw Failure{0, 880};
-    return {bytes, n};
+    if (std::mbsinit(&state) != 0) return {bytes, n};
+    return {bytes, std::wcrtomb(bytes, L'\0', &state) - 1}; // what is held back comes out in front of a NUL
+}
+
+struct Read {
+    wchar_t value;
+    string bytes;
+    bool isPair; ///< Whether the bytes give one more wide character.
+};
+
+/// The characters from a position on.
+std::vector<Read> readFrom(Text const& t, unsigned int position) {
+    std::vector<Read> result;
+    while (position <= t.length) {
+        std::mbstate_t state{};
+        wchar_t c = 0;
+        std::size_t const most = std::min<std::size_t>(MB_CUR_MAX, t.length - position + 1);
+        std::size_t const n = std::mbrtowc(&c, t.at(position), most, &state);
+        if (n == invalid) throw Failure{1012, 725};
+        if (n == incomplete) throw Failure{1012, 760}; // none of the locales has one but at the end
+        unsigned int const length = n == 0 ? 1 : static_cast<unsigned int>(n);
+        result.push_back({c, t.piece(position, length), std::mbsinit(&state) == 0});
+        position += length;
+    }
+    return result;
 }
 
 } // namespace
 
 wstring widened(Text const& t) {
     wstring result;
-    std::mbstate_t state{};
-    for (unsigned int at = 1; at <= t.length;) {
-        wchar_t c = 0;
-        std::size_t const n =
-            std::mbrtowc(&c, t.at(at), std::min<std::size_t>(MB_CUR_MAX, t.length - at + 1), &state);
-        if (n == invalid) throw Failure{1012, 725};
-        if (n == incomplete) throw Failure{1012, 760}; // none of the locales has one but at the end
-        result += c;
-        at += n == 0 ? 1 : static_cast<unsigned int>(n);
+    for (Read const& character : readFrom(t, 1)) {
+        if (character.isPair) throw Failure{1012, 725};
+        result += character.value;
     }
     return result;
 }
@@ -106,6 +124,13 @@ string narrowedTo(unsigned int width, wstring const& wide, char pad) {
         if (result.size() == width) return result;
     }
     result.resize(width, pad);
+    return result;
+}
+
+std::vector<string> broughtBack(Text const& t, unsigned int position) {
+    std::vector<string> result;
+    for (Read const& character : readFrom(t, position))
+        result.push_back(character.isPair ? character.bytes : narrowCharacter(character.value));
     return result;
 }
 

@@ -221,8 +221,8 @@ TEST(MultiByteWideTest, TestsBytesThatAreNoCharacterAsSignedValuesAndGoesOn) {
 
 TEST(MultiByteTest, AsciiBytesHaveTheValuesOfTheLocale) {
     SwitchAt const on(1);
-    // In this encoding a backslash byte is the yen sign, a tilde byte the overline.
-    bool const isShiftJis = mb::localeModeIs("sjis");
+    // In Shift JIS a backslash byte is the yen sign, a tilde byte the overline.
+    bool const isShiftJis = mb::hasYenSign();
     static int backslash;
     static int tilde;
     backslash = isShiftJis ? 0xA5 : 0x5C;

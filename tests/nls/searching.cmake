@@ -1,6 +1,6 @@
 # The tests of searching and editing multi-byte texts. The tests set the national-language switch themselves where it
 # matters; the random operations take it from the mode.
-set(multi_byte_modes utf8 eucjp sjis gb18030 big5 euckr)
+set(multi_byte_modes utf8 eucjp sjis gb18030 big5 euckr euctw ${kelcl_pair_modes})
 set(multi_byte_wide_modes ${multi_byte_modes})
 list(TRANSFORM multi_byte_wide_modes APPEND -i18n)
 

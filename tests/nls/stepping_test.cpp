@@ -108,13 +108,18 @@ TEST(UtilitySteps, AgreeWithTheCLibraryForEverySequence) {
             UtilitySteps steps;
             UtilitySteps::Step const step = steps.at(text.c_str(), available, value);
             bool const isCharacter = length != mb::invalidSequence && length != mb::incompleteSequence;
-            UtilitySteps::Outcome const outcome = isCharacter ? UtilitySteps::Outcome::character
+            bool const isPair = isCharacter && std::mbsinit(&state) == 0;
+            UtilitySteps::Outcome const outcome = isPair        ? UtilitySteps::Outcome::twoCharacters
+                                                  : isCharacter ? UtilitySteps::Outcome::character
                                                   : length == mb::invalidSequence
                                                       ? UtilitySteps::Outcome::invalid
                                                       : UtilitySteps::Outcome::incomplete;
             if (step.outcome != outcome) differences.add("outcome of " + hex(text));
             if (isCharacter && (step.bytes != std::max<std::size_t>(length, 1) || value != expected))
                 differences.add("character " + hex(text));
+            wchar_t second = 0;
+            if (isPair) std::mbrtowc(&second, "", 1, &state);
+            if (step.second != second) differences.add("second of the pair " + hex(text));
             if (length == mb::incompleteSequence && step.bytes != window)
                 differences.add("advance over " + hex(text));
         }
@@ -129,7 +134,9 @@ TEST(Steps, ReadNothingBehindTheBytesThatAreAvailable) {
             wchar_t value = 0;
             UtilitySteps steps;
             std::size_t const length = mb::mbrlenOf(text.data(), std::min<std::size_t>(size, MB_CUR_MAX));
-            EXPECT_EQ(steps.at(text.data(), size, value).outcome == UtilitySteps::Outcome::character,
+            UtilitySteps::Outcome const outcome = steps.at(text.data(), size, value).outcome;
+            EXPECT_EQ(outcome != UtilitySteps::Outcome::invalid &&
+                          outcome != UtilitySteps::Outcome::incomplete,
                       length != mb::invalidSequence && length != mb::incompleteSequence)
                 << hex(part);
         }
@@ -156,12 +163,31 @@ TEST(Boundaries, AreNeverPartOfALongerCharacter) {
     Differences differences;
     bool const utf8 = kelcl::isUtf8Locale();
     EXPECT_EQ(utf8, mb::isUtf8());
+    BufferSteps const steps;
     Sequences([&](std::string const& text) {
         std::size_t const length = modelOfBufferStep(text.c_str(), text.size() + 1);
         if (length < 2) return;
         for (std::size_t i = 0; i < length; ++i)
-            if (kelcl::standsAlone(text[i], utf8)) differences.add(hex(text));
+            if (kelcl::standsAlone(text[i], utf8) || steps.standsAlone(text[i])) differences.add(hex(text));
+        for (std::size_t i = 1; i < length && !utf8; ++i)
+            if (steps.endsCharacter(text[i - 1]) || steps.isBoundary(text[i - 1], text[i]))
+                differences.add("boundary in " + hex(text));
     }).run();
+}
+
+TEST(Boundaries, AreAtMostTwoBytesBeforeAnyByteOfAsciiText) {
+    if (mb::isUtf8()) return; // it is read backwards without them
+    BufferSteps const steps;
+    std::string text;
+    for (int round = 0; round < 3; ++round)
+        for (int first = 1; first < 0x80; ++first)
+            for (int second = 1; second < 0x80; ++second)
+                text += {static_cast<char>(first), static_cast<char>(second)};
+    text.append(1000, '0'); // digits stand inside characters of GB18030
+    std::size_t furthest = 0;
+    for (std::size_t at = 0; at < text.size(); ++at)
+        furthest = std::max(furthest, at - kelcl::boundaryBefore(text.c_str(), at, 0, steps));
+    EXPECT_LE(furthest, 2u);
 }
 
 TEST(Leads, OfUtf8StandNowhereButAtTheBeginningOfACharacter) {

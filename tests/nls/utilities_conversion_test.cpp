@@ -191,14 +191,15 @@ TEST(ConversionFromWide, ConvertsEveryValueAsTheCLibraryDoes) {
     for (wchar_t value = 0; value < 0x30100; ++value) {
         char expected[MB_LEN_MAX];
         std::mbstate_t state{};
-        std::size_t const length = std::wcrtomb(expected, value, &state);
+        std::size_t length = std::wcrtomb(expected, value, &state);
         if (length == static_cast<std::size_t>(-1)) continue;
+        if (std::mbsinit(&state) == 0) length = std::wcrtomb(expected, L'\0', &state) - 1; // was held back
         char out[MB_LEN_MAX];
         unsigned int const written = cvtWCS2MBS(&value, 1, out, sizeof out, 0, ' ');
         if (written != length || std::memcmp(out, expected, length) != 0) ++differences;
     }
     EXPECT_EQ(differences, 0u);
-    for (wchar_t const value : {surrogate, wchar_t{0xDFFF}, wchar_t{-1}}) {
+    for (wchar_t const value : {surrogate, wchar_t{0xDFFF}, static_cast<wchar_t>(-1)}) {
         char out[MB_LEN_MAX];
         EXPECT_EQ(ops::failureOf([&] { cvtWCS2MBS(&value, 1, out, sizeof out, 0, ' '); }), unconvertible());
     }

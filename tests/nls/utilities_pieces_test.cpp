@@ -12,7 +12,6 @@ using mb::badSequence;
 using mb::hex;
 using mb::invalidLine;
 using mb::lengthOf;
-using mb::narrowed;
 using mb::nothing;
 
 /// What the cutting functions find before they write.
@@ -20,7 +19,7 @@ struct Piece {
     unsigned long failure = 0; ///< The line of the exception.
     bool isLocated = false;
     std::size_t pads = 0;
-    std::wstring wide;
+    std::vector<std::string> characters; ///< Converted to wide and back; those of two values as they are.
 };
 Piece pieceOf(std::string const& text, unsigned int length, unsigned int from) {
     Piece piece;
@@ -29,11 +28,13 @@ Piece pieceOf(std::string const& text, unsigned int length, unsigned int from) {
     unsigned int const position = positions.bytePos(number);
     if (position == 0) return piece;
     piece.isLocated = true;
-    mb::Conversion const conversion = mb::converted(std::string_view(text).substr(0, length));
+    mb::Conversion const conversion = mb::convertedWithPairs(std::string_view(text).substr(0, length));
     piece.failure = conversion.failure;
     if (piece.failure != 0) return piece;
     piece.pads = position - from;
-    piece.wide = conversion.wide.substr(number - 1);
+    for (std::size_t i = number - 1; i < conversion.bytes.size(); ++i)
+        piece.characters.push_back(conversion.isPair[i] ? conversion.bytes[i]
+                                                        : mb::narrowedCharacter(conversion.wide[i]));
     return piece;
 }
 
@@ -46,7 +47,10 @@ std::optional<std::string> expectedRemainder(std::string const& text, unsigned i
     failure = piece.failure;
     if (failure != 0) return std::nullopt;
     if (!piece.isLocated) return std::string(length - from + 1, '*');
-    return std::string(piece.pads, '*') + narrowed(piece.wide);
+    std::string remainder(piece.pads, '*');
+    for (std::string const& bytes : piece.characters)
+        remainder += bytes;
+    return remainder;
 }
 
 TEST(Remainder, IsWhatTheCharactersBehindTheStartConvertTo) {
@@ -129,8 +133,7 @@ std::optional<std::string> expectedField(std::string const& text, unsigned int l
         failure = piece.failure;
         if (failure != 0) return std::nullopt;
         field.assign(std::min<std::size_t>(piece.pads, count), '*');
-        for (wchar_t const value : piece.wide) {
-            std::string const bytes = narrowed({&value, 1});
+        for (std::string const& bytes : piece.characters) {
             if (field.size() + bytes.size() > count) break;
             field += bytes;
         }

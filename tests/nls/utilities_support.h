@@ -17,15 +17,17 @@ inline ops::Failure nothing() { return {}; }
 constexpr unsigned long invalidLine = 725;
 constexpr unsigned long incompleteLine = 760;
 
-/// The characters of the first bytes of a text, or the line that the failure names.
+/// Characters of a text as the C library converts them one by one, up to bytes that are none.
 struct Conversion {
-    std::wstring wide;
-    unsigned long failure = 0;
+    std::wstring wide;              ///< Their values, of a sequence of two the first.
+    std::vector<std::string> bytes; ///< Their own.
+    std::vector<bool> isPair;       ///< Whether they give two wide characters.
+    unsigned long failure = 0;      ///< The line that the failure names.
 };
-inline Conversion converted(std::string_view bytes) {
+inline Conversion convertedWithPairs(std::string_view bytes) {
     Conversion result;
-    std::mbstate_t state{};
-    for (std::size_t at = 0; at < bytes.size();) {
+    for (std::size_t at = 0; at < bytes.size(); at += result.bytes.back().size()) {
+        std::mbstate_t state{};
         wchar_t value = 0;
         std::size_t const window = std::min<std::size_t>(bytes.size() - at, MB_CUR_MAX);
         std::size_t const length = std::mbrtowc(&value, bytes.data() + at, window, &state);
@@ -34,21 +36,34 @@ inline Conversion converted(std::string_view bytes) {
             return result;
         }
         result.wide += value;
-        at += std::max<std::size_t>(length, 1);
+        result.bytes.emplace_back(bytes.substr(at, std::max<std::size_t>(length, 1)));
+        result.isPair.push_back(std::mbsinit(&state) == 0);
     }
     return result;
+}
+/// The same where sequences of two wide characters are taken for invalid.
+inline Conversion converted(std::string_view bytes) {
+    Conversion result = convertedWithPairs(bytes);
+    if (std::find(result.isPair.begin(), result.isPair.end(), true) != result.isPair.end())
+        result.failure = invalidLine;
+    return result;
+}
+
+/// What a wide character converts to; what the C library holds back comes out in front of a NUL.
+inline std::string narrowedCharacter(wchar_t value) {
+    std::mbstate_t state{};
+    char bytes[MB_LEN_MAX];
+    std::size_t const length = std::wcrtomb(bytes, value, &state);
+    EXPECT_NE(length, static_cast<std::size_t>(-1));
+    if (std::mbsinit(&state) != 0) return {bytes, length};
+    return {bytes, std::wcrtomb(bytes, L'\0', &state) - 1};
 }
 
 /// What wide characters convert to.
 inline std::string narrowed(std::wstring_view wide) {
     std::string bytes;
-    std::mbstate_t state{};
-    for (wchar_t const value : wide) {
-        char scratch[MB_LEN_MAX];
-        std::size_t const length = std::wcrtomb(scratch, value, &state);
-        EXPECT_NE(length, static_cast<std::size_t>(-1));
-        bytes.append(scratch, length);
-    }
+    for (wchar_t const value : wide)
+        bytes += narrowedCharacter(value);
     return bytes;
 }
 
@@ -59,11 +74,10 @@ class Positions {
 public:
     /// `bytes` has at least MB_CUR_MAX - 1 bytes behind the first `length`.
     Positions(std::string const& bytes, std::size_t length) : length_(length) {
-        std::mbstate_t state{};
         std::size_t at = 0;
         while (at < length) {
             starts_.push_back(at);
-            std::size_t const size = std::mbrlen(bytes.data() + at, MB_CUR_MAX, &state);
+            std::size_t const size = mbrlenOf(bytes.data() + at, MB_CUR_MAX);
             EXPECT_NE(size, incompleteSequence);
             if (size == invalidSequence) return;
             at += std::max<std::size_t>(size, 1);
