@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -191,6 +192,17 @@ inline wchar_t valueOf(std::string const& character) {
     if (length == invalidSequence || length == incompleteSequence)
         return static_cast<signed char>(character[0]);
     return value;
+}
+
+/// The bytes of a wide value, none where it has none. What the C library holds back comes out in front of a
+/// NUL.
+inline std::string bytesOf(wchar_t value) {
+    char bytes[MB_LEN_MAX];
+    std::mbstate_t state{};
+    std::size_t const length = std::wcrtomb(bytes, value, &state);
+    if (length == invalidSequence) return "";
+    if (std::mbsinit(&state) != 0) return {bytes, length};
+    return {bytes, std::wcrtomb(bytes, L'\0', &state) - 1};
 }
 
 /// Whether an encoding has the signs of the Japanese ISO 646 in place of the backslash and the tilde.

@@ -66,7 +66,7 @@ struct Read {
 };
 
 /// The characters from a position on.
-std::vector<Read> readFrom(Text const& t, unsigned int position) {
+std::vector<Read> readFrom(Text const& t, unsigned int position, bool takesPairs) {
     std::vector<Read> result;
     while (position <= t.length) {
         std::mbstate_t state{};
@@ -75,8 +75,10 @@ std::vector<Read> readFrom(Text const& t, unsigned int position) {
         std::size_t const n = std::mbrtowc(&c, t.at(position), most, &state);
         if (n == invalid) throw Failure{1012, 725};
         if (n == incomplete) throw Failure{1012, 760}; // none of the locales has one but at the end
+        bool const isPair = std::mbsinit(&state) == 0;
+        if (isPair && !takesPairs) throw Failure{1012, 725};
         unsigned int const length = n == 0 ? 1 : static_cast<unsigned int>(n);
-        result.push_back({c, t.piece(position, length), std::mbsinit(&state) == 0});
+        result.push_back({c, t.piece(position, length), isPair});
         position += length;
     }
     return result;
@@ -86,10 +88,8 @@ std::vector<Read> readFrom(Text const& t, unsigned int position) {
 
 wstring widened(Text const& t) {
     wstring result;
-    for (Read const& character : readFrom(t, 1)) {
-        if (character.isPair) throw Failure{1012, 725};
+    for (Read const& character : readFrom(t, 1, false))
         result += character.value;
-    }
     return result;
 }
 
@@ -129,7 +129,7 @@ string narrowedTo(unsigned int width, wstring const& wide, char pad) {
 
 std::vector<string> broughtBack(Text const& t, unsigned int position) {
     std::vector<string> result;
-    for (Read const& character : readFrom(t, position))
+    for (Read const& character : readFrom(t, position, true))
         result.push_back(character.isPair ? character.bytes : narrowCharacter(character.value));
     return result;
 }

@@ -25,8 +25,23 @@ constexpr std::array<model::Function, 7> predicates = {
 void addTo(Pool& pool, wchar_t c) {
     char bytes[MB_LEN_MAX];
     std::mbstate_t state{};
-    std::size_t const n = std::wcrtomb(bytes, c, &state);
-    if (c != 0 && n != model::invalid && n != 0) pool.emplace_back(bytes, n);
+    std::size_t n = std::wcrtomb(bytes, c, &state);
+    if (c == 0 || n == model::invalid) return;
+    if (std::mbsinit(&state) == 0) n = std::wcrtomb(bytes, L'\0', &state) - 1; // was held back
+    pool.emplace_back(bytes, n);
+}
+
+/// Adds sequences that give two wide characters, where there are any, and twice, as they are few.
+void addPairs(Pool& pool) {
+    int left = 3;
+    for (unsigned int bytes = 0x8000; bytes < 0x10000 && left > 0; ++bytes) {
+        char const sequence[] = {static_cast<char>(bytes >> 8), static_cast<char>(bytes & 0xFF)};
+        std::mbstate_t state{};
+        wchar_t value = 0;
+        if (std::mbrtowc(&value, sequence, 2, &state) != 2 || std::mbsinit(&state) != 0) continue;
+        pool.insert(pool.end(), 2, string(sequence, 2));
+        --left;
+    }
 }
 
 unsigned int lengthOf(string const& bytes) { return static_cast<unsigned int>(bytes.size()); }
@@ -120,8 +135,9 @@ Pool makePool(Choices& choices) {
     Pool pool;
     for (wchar_t const c :
          L"\u00E9\u00DF\u00FF\u00B5\u0131\u0430\u042F\u03B1\u03A9\u3042\u30A2\u4E00\u8868\u4E02"
-         L"\uAC00\uFF11\uFF71\u3000\u00A0\U0001F600\U00020000\u0080\u0101")
+         L"\uAC00\uFF11\uFF71\u3000\u00A0\U0001F600\U00020000\u0080\u0101\u00CA\u304B")
         addTo(pool, c);
+    addPairs(pool);
     for (wchar_t const c :
          L"\\~\u00A5\u203E\uFF3C\uFF5E") // some encodings do not have ASCII in its own places
         addTo(pool, c);

@@ -34,7 +34,7 @@ Piece pieceOf(std::string const& text, unsigned int length, unsigned int from) {
     piece.pads = position - from;
     for (std::size_t i = number - 1; i < conversion.bytes.size(); ++i)
         piece.characters.push_back(conversion.isPair[i] ? conversion.bytes[i]
-                                                        : mb::narrowedCharacter(conversion.wide[i]));
+                                                        : mb::bytesOf(conversion.wide[i]));
     return piece;
 }
 

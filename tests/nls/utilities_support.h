@@ -5,8 +5,6 @@
 
 #include "tests/nls/mb_support.h"
 
-#include <climits>
-
 namespace mb {
 
 inline ops::Failure badSequence(unsigned long line) {
@@ -49,21 +47,13 @@ inline Conversion converted(std::string_view bytes) {
     return result;
 }
 
-/// What a wide character converts to; what the C library holds back comes out in front of a NUL.
-inline std::string narrowedCharacter(wchar_t value) {
-    std::mbstate_t state{};
-    char bytes[MB_LEN_MAX];
-    std::size_t const length = std::wcrtomb(bytes, value, &state);
-    EXPECT_NE(length, static_cast<std::size_t>(-1));
-    if (std::mbsinit(&state) != 0) return {bytes, length};
-    return {bytes, std::wcrtomb(bytes, L'\0', &state) - 1};
-}
-
 /// What wide characters convert to.
 inline std::string narrowed(std::wstring_view wide) {
     std::string bytes;
-    for (wchar_t const value : wide)
-        bytes += narrowedCharacter(value);
+    for (wchar_t const value : wide) {
+        bytes += bytesOf(value);
+        EXPECT_FALSE(bytesOf(value).empty());
+    }
     return bytes;
 }
 
