@@ -13,7 +13,9 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -124,63 +126,73 @@ void copyWholeCharacters(std::string_view text, char padChar, char* out, unsigne
     std::memset(out + cut + bytes, padChar, count - cut - bytes);
 }
 
-/// Calls `visit(step, bytes, value)` for each character of a text, until it returns false.
+/// Converts a text to wide characters and returns how many they are. Calls `takePair(place, bytes)` for a
+/// sequence of two wide characters, of which only the first one is stored, at that place.
 /// @throws DInvalidRequest at bytes that are no character.
-template <class Visit>
-void visitCharacters(std::string_view text, Visit visit) {
+template <class TakePair>
+std::size_t widen(std::string_view text, wchar_t* wide, TakePair takePair) {
     UtilitySteps steps;
+    std::size_t count = 0;
     bool inRun = false;
     for (std::size_t at = 0; at < text.size();) {
-        wchar_t value = 0;
-        UtilitySteps::Step const step = steps.at(text.data() + at, text.size() - at, value);
+        if (!inRun) {
+            kelcl::Stretch const known =
+                kelcl::widenKnown(wide + count, text.data() + at, text.size() - at, steps.encoding());
+            count += known.characters;
+            at += known.bytes;
+            if (at == text.size()) break;
+        }
+        UtilitySteps::Step const step = steps.at(text.data() + at, text.size() - at, wide[count]);
         if (step.outcome == Outcome::invalid) raiseBadSequence(invalidSequenceLine);
+        if (step.outcome == Outcome::twoCharacters) takePair(count, text.substr(at, step.bytes));
         inRun = step.outcome == Outcome::incomplete;
-        if (!inRun && !visit(step, text.substr(at, step.bytes), value)) return;
+        if (!inRun) ++count;
         at += step.bytes;
     }
     if (inRun) raiseBadSequence(incompleteSequenceLine);
+    return count;
 }
 
-void raiseUnlessCharacters(std::string_view text) {
-    visitCharacters(text, [](UtilitySteps::Step const&, std::string_view, wchar_t) { return true; });
-}
+/// A piece of a text in wide characters, with the sequences that would not come back from these.
+class WidePiece {
+public:
+    /// @throws DInvalidRequest at bytes that are no character.
+    explicit WidePiece(std::string_view text) : wide_(new wchar_t[text.size()]) {
+        count_ = widen(text, wide_.get(), [this](std::size_t place, std::string_view bytes) {
+            pairs_.push_back({place, bytes});
+        });
+    }
+    /// Calls `use(bytes)` for each character until it returns false.
+    /// @throws DInvalidRequest at a value that does not convert back.
+    template <class Use>
+    void visitBytes(Use use) const {
+        kelcl::NarrowCharacter character;
+        auto pair = pairs_.begin();
+        for (std::size_t i = 0; i < count_; ++i) {
+            bool const isPair = pair != pairs_.end() && pair->place == i;
+            if (!isPair && !character.convert(wide_[i])) raiseUnconvertible();
+            if (!use(isPair ? pair->bytes : std::string_view(character.bytes(), character.length()))) return;
+            if (isPair) ++pair;
+        }
+    }
 
-/// Calls `use(bytes)` with what each character of a text becomes when it is converted to wide and back, until
-/// it returns false. Sequences of two wide characters, which would not come back, are taken as they are.
-/// @throws DInvalidRequest at a value that does not convert.
-template <class Use>
-void forConverted(std::string_view text, Use use) {
-    kelcl::NarrowCharacter character;
-    visitCharacters(text, [&](UtilitySteps::Step const& step, std::string_view bytes, wchar_t value) {
-        if (step.outcome == Outcome::twoCharacters) return use(bytes);
-        if (!character.convert(value)) raiseUnconvertible();
-        return use(std::string_view(character.bytes(), character.length()));
-    });
-}
+private:
+    struct Pair {
+        std::size_t place;
+        std::string_view bytes;
+    };
+
+    std::unique_ptr<wchar_t[]> wide_;
+    std::size_t count_;
+    std::vector<Pair> pairs_;
+};
 
 } // namespace
 
 unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
     if (mbs == nullptr || len == 0 || wcs == nullptr) return 0;
-    UtilitySteps steps;
-    wchar_t* out = wcs;
-    bool inRun = false;
-    for (std::size_t at = 0; at < len;) {
-        if (!inRun) {
-            kelcl::Stretch const known = kelcl::widenKnown(out, mbs + at, len - at, steps.encoding());
-            out += known.characters;
-            at += known.bytes;
-            if (at == len) break;
-        }
-        UtilitySteps::Step const step = steps.at(mbs + at, len - at, *out);
-        if (step.outcome == Outcome::invalid || step.outcome == Outcome::twoCharacters)
-            raiseBadSequence(invalidSequenceLine);
-        inRun = step.outcome == Outcome::incomplete;
-        if (!inRun) ++out;
-        at += step.bytes;
-    }
-    if (inRun) raiseBadSequence(incompleteSequenceLine);
-    return static_cast<unsigned long>(out - wcs);
+    return widen({mbs, len}, wcs,
+                 [](std::size_t, std::string_view) { raiseBadSequence(invalidSequenceLine); });
 }
 
 int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state) {
@@ -288,10 +300,10 @@ unsigned int getRemainString(char const* s, unsigned int len, unsigned int start
         std::memcpy(out + cut, piece.data(), piece.size());
         return len - from + 1;
     }
-    raiseUnlessCharacters(piece);
+    WidePiece const characters(piece);
     std::memset(out, padChar, cut);
     unsigned int written = cut;
-    forConverted(piece, [&](std::string_view bytes) {
+    characters.visitBytes([&](std::string_view bytes) {
         std::memcpy(out + written, bytes.data(), bytes.size());
         written += static_cast<unsigned int>(bytes.size());
         return true;
@@ -314,10 +326,10 @@ char* getSubString(char const* s, unsigned int len, unsigned int start, char pad
         copyWholeCharacters(piece, padChar, out, cut, count);
         return out;
     }
-    raiseUnlessCharacters(piece);
+    WidePiece const characters(piece);
     std::memset(out, padChar, cut);
     std::size_t written = cut;
-    forConverted(piece, [&](std::string_view bytes) {
+    characters.visitBytes([&](std::string_view bytes) {
         if (bytes.size() > count - written) return false; // only whole characters
         std::memcpy(out + written, bytes.data(), bytes.size());
         written += bytes.size();

@@ -45,12 +45,17 @@ public:
     /// value, when there is none or the library has to be asked.
     std::size_t decode(char const* p, std::size_t available, wchar_t& value) const {
         Row const* const pairs = pairsOf(p[0]);
-        if (pairs != nullptr && available < 2) return 0;
-        Cell const cell = pairs == nullptr ? singles_[static_cast<unsigned char>(p[0])]
-                                           : (*pairs)[static_cast<unsigned char>(p[1])];
-        if (cell < 0) return 0;
-        value = static_cast<wchar_t>(cell);
-        return pairs == nullptr ? 1 : 2;
+        if (pairs == nullptr) {
+            Cell const single = singles_[static_cast<unsigned char>(p[0])];
+            if (single < 0) return 0;
+            value = static_cast<wchar_t>(single);
+            return 1;
+        }
+        if (available < 2) return 0;
+        Cell const pair = (*pairs)[static_cast<unsigned char>(p[1])];
+        if (pair < 0) return 0;
+        value = static_cast<wchar_t>(pair);
+        return 2;
     }
 
     /// Whether there are characters of more than one byte.

@@ -11,7 +11,8 @@ class DWBuffer;
 
 /// @name Conversions
 /// Texts are counted; a NUL inside is a character of one byte. Converting to wide never looks beyond the
-/// bytes given.
+/// bytes given. A sequence that stands for two wide characters, as a few encodings have some, is refused like
+/// bytes that are no character: it would not come back.
 /// @{
 
 /// Converts the first `len` bytes into `wcs`, which has room for `len` wide characters, and returns how many
@@ -20,8 +21,8 @@ class DWBuffer;
 KELCL_EXPORT unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs);
 
 /// Converts one character of at most `n` bytes with the caller's state and returns its length in bytes, 1 for
-/// a NUL.
-/// @throws DInvalidRequest (message 1012, unrecoverable) when there is none.
+/// a NUL. A null `state` stands for a fresh one, a null `pwc` for no interest in the value.
+/// @throws DInvalidRequest (message 1012, unrecoverable) when there is none; `pwc` keeps its value.
 KELCL_EXPORT int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state);
 
 /// Converts wide characters, whole ones only, into a field of `outLen` bytes and returns the bytes written.
@@ -61,6 +62,7 @@ KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsig
 /// @name Cutting
 /// Pieces of a text from byte `start` (1-based, 0 counts as 1) on, with pad characters in place of the bytes
 /// of a character that was cut. All is pad when the start cannot be located or `s` is null.
+/// A sequence that stands for two wide characters is kept as it is.
 /// @throws DInvalidRequest as the conversions do, when the text behind the start is no text.
 /// @{
 

@@ -129,6 +129,18 @@ TEST(ConversionOfOneCharacter, ReturnsItsLengthAndOneForANul) {
     EXPECT_EQ(value, L'\0');
 }
 
+TEST(ConversionOfOneCharacter, NeedsNeitherStateNorRoomForTheValue) {
+    wchar_t value = L'#';
+    for (mb::Sample const& sample : mb::samples().characters()) {
+        int const size = static_cast<int>(sample.bytes.size());
+        EXPECT_EQ(cvtMB2WC(sample.bytes.data(), lengthOf(sample.bytes), &value, nullptr), size);
+        EXPECT_EQ(value, sample.value);
+        EXPECT_EQ(cvtMB2WC(sample.bytes.data(), lengthOf(sample.bytes), nullptr, nullptr), size);
+    }
+    std::mbstate_t state{};
+    EXPECT_EQ(cvtMB2WC(nullptr, 0, &value, &state), 1) << "as mbrtowc takes a null text: for the empty one";
+}
+
 TEST(ConversionOfOneCharacter, GoesOnFromTheStateOfTheCaller) {
     for (mb::Sample const& sample : mb::samples().longCharacters()) {
         std::mbstate_t state{};
@@ -141,7 +153,7 @@ TEST(ConversionOfOneCharacter, GoesOnFromTheStateOfTheCaller) {
 }
 
 TEST(ConversionOfOneCharacter, FailsAtBadSequences) {
-    wchar_t value = 0;
+    wchar_t value = L'#';
     auto const failureAt = [&value](std::string const& bytes) {
         return ops::failureOf([&] {
             std::mbstate_t state{};
@@ -153,6 +165,7 @@ TEST(ConversionOfOneCharacter, FailsAtBadSequences) {
     EXPECT_EQ(failureAt(mb::samples().invalid), badSequence(invalidLine));
     EXPECT_EQ(failureAt(mb::samples().lead), badSequence(incompleteLine));
     EXPECT_EQ(failureAt(mb::samples().lead + '\0'), badSequence(invalidLine));
+    EXPECT_EQ(value, L'#') << "a failure leaves the value alone";
 }
 
 /// Converts into a field of every size, with and without pad, and compares with the rule.
