@@ -1,6 +1,6 @@
-// Decimal notation of long numbers, both ways, 19 digits at a time, which is what a limb of 64 bits holds.
-// Long numbers are cut in two at a power of ten again and again; the arithmetic for that is in
-// decimal_limbs.h.
+// Decimal notation of long numbers, both ways, by the same walk: chunks of the number in the one base are
+// limbs in the other, and neighbours are joined, the higher one times a power, until one number is left.
+// The arithmetic for that is in decimal_limbs.h.
 
 #include "string/decimal.h"
 
@@ -17,57 +17,61 @@ namespace kelcl {
 
 namespace {
 
-using limbs::bitsOfLimb;
 using limbs::Limb;
 
-// A chunk is 19 digits as a limb. A number of n chunks always fits n limbs, since 10^19 < 2^64.
-constexpr std::size_t chunkDigits = 19;
-constexpr Limb chunkBase = 10'000'000'000'000'000'000U;
+/// Up to so many chunks are joined one by one, which is faster then, though quadratic.
+constexpr std::size_t fewChunks = 160;
 
-/// Numbers of up to so many chunks are converted chunk by chunk, which is faster then.
-constexpr std::size_t leafChunks = 24;
+/// Blocks that a longer number is made of: a power of two or three times one, as transforms have them.
+constexpr std::size_t blockChunks = 64;
 
-/// 10^19 to the powers of two. Since a power of ten is one of five times one of two, half of it is shifts:
-/// each is kept as limbs with the top bit set, as a divisor must be, and a number of bits to shift them by.
-class PowersOfChunkBase {
-public:
-    struct Power {
-        std::vector<Limb> limbs;
-        std::size_t shift;
-    };
+/// Turns n chunks into a number of n limbs, in place, by appending one after the other.
+template <class Base>
+void joinFew(Limb* chunks, std::size_t n) {
+    std::array<Limb, fewChunks> number{};
+    for (std::size_t i = n; i-- > 0;)
+        Base::append(number.data(), n - i, chunks[i]);
+    std::copy_n(number.data(), n, chunks);
+}
 
-    /// All powers that are needed to cut a number of so many chunks in two.
-    explicit PowersOfChunkBase(std::size_t chunks) {
-        if (chunks <= leafChunks) return;
-        powers_.push_back({{chunkBase}, 0});
-        for (std::size_t reached = 1; 2 * reached < chunks; reached *= 2)
-            powers_.push_back(squareOf(powers_.back()));
+/// What a number is multiplied by when so many chunks are put below it.
+template <class Base>
+std::vector<Limb> powerOfChunks(std::size_t chunks) {
+    std::vector<Limb> power(chunks);
+    power[0] = 1;
+    for (std::size_t i = 0; i < chunks; ++i)
+        Base::append(power.data(), i + 1, 0);
+    return power;
+}
+
+/// Turns n chunks, the lowest first, into the number in n limbs, in place: first blocks of few, then every
+/// two neighbours, until one block is left.
+template <class Base>
+void joinChunks(Limb* chunks, std::size_t n) {
+    if (n <= fewChunks) return joinFew<Base>(chunks, n);
+    ExactArithmetic const exact;
+    std::size_t size = n;
+    while (size > blockChunks)
+        size = (size + 1) / 2;
+    size = size > blockChunks / 4 * 3 ? blockChunks : blockChunks / 4 * 3;
+    for (std::size_t i = 0; i < n; i += size)
+        joinFew<Base>(chunks + i, std::min(size, n - i));
+
+    std::vector<Limb> power = powerOfChunks<Base>(size);
+    for (; size < n; size *= 2) {
+        limbs::Multiplier<Base> multiplier(std::move(power));
+        std::vector<Limb> product(2 * size);
+        for (std::size_t i = 0; i + size < n; i += 2 * size) {
+            std::size_t const both = std::min(2 * size, n - i);
+            std::vector<Limb> high(chunks + i + size, chunks + i + both);
+            high.resize(size);
+            multiplier.multiply(product.data(), high.data());
+            limbs::addTo<Base>(product.data(), both, chunks + i, size);
+            std::copy_n(product.data(), both, chunks + i);
+        }
+        if (2 * size < n) power = multiplier.square();
     }
-
-    /// Of n chunks the lower ones are a power of two in number, as many as leave at least one.
-    static std::size_t lowerChunks(std::size_t n) { return std::bit_floor(n - 1); }
-
-    /// (10^19)^chunks, where `chunks` is a power of two.
-    Power const& ofChunks(std::size_t chunks) const {
-        return powers_[static_cast<std::size_t>(std::countr_zero(chunks))];
-    }
-
-private:
-    static Power squareOf(Power const& root) {
-        std::size_t const n = root.limbs.size();
-        std::vector<Limb> square(2 * n);
-        limbs::multiply(square.data(), root.limbs.data(), n, root.limbs.data(), n);
-        auto const spare = static_cast<std::size_t>(std::countl_zero(square.back())); // 0 or 1
-        auto const zeros = static_cast<std::size_t>(
-            std::find_if(square.begin(), square.end(), [](Limb limb) { return limb != 0; }) - square.begin());
-        Power result{std::vector<Limb>(2 * n), 2 * root.shift + zeros * bitsOfLimb - spare};
-        limbs::shiftLeft(result.limbs.data(), 2 * n, square.data(), 2 * n, spare);
-        result.limbs.erase(result.limbs.begin(), result.limbs.begin() + static_cast<std::ptrdiff_t>(zeros));
-        return result;
-    }
-
-    std::vector<Power> powers_;
-};
+}
 
 constexpr std::array<char, 200> makeDigitPairs() {
     std::array<char, 200> pairs{};
@@ -87,21 +91,21 @@ void writeDigits(char* out, std::uint32_t value, std::size_t digits) {
     }
 }
 
-/// Puts chunks, the highest first, into text, without the zeros in front of the number.
-class ChunkWriter {
+/// Puts limbs of sixteen digits, the highest first, into text, without the zeros in front of the number.
+class LimbWriter {
 public:
-    explicit ChunkWriter(char* out) : begin_(out), end_(out) {}
+    explicit LimbWriter(char* out) : begin_(out), end_(out) {}
 
     bool hasWritten() const { return end_ != begin_; }
     std::size_t size() const { return static_cast<std::size_t>(end_ - begin_); }
 
-    void write(Limb chunk) {
+    void write(Limb limb) {
         if (hasWritten()) {
-            writeAllDigits(end_, chunk);
-            end_ += chunkDigits;
-        } else if (chunk != 0) {
-            std::array<char, chunkDigits> digits;
-            writeAllDigits(digits.data(), chunk);
+            writeAllDigits(end_, limb);
+            end_ += digitsOfLimb;
+        } else if (limb != 0) {
+            std::array<char, digitsOfLimb> digits;
+            writeAllDigits(digits.data(), limb);
             char const* const first =
                 std::find_if(digits.begin(), digits.end(), [](char digit) { return digit != '0'; });
             end_ = std::copy(first, static_cast<char const*>(digits.end()), end_);
@@ -109,65 +113,17 @@ public:
     }
 
 private:
-    static void writeAllDigits(char* out, Limb chunk) {
-        constexpr Limb lowBase = 100'000'000;
-        Limb const upper = chunk / lowBase;
-        Limb const top = upper / lowBase; // 3 digits
-        out[0] = static_cast<char>('0' + top / 100);
-        writeDigits(out + 1, static_cast<std::uint32_t>(top % 100), 2);
-        writeDigits(out + 3, static_cast<std::uint32_t>(upper % lowBase), 8);
-        writeDigits(out + 11, static_cast<std::uint32_t>(chunk % lowBase), 8);
+    static constexpr std::size_t digitsOfLimb = limbs::Decimal::digitsOfLimb;
+
+    static void writeAllDigits(char* out, Limb limb) {
+        constexpr Limb half = 100'000'000;
+        writeDigits(out, static_cast<std::uint32_t>(limb / half), 8);
+        writeDigits(out + 8, static_cast<std::uint32_t>(limb % half), 8);
     }
 
     char* begin_;
     char* end_;
 };
-
-/// Writes a number of n chunks that is held in n limbs, which are used up, by repeated division by 10^19.
-void writeLeaf(ChunkWriter& writer, Limb* number, std::size_t n) {
-    constexpr limbs::LimbDivisor divisor(chunkBase);
-    std::array<Limb, leafChunks> chunks{};
-    std::size_t length = n;
-    for (std::size_t i = 0; i < n; ++i) {
-        while (length > 0 && number[length - 1] == 0)
-            --length;
-        Limb remainder = 0;
-        for (std::size_t j = length; j-- > 0;) {
-            if (j + 1 == length && number[j] < chunkBase) {
-                remainder = number[j];
-                number[j] = 0;
-                continue;
-            }
-            auto const result = divisor.divide(remainder, number[j]);
-            number[j] = result.quotient;
-            remainder = result.remainder;
-        }
-        chunks[i] = remainder;
-    }
-    for (std::size_t i = n; i-- > 0;)
-        writer.write(chunks[i]);
-}
-
-void writeNumber(ChunkWriter& writer, Limb* number, std::size_t n, PowersOfChunkBase const& powers) {
-    if (n <= leafChunks) return writeLeaf(writer, number, n);
-    std::size_t const lower = PowersOfChunkBase::lowerChunks(n);
-    auto const& [divisor, shift] = powers.ofChunks(lower);
-    std::size_t const whole = shift / bitsOfLimb;
-
-    std::vector<Limb> rest(n - whole);
-    limbs::shiftRight(rest.data(), rest.size(), number, n, shift);
-    std::size_t const quotientSize = rest.size() - divisor.size();
-    std::vector<Limb> quotient(std::max(quotientSize + 1, n - lower));
-    quotient[quotientSize] =
-        limbs::divide(quotient.data(), quotientSize, rest.data(), divisor.data(), divisor.size());
-    writeNumber(writer, quotient.data(), n - lower, powers);
-
-    // The remainder is what the division left, shifted back, with the bits of the number below the shift.
-    Limb const keptBits = number[whole] & ((Limb{1} << shift % bitsOfLimb) - 1);
-    limbs::shiftLeft(number + whole, lower - whole, rest.data(), divisor.size(), shift % bitsOfLimb);
-    number[whole] |= keptBits;
-    writeNumber(writer, number, lower, powers);
-}
 
 /// The value of up to 19 digits.
 Limb chunkOf(std::string_view digits) {
@@ -175,29 +131,6 @@ Limb chunkOf(std::string_view digits) {
     for (char const digit : digits)
         value = value * 10 + static_cast<Limb>(digit - '0');
     return value;
-}
-
-/// Turns n chunks, the lowest first, into the number in n limbs, in place.
-void readNumber(Limb* chunks, std::size_t n, PowersOfChunkBase const& powers) {
-    if (n <= leafChunks) {
-        std::array<Limb, leafChunks> number{};
-        for (std::size_t i = n; i-- > 0;)
-            limbs::multiplyBy(number.data(), n - i, chunkBase, chunks[i]);
-        std::copy_n(number.data(), n, chunks);
-        return;
-    }
-    std::size_t const lower = PowersOfChunkBase::lowerChunks(n);
-    auto const& [factor, shift] = powers.ofChunks(lower);
-    readNumber(chunks, lower, powers);
-    readNumber(chunks + lower, n - lower, powers);
-    std::vector<Limb> product(n - lower + factor.size());
-    limbs::multiply(product.data(), factor.data(), factor.size(), chunks + lower, n - lower);
-
-    std::size_t const whole = shift / bitsOfLimb;
-    std::vector<Limb> shifted(n - whole);
-    limbs::shiftLeft(shifted.data(), shifted.size(), product.data(), product.size(), shift % bitsOfLimb);
-    std::fill_n(chunks + lower, n - lower, Limb{0});
-    limbs::addTo(chunks + whole, n - whole, shifted.data(), shifted.size());
 }
 
 std::string_view withoutLeading(std::string_view text, char byte) {
@@ -214,28 +147,40 @@ public:
 
 private:
     std::size_t size_;
-    std::array<Limb, leafChunks> few_{};
+    std::array<Limb, fewChunks> few_{};
     std::vector<Limb> many_;
 };
 
-/// Sets the lowest limbs to the big-endian number.
-void setToBytes(Limb* number, std::string_view bytes) {
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        Limb const byte = static_cast<unsigned char>(bytes[bytes.size() - 1 - i]);
-        number[i / sizeof(Limb)] |= byte << i % sizeof(Limb) * 8;
-    }
+constexpr std::size_t bytesOfLimb = sizeof(Limb);
+
+/// The value of up to eight big-endian bytes.
+Limb limbOf(std::string_view bytes) {
+    Limb value = 0;
+    for (char const byte : bytes)
+        value = value << 8U | static_cast<unsigned char>(byte);
+    return value;
+}
+
+/// The bits of a big-endian number from bit `first` on, at least 57 of them unless there are fewer.
+Limb bitsFrom(std::string_view bytes, std::size_t first) {
+    std::size_t const end = bytes.size() - first / 8;
+    std::size_t const size = std::min(end, bytesOfLimb);
+    return limbOf(bytes.substr(end - size, size)) >> first % 8;
 }
 
 /// Writes the big-endian bytes of a number other than zero without leading zero bytes.
 std::size_t writeBytes(char* out, Limb const* number, std::size_t n) {
-    std::size_t top = n;
-    while (number[top - 1] == 0)
-        --top;
-    std::size_t const size =
-        top * sizeof(Limb) - static_cast<std::size_t>(std::countl_zero(number[top - 1])) / 8;
-    for (std::size_t i = 0; i < size; ++i)
-        out[size - 1 - i] = static_cast<char>(number[i / sizeof(Limb)] >> i % sizeof(Limb) * 8 & 0xFFU);
-    return size;
+    while (number[n - 1] == 0)
+        --n;
+    char* end = out;
+    auto const write = [&end](Limb limb, std::size_t bytes) {
+        for (std::size_t i = bytes; i-- > 0;)
+            *end++ = static_cast<char>(limb >> i * 8 & 0xFFU);
+    };
+    write(number[n - 1], bytesOfLimb - static_cast<std::size_t>(std::countl_zero(number[n - 1])) / 8);
+    while (--n > 0)
+        write(number[n - 1], bytesOfLimb);
+    return static_cast<std::size_t>(end - out);
 }
 
 } // namespace
@@ -245,12 +190,17 @@ std::size_t decimalDigitsBound(std::size_t bytes) {
 }
 
 std::size_t writeDecimal(char* out, std::string_view bytes) {
+    using Base = limbs::Decimal;
+    constexpr Limb chunkMask = (Limb{1} << Base::bitsOfChunk) - 1;
     bytes = withoutLeading(bytes, '\0');
-    std::size_t const chunks = bytes.size() * 8 / 63 + 1; // a chunk holds at least 63 bits
+    std::size_t const chunks = bytes.size() * 8 / Base::bitsOfChunk + 1;
     Limbs number(chunks);
-    setToBytes(number.data(), bytes);
-    ChunkWriter writer(out);
-    writeNumber(writer, number.data(), chunks, PowersOfChunkBase(chunks));
+    for (std::size_t i = 0; i < chunks; ++i)
+        number.data()[i] = bitsFrom(bytes, i * Base::bitsOfChunk) & chunkMask;
+    joinChunks<Base>(number.data(), chunks);
+    LimbWriter writer(out);
+    for (std::size_t i = chunks; i-- > 0;)
+        writer.write(number.data()[i]);
     if (writer.hasWritten()) return writer.size();
     *out = '0';
     return 1;
@@ -261,19 +211,20 @@ std::size_t bytesBound(std::size_t digits) {
 }
 
 std::size_t readDecimal(char* out, std::string_view digits) {
+    using Base = limbs::Binary;
     digits = withoutLeading(digits, '0');
     if (digits.empty()) {
         *out = '\0';
         return 1;
     }
-    std::size_t const chunks = (digits.size() + chunkDigits - 1) / chunkDigits;
+    std::size_t const chunks = (digits.size() + Base::digitsOfChunk - 1) / Base::digitsOfChunk;
     Limbs number(chunks);
     for (std::size_t i = 0; i < chunks; ++i) {
-        std::size_t const size = std::min(digits.size(), chunkDigits);
+        std::size_t const size = std::min(digits.size(), Base::digitsOfChunk);
         number.data()[i] = chunkOf(digits.substr(digits.size() - size));
         digits.remove_suffix(size);
     }
-    readNumber(number.data(), chunks, PowersOfChunkBase(chunks));
+    joinChunks<Base>(number.data(), chunks);
     return writeBytes(out, number.data(), number.size());
 }
 

@@ -1,76 +1,97 @@
-// Arithmetic on unsigned numbers of any length, as far as the conversion of decimal notation needs it.
-// A number is a stretch of limbs, 64 bits each, the lowest first. Nothing here knows of digits.
+// Arithmetic on unsigned numbers of any length in two bases, as far as the conversion of decimal notation
+// needs it. A number is a stretch of limbs, the lowest first. Nothing here knows of text.
 #ifndef KELCL_STRING_DECIMAL_LIMBS_H
 #define KELCL_STRING_DECIMAL_LIMBS_H
 
+#include "string/spectrum.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace kelcl::limbs {
 
 using Limb = std::uint64_t;
 __extension__ using WideLimb = unsigned __int128;
 
-inline constexpr unsigned int bitsOfLimb = 64;
-
 constexpr Limb lowLimb(WideLimb value) { return static_cast<Limb>(value); }
-constexpr Limb highLimb(WideLimb value) { return static_cast<Limb>(value >> bitsOfLimb); }
+constexpr Limb highLimb(WideLimb value) { return static_cast<Limb>(value >> 64U); }
 
-/// Divides by a fixed limb whose top bit is set, with multiplications by its reciprocal in place of the slow
-/// division (Möller and Granlund, "Improved division by invariant integers", algorithm 4).
-class LimbDivisor {
-public:
-    constexpr explicit LimbDivisor(Limb divisor)
-        : divisor_(divisor), reciprocal_(lowLimb(~WideLimb{0} / divisor)) {}
+/// All ones for what a subtraction has made negative, otherwise 0.
+constexpr Limb maskOfNegative(Limb value) { return 0 - (value >> 63U); }
 
-    struct Result {
-        Limb quotient;
-        Limb remainder;
-    };
+/// Limbs of 64 bits, and what they are read from: 19 decimal digits at a time.
+struct Binary {
+    static constexpr std::size_t digitsOfChunk = 19;
+    static constexpr Limb piece = 1U << 16U; ///< Four pieces make a limb.
+    static constexpr Limb halfPieces = 0x8000'8000'8000'8000;
 
-    /// `high` is less than the divisor.
-    constexpr Result divide(Limb high, Limb low) const {
-        WideLimb const estimate =
-            WideLimb{reciprocal_} * high + (WideLimb{high} << bitsOfLimb | low) + (WideLimb{1} << bitsOfLimb);
-        Limb quotient = highLimb(estimate);
-        Limb remainder = low - quotient * divisor_;
-        if (remainder > lowLimb(estimate)) {
-            --quotient;
-            remainder += divisor_;
-        }
-        if (remainder >= divisor_) [[unlikely]] {
-            ++quotient;
-            remainder -= divisor_;
-        }
-        return {quotient, remainder};
+    static Limb add(Limb a, Limb b, Limb& carry) {
+        WideLimb const sum = WideLimb{a} + b + carry;
+        carry = highLimb(sum);
+        return lowLimb(sum);
     }
+    static Limb subtract(Limb a, Limb b, Limb& borrow) {
+        WideLimb const difference = WideLimb{a} - b - borrow;
+        borrow = highLimb(difference) & 1U;
+        return lowLimb(difference);
+    }
+    /// a[0..n) = a * 10^19 + chunk, which has room.
+    static void append(Limb* a, std::size_t n, Limb chunk);
+};
 
-private:
-    Limb divisor_;
-    Limb reciprocal_; // less 2^64, which every such reciprocal contains
+/// Limbs of 16 decimal digits, and what they are read from: 53 bits at a time.
+struct Decimal {
+    static constexpr std::size_t bitsOfChunk = 53;
+    static constexpr std::size_t digitsOfLimb = 16;
+    static constexpr Limb base = 10'000'000'000'000'000;
+    static constexpr Limb piece = 10'000; ///< Four pieces make a limb.
+    static constexpr Limb halfPieces = 5000'5000'5000'5000;
+
+    static Limb add(Limb a, Limb b, Limb& carry) {
+        Limb const sum = a + b + carry - base;
+        Limb const isNegative = maskOfNegative(sum);
+        carry = 1 + isNegative;
+        return sum + (base & isNegative);
+    }
+    static Limb subtract(Limb a, Limb b, Limb& borrow) {
+        Limb const difference = a - b - borrow;
+        Limb const isNegative = maskOfNegative(difference);
+        borrow = 0 - isNegative;
+        return difference + (base & isNegative);
+    }
+    /// a[0..n) = a * 2^53 + chunk, which has room.
+    static void append(Limb* a, std::size_t n, Limb chunk);
 };
 
 /// a[0..n) += b[0..m), m at most n; returns the carry.
+template <class Base>
 Limb addTo(Limb* a, std::size_t n, Limb const* b, std::size_t m);
 
 /// a[0..n) -= b[0..m), m at most n; returns the borrow.
+template <class Base>
 Limb subtractFrom(Limb* a, std::size_t n, Limb const* b, std::size_t m);
 
-/// a[0..n) = a * factor + addend; returns the carry.
-Limb multiplyBy(Limb* a, std::size_t n, Limb factor, Limb addend);
+/// Multiplies by one and the same factor. An ExactArithmetic must live meanwhile. May throw std::bad_alloc.
+template <class Base>
+class Multiplier {
+public:
+    explicit Multiplier(std::vector<Limb> factor);
 
-/// out[0..n + m) = a[0..n) * b[0..m), n and m at least 1. No overlap. May throw std::bad_alloc.
-void multiply(Limb* out, Limb const* a, std::size_t n, Limb const* b, std::size_t m);
+    /// out[0..2n) = factor * b[0..n), for the n limbs of the factor.
+    void multiply(Limb* out, Limb const* b);
+    std::vector<Limb> square();
 
-/// Divides a[0..n + m) by b[0..n), n at least 1, whose top bit is set. The quotient is in q[0..m) and, above
-/// that, in the limb returned, which is 0 or 1; the remainder is in a[0..n), and the rest of a is 0. May
-/// throw std::bad_alloc.
-Limb divide(Limb* q, std::size_t m, Limb* a, Limb const* b, std::size_t n);
+private:
+    bool isTransformed() const { return factor_.size() <= longestTransformed; }
 
-/// out[0..m) = a[0..n) shifted by `bits`, from 0 on: as much of it as there is room for, with zeros where a
-/// has none.
-void shiftLeft(Limb* out, std::size_t m, Limb const* a, std::size_t n, std::size_t bits);
-void shiftRight(Limb* out, std::size_t m, Limb const* a, std::size_t n, std::size_t bits);
+    static constexpr std::size_t longestTransformed = Spectrum::longest / 8;
+
+    std::vector<Limb> factor_;
+    Spectrum ofFactor_;
+    Spectrum work_;
+    std::vector<Limb> scratch_;
+};
 
 } // namespace kelcl::limbs
 

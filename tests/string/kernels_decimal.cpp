@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cfenv>
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -154,68 +156,122 @@ TEST(Decimal, StaysWithinItsBoundsForNumbersOfAllOnes) {
     }
 }
 
-std::vector<Limb> randomLimbs(std::mt19937_64& random, std::size_t n) {
+/// Limbs below `base` (0 stands for 2^64) of every shape that matters: random ones, the largest, few among
+/// zeros, and those whose pieces all are half of a piece's base, or just less.
+std::vector<Limb> shapedLimbs(std::mt19937_64& random, std::size_t n, Limb base, Limb halves) {
     std::vector<Limb> result(n);
-    std::uint64_t const shape = random() % 4;
-    for (Limb& limb : result)
-        limb = shape == 0 ? ~Limb{0} : shape == 1 && random() % 3 != 0 ? 0 : random();
+    std::uint64_t const shape = random() % 6;
+    for (Limb& limb : result) {
+        Limb const any = base == 0 ? random() : random() % base;
+        limb = shape == 0                        ? base - 1
+               : shape == 1 && random() % 3 != 0 ? 0
+               : shape == 2                      ? halves
+               : shape == 3                      ? halves - 1
+                                                 : any;
+    }
     return result;
 }
 
-std::vector<Limb> plainProduct(std::vector<Limb> const& a, std::vector<Limb> const& b) {
+std::vector<Limb> plainProduct(std::vector<Limb> const& a, std::vector<Limb> const& b, Limb base) {
+    using kelcl::limbs::WideLimb;
     std::vector<Limb> result(a.size() + b.size());
     for (std::size_t i = 0; i < a.size(); ++i) {
         Limb carry = 0;
         for (std::size_t j = 0; j < b.size(); ++j) {
-            kelcl::limbs::WideLimb const sum = kelcl::limbs::WideLimb{a[i]} * b[j] + result[i + j] + carry;
-            result[i + j] = static_cast<Limb>(sum);
-            carry = static_cast<Limb>(sum >> 64U);
+            WideLimb const sum = WideLimb{a[i]} * b[j] + result[i + j] + carry;
+            result[i + j] = base == 0 ? static_cast<Limb>(sum) : static_cast<Limb>(sum % base);
+            carry = base == 0 ? static_cast<Limb>(sum >> 64U) : static_cast<Limb>(sum / base);
         }
         result[i + b.size()] = carry;
     }
     return result;
 }
 
-TEST(LimbProducts, AreWhatSchoolbookCodeGives) {
+template <class Base>
+std::vector<Limb> productOf(std::vector<Limb> const& a, std::vector<Limb> const& b) {
+    kelcl::ExactArithmetic const exact;
+    kelcl::limbs::Multiplier<Base> multiplier(a);
+    std::vector<Limb> product(2 * a.size() + 1, 77);
+    multiplier.multiply(product.data(), b.data());
+    EXPECT_EQ(product.back(), 77U);
+    product.pop_back();
+    return product;
+}
+
+// Beyond 1536 limbs a product is made of others.
+constexpr std::size_t sizesOfProducts[] = {1,  2,  3,   4,   5,   7,   8,    12,   16,   24,   31,   32,
+                                           33, 48, 100, 192, 256, 768, 1000, 1024, 1535, 1536, 1537, 3100};
+
+TEST(LimbProducts, InBothBasesAreWhatSchoolbookCodeGives) {
     std::mt19937_64 random(504);
-    for (int round = 0; round < 1500; ++round) {
-        auto const a = randomLimbs(random, 1 + random() % 200);
-        auto const b = randomLimbs(random, 1 + random() % (round % 2 == 0 ? 200 : a.size()));
-        std::vector<Limb> product(a.size() + b.size() + 1, 77);
-        kelcl::limbs::multiply(product.data(), a.data(), a.size(), b.data(), b.size());
-        ASSERT_EQ(product.back(), 77U);
-        product.pop_back();
-        ASSERT_EQ(product, plainProduct(a, b));
+    for (std::size_t const n : sizesOfProducts)
+        for (int round = 0; round < (n < 400 ? 100 : 6); ++round) {
+            using kelcl::limbs::Binary;
+            using kelcl::limbs::Decimal;
+            auto const a = shapedLimbs(random, n, 0, Binary::halfPieces);
+            auto const b = shapedLimbs(random, n, 0, Binary::halfPieces);
+            ASSERT_TRUE(productOf<Binary>(a, b) == plainProduct(a, b, 0)) << n;
+            auto const c = shapedLimbs(random, n, Decimal::base, Decimal::halfPieces);
+            auto const d = shapedLimbs(random, n, Decimal::base, Decimal::halfPieces);
+            ASSERT_TRUE(productOf<Decimal>(c, d) == plainProduct(c, d, Decimal::base)) << n;
+        }
+}
+
+/// How far the coefficients of a product of two rows are from whole numbers at most.
+double distanceFromWholeNumbers(std::mt19937_64& random, std::size_t n, int shape) {
+    kelcl::ExactArithmetic const exact;
+    kelcl::Spectrum a(2 * n);
+    kelcl::Spectrum b(2 * n);
+    for (kelcl::Spectrum* const row : {&a, &b}) {
+        std::fill_n(row->coefficients(), row->size(), 0.0);
+        for (std::size_t i = 0; i < n; ++i)
+            row->coefficients()[i] = shape == 0   ? -32768.0
+                                     : shape == 1 ? (random() % 2 != 0 ? -32768.0 : 32767.0)
+                                                  : static_cast<double>(random() % 65536) - 32768;
+        row->transform();
+    }
+    a.multiplyBy(b);
+    a.transformBack();
+    double most = 0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        most = std::max(most, std::abs(a.coefficients()[i] - std::nearbyint(a.coefficients()[i])));
+    return most;
+}
+
+TEST(Spectrum, OfLongestRowsIsFarFromRoundingWrongly) {
+    std::mt19937_64 random(506);
+    for (std::size_t const n : {kelcl::Spectrum::longest / 2, std::size_t{4096}, std::size_t{3000}})
+        for (int shape = 0; shape < 3; ++shape)
+            EXPECT_LT(distanceFromWholeNumbers(random, n, shape), 1.0 / 64) << n << ' ' << shape;
+}
+
+TEST(Decimal, DoesNotDependOnTheHostsRoundingAndLeavesItsFlagsAlone) {
+    std::mt19937 random(507);
+    std::string const bytes = shapedBytes(random, 5000);
+    std::string const digits = plainDecimal(bytes);
+    for (int const mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+        std::fesetround(mode);
+        std::feclearexcept(FE_ALL_EXCEPT);
+        std::string const written = decimalOf(bytes);
+        std::string const read = bytesOf(written);
+        int const flags = std::fetestexcept(FE_ALL_EXCEPT);
+        int const modeAfterwards = std::fegetround();
+        std::fesetround(FE_TONEAREST);
+        EXPECT_TRUE(written == digits) << mode;
+        EXPECT_TRUE(read == bytes.substr(std::min(bytes.find_first_not_of('\0'), bytes.size() - 1))) << mode;
+        EXPECT_EQ(modeAfterwards, mode);
+        EXPECT_EQ(flags, 0);
     }
 }
 
-TEST(LimbQuotients, TimesTheDivisorPlusASmallerRemainderGiveTheNumberBack) {
-    std::mt19937_64 random(505);
-    for (int round = 0; round < 1500; ++round) {
-        auto divisor = randomLimbs(random, 1 + random() % 150);
-        divisor.back() |= Limb{1} << 63U;
-        std::size_t const m = random() % 320;
-        auto const number = randomLimbs(random, divisor.size() + m);
-        std::vector<Limb> quotient(m + 1);
-        std::vector<Limb> rest = number;
-        quotient[m] = kelcl::limbs::divide(quotient.data(), m, rest.data(), divisor.data(), divisor.size());
-
-        ASSERT_LE(quotient[m], 1U);
-        ASSERT_TRUE(std::all_of(rest.begin() + static_cast<std::ptrdiff_t>(divisor.size()), rest.end(),
-                                [](Limb limb) { return limb == 0; }));
-        rest.resize(divisor.size());
-        ASSERT_TRUE(
-            std::lexicographical_compare(rest.rbegin(), rest.rend(), divisor.rbegin(), divisor.rend()));
-        std::vector<Limb> sum = plainProduct(quotient, divisor);
-        kelcl::limbs::WideLimb carry = 0;
-        for (std::size_t i = 0; i < sum.size(); ++i) {
-            carry += kelcl::limbs::WideLimb{sum[i]} + (i < rest.size() ? rest[i] : 0);
-            sum[i] = static_cast<Limb>(carry);
-            carry >>= 64U;
-        }
-        ASSERT_EQ(sum.back(), 0U);
-        sum.pop_back();
-        ASSERT_EQ(sum, number);
+TEST(Decimal, OfNumbersUpTo64KBytesIsAsSchoolbookCodeHasIt) {
+    std::mt19937 random(508);
+    for (int round = 0; round < 12; ++round) {
+        std::string const bytes = shapedBytes(random, 1 + random() % (round < 10 ? 20'000 : 65'536));
+        std::string const digits = plainDecimal(bytes);
+        ASSERT_TRUE(decimalOf(bytes) == digits) << bytes.size();
+        std::size_t const zeros = std::min(bytes.find_first_not_of('\0'), bytes.size() - 1);
+        ASSERT_TRUE(bytesOf(digits) == bytes.substr(zeros)) << bytes.size();
     }
 }
 
