@@ -3,6 +3,7 @@
 #include "string/byte_walk.h"
 #include "string/dstring_edit.h"
 #include "string/length.h"
+#include "string/sequence_search.h"
 #include "string/virtual_answers.h"
 #include "string/word_separators.h"
 
@@ -222,22 +223,40 @@ DString& DString::space(unsigned int n, char c) {
     });
 }
 
+namespace {
+
+/// The first word from word `first` on, which there is, with which a run of words begins that equals those
+/// wanted, at least one; 0 when there is none. Words are counted from 1.
+unsigned int findWords(DBuffer const& text, std::vector<Word> const& words, unsigned int first,
+                       DBuffer const& wantedText, std::vector<Word> const& wanted) {
+    auto const wantedWord = [&](std::size_t i) { return bytesOf(wantedText, wanted[i]); };
+    std::vector<std::uint32_t> borders(wanted.size());
+    kelcl::SequenceSearch search(wanted.size(), borders.data(), [&](std::size_t i, std::size_t j) {
+        return wantedWord(i) == wantedWord(j);
+    });
+    for (std::size_t i = first - 1; i < words.size(); ++i) {
+        std::string_view const word = bytesOf(text, words[i]);
+        if (search.endsWith([&](std::size_t k) { return wantedWord(k) == word; }))
+            return static_cast<unsigned int>(i + 2 - wanted.size());
+    }
+    return 0;
+}
+
+} // namespace
+
 unsigned int DString::findPhrase(DString const& phrase, unsigned int startWord, IndexType type) const {
     std::vector<Word> const own = wordList(*buffer());
     std::vector<Word> const wanted = wordList(*phrase.buffer());
     auto const count = static_cast<unsigned int>(own.size());
     auto const wantedCount = static_cast<unsigned int>(wanted.size());
-    auto const matchesAt = [&](unsigned int first) {
-        if (first == 0 || first > count) return wantedCount == 0; // there is no such word
-        for (unsigned int i = 0; i < wantedCount; ++i)
-            if (bytesOf(*buffer(), own[first - 1 + i]) != bytesOf(*phrase.buffer(), wanted[i])) return false;
-        return true;
-    };
-    // The sum wraps on purpose: from word 0 an empty phrase is not found.
-    for (unsigned int first = startWord; count >= first + wantedCount - 1; ++first) {
-        if (!matchesAt(first)) continue;
-        if (type != charIndex) return first;
-        return first == 0 || first > count ? 0 : own[first - 1].position;
+    // The sum wraps on purpose: from word 0 an empty phrase is not found, and a start so large that the sum
+    // is small again is as good as word 0, which no word of a phrase equals.
+    if (count < startWord + wantedCount - 1) return 0;
+    unsigned int found = startWord;
+    if (wantedCount != 0) {
+        unsigned int const first = startWord == 0 || startWord > count ? 1 : startWord;
+        found = findWords(*buffer(), own, first, *phrase.buffer(), wanted);
     }
-    return 0;
+    if (type != charIndex) return found;
+    return found == 0 || found > count ? 0 : own[found - 1].position;
 }

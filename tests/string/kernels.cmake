@@ -1,6 +1,6 @@
 # The tests of the byte kernels run twice: as the library has them, and with their portable forms only, which are what
 # other processors get.
-set(kernel_tests kernels_decimal kernels_digits kernels_edit kernels_search kernels_set kernels_wildcard)
+set(kernel_tests kernels_decimal kernels_digits kernels_edit kernels_search kernels_sequence kernels_set kernels_wildcard)
 list(TRANSFORM kernel_tests PREPEND ${CMAKE_CURRENT_LIST_DIR}/)
 list(TRANSFORM kernel_tests APPEND .cpp)
 

@@ -146,4 +146,63 @@ TEST(Wildcards, ReadNothingBeyondTextAndPattern) {
     }
 }
 
+/// A text, and a pattern that nearly matches it at every place: "*a…a?a…aQ*" in longer and longer forms.
+struct NearMatches {
+    std::string text;
+    std::string pattern;
+    std::size_t literals; ///< Of a piece.
+};
+
+NearMatches nearMatches(std::size_t n, std::size_t literals) {
+    std::string pattern = "*";
+    for (std::size_t i = 0; i < literals; ++i)
+        pattern += std::string(n / 4 / literals, 'a') + '?';
+    return {std::string(n, 'a'), pattern + "Q*", literals + 1};
+}
+
+std::uint64_t stepsOf(std::string_view text, std::string_view pattern, bool wanted) {
+    std::uint64_t steps = 0;
+    EXPECT_EQ(matchesWildcard(text, pattern, '*', '?', steps), wanted);
+    return steps;
+}
+
+TEST(Wildcards, TakeAtMostTheTextTimesTheLiteralsOfAPieceInSteps) {
+    for (std::size_t const literals : {1U, 2U, 3U, 8U})
+        for (std::size_t const n : {16'384U, 262'144U}) {
+            auto const [text, pattern, count] = nearMatches(n, literals);
+            EXPECT_LE(stepsOf(text, pattern, false), 24 * count * n) << n << ' ' << literals;
+            EXPECT_LE(stepsOf(text + "Q", pattern, true), 24 * count * n) << n << ' ' << literals;
+        }
+}
+
+TEST(Wildcards, TakeLinearStepsWithoutSingleByteWildcards) {
+    for (std::size_t const n : {16'384U, 262'144U}) {
+        std::string const a(n / 4, 'a');
+        EXPECT_LE(stepsOf(std::string(n, 'a'), "*" + a + "Q" + a + "*", false), 4 * n);
+        EXPECT_LE(stepsOf(std::string(n, 'a'), "*" + a + "*" + a + "*" + a + "*", true), 4 * n);
+    }
+}
+
+TEST(Wildcards, AgreeWithTheTableWhereAPieceNearlyMatchesAtManyPlaces) {
+    std::mt19937 random(604);
+    int matched = 0;
+    for (int round = 0; round < 24; ++round) {
+        // Pieces longer than a block of places as well, and hits on both sides of a block's end.
+        std::string piece(30 + random() % 200, 'a');
+        for (std::size_t holes = 1 + random() % 4; holes > 0; --holes)
+            piece[random() % piece.size()] = '?';
+        if (round % 8 == 0) piece = std::string(3000, 'a') + '?' + std::string(2900, 'a') + piece;
+        piece[random() % piece.size()] = 'Q';
+        std::string text(9000 + random() % 2000, 'a');
+        for (std::size_t marks = random() % 3; marks > 0; --marks)
+            text[random() % text.size()] = 'Q';
+        std::string const pattern = "*" + piece + "*" + (round % 2 == 0 ? "" : "a?a*");
+        bool const wanted = plainMatch(text, pattern, '*', '?');
+        matched += wanted ? 1 : 0;
+        ASSERT_EQ(isLike(text, pattern), wanted) << round;
+    }
+    EXPECT_GT(matched, 3);
+    EXPECT_LT(matched, 20);
+}
+
 } // namespace

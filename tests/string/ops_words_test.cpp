@@ -263,6 +263,27 @@ TEST(FindPhrase, DoesNotFindAPhraseLongerThanTheRemainingWords) {
     EXPECT_EQ(fresh("a b").findPhrase("a", 3), 0u);
 }
 
+TEST(FindPhrase, FindsTheFirstOfTextsWhoseWordsRepeat) {
+    EXPECT_EQ(fresh("a a a b a a b").findPhrase("a a b"), 2u);
+    EXPECT_EQ(fresh("a a a b a a b").findPhrase("a a b", 3), 5u);
+    EXPECT_EQ(fresh("a b a b a c a b").findPhrase("a b a c"), 3u);
+    EXPECT_EQ(fresh("ab ab abc ab ab ab").findPhrase("ab ab ab"), 4u);
+    std::string many;
+    for (int i = 0; i < 60'000; ++i)
+        many += "a ";
+    EXPECT_EQ(fresh(many + "b").findPhrase(many.substr(60'000) + "b"), 30'001u);
+    EXPECT_EQ(fresh(many).findPhrase(many.substr(60'000) + "b"), 0u);
+}
+
+TEST(FindPhrase, StartsAtTheFirstWordByDesignWhenTheStartWrapsAround) {
+    DString const text("a b c");
+    EXPECT_EQ(text.findPhrase("a b", 0), 1u);
+    EXPECT_EQ(text.findPhrase("b c", 0xFFFFFFFF), 2u);
+    EXPECT_EQ(text.findPhrase("a", 0xFFFFFFFF), 0u);
+    EXPECT_EQ(text.findPhrase("a b c", 0xFFFFFFFE), 1u);
+    EXPECT_EQ(text.findPhrase("a b c", 0xFFFFFFFD), 0u);
+}
+
 TEST(FindPhrase, AnEmptyPhraseIsFoundAtTheStartWordAtOnce) {
     DString const text("a b");
     EXPECT_EQ(text.findPhrase("", 1), 1u);
