@@ -65,8 +65,46 @@ Row changeInside(char const* name, char const* locale, string const& character) 
             }};
 }
 
+/// A piece of a pattern that nearly matches at every place of the text.
+Row wildcardsInside(char const* name, size_t literals) {
+    return {name, "C", size_t{1} << 14, [literals](size_t n) -> Work {
+                DString const text(string(n, 'a'));
+                string pattern = "*";
+                for (size_t i = 0; i < literals; ++i)
+                    pattern += string(n / 4 / literals, 'a') + '?';
+                pattern += "aQ*";
+                return [=] { return size_t{text.isLike(pattern)}; };
+            }};
+}
+
+Row phraseOfEqualWords() {
+    return {"findPhrase/equal words", "C", size_t{1} << 14, [](size_t n) -> Work {
+                DString const text(repeated("a ", n));
+                DString const phrase(repeated("a ", n / 2) + "b");
+                return [=] { return text.findPhrase(phrase); };
+            }};
+}
+
+/// By the power 1.585 at most, which is 81, as in GMP's middle range.
+Row conversion(char const* name, size_t size, char byte, DString& (DString::*convert)()) {
+    return {name, "C", size, [byte, convert](size_t n) -> Work {
+                DString const text(string(n, byte));
+                return [=] {
+                    DString copy(text);
+                    return (copy.*convert)().length();
+                };
+            }};
+}
+
 std::vector<Row> rows() {
     return {
+        wildcardsInside("isLike/near matches/2 literals", 1),
+        wildcardsInside("isLike/near matches/9 literals", 8),
+        phraseOfEqualWords(),
+        conversion("c2d/1 KB", 1 << 10, '\x7F', &DString::c2d),
+        conversion("c2d/16 KB", 1 << 14, '\x7F', &DString::c2d),
+        conversion("d2c/1 KB", 1 << 10, '7', &DString::d2c),
+        conversion("d2c/16 KB", 1 << 14, '7', &DString::d2c),
         indexInside("indexOf/inside/EUC-JP", "ja_JP.EUC-JP", "\xA4\xA2"),
         indexInside("indexOf/inside/SJIS", "ja_JP.SJIS", "\x83\x84"),
         indexInside("indexOf/inside/GB18030", "zh_CN.GB18030", "\xB0\xA1"),
