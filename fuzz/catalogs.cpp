@@ -126,7 +126,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     string const bytes = isRaw ? choices.text(4000) : wellFormed(choices, number, choices.text(60));
     if (!hasTableWithinFile(bytes)) return 0;
     file.write(bytes);
-    checkMessage(file.name(), number, value);
-    checkMessage(file.name(), choices.any(), value);
+    // One message only: opening the catalog is what takes the time.
+    checkMessage(file.name(), choices.oneIn(4) ? choices.any() : number, value);
     return 0;
 }
