@@ -31,7 +31,10 @@ std::string repeated(char const* text, int times) {
 }
 
 std::string const longText = repeated("the quick brown fox ", 50);
-std::string const longDigits = repeated("1234567890", 60);
+// Long enough for products that are made by transforms, and such that are made of those.
+std::string const longNumber = repeated("the quick brown fox ", 1700);
+std::string const longDigits = repeated("1234567890", 8000);
+std::string const nearMatches(30'000, 'a');
 DStringTest const x(isX);
 DStringTest const blank(isBlank);
 DString const phrase("brown fox");
@@ -192,10 +195,13 @@ std::vector<Case> const working = {
     {"change with a part of the text", "abcabc", [](DString& s) { s.change("a", 1, s.data() + 1, 1, 1, 9); }},
     {"bits with a part of the text", "abcabc", [](DString& s) { s ^= std::string_view(s).substr(1, 2); }},
     {"findPhrase", longText, [](DString& s) { sink = s.findPhrase(phrase, 3); }},
-    {"c2d of a long number", longText, [](DString& s) { s.c2d(); }},
+    {"c2d of a number of a kilobyte", longText, [](DString& s) { s.c2d(); }},
+    {"c2d of a long number", longNumber, [](DString& s) { s.c2d(); }},
     {"d2c of a long number", longDigits, [](DString& s) { s.d2c(); }},
     {"comparison", longText, [](DString& s) { sink = s < "the quick brown cat"; }},
     {"isLike", longText, [](DString& s) { sink = s.isLike("*fox*fox?"); }},
+    {"isLike where a pattern nearly matches everywhere", nearMatches,
+     [](DString& s) { sink = s.isLike('*' + std::string(9000, 'a') + '?' + std::string(8000, 'a') + "Q*"); }},
 };
 
 TEST(Allocations, ForWorkingSpaceAreGivenBack) {
@@ -252,6 +258,17 @@ TEST(Allocations, ThatFailLeaveTheStringAndItsCopiesAloneAndLeakNothing) {
             expectFailuresToHarmNothing(c, false);
             expectFailuresToHarmNothing(c, true);
         }
+    }
+}
+
+TEST(Allocations, OfDecimalConversionsAreSmallMultiplesOfTheText) {
+    for (unsigned int const n : {200U, 2000U, 16'384U, 65'536U}) {
+        DString bytes(std::string(n, '\x7F'));
+        DString digits(std::string(n, '9'));
+        allocations.failingSize = 8 * std::size_t{n};
+        EXPECT_NO_THROW(bytes.c2d()) << n;
+        EXPECT_NO_THROW(digits.d2c()) << n;
+        allocations.failingSize = std::numeric_limits<std::size_t>::max();
     }
 }
 
