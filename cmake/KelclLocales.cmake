@@ -1,7 +1,6 @@
 # Compiles the locales that tests, benchmarks and examples run under into <build>/locales, so that nothing depends
 # on what the machine has installed. Programs find them with LOCPATH=<build>/locales.
 find_program(KELCL_LOCALEDEF localedef REQUIRED)
-find_program(KELCL_LOCALE locale REQUIRED)
 if(NOT EXISTS /usr/share/i18n/locales/en_US)
     message(FATAL_ERROR "The locale sources under /usr/share/i18n are missing. "
         "Install them (Debian: apt-get install locales), or let ./dev do it.")
@@ -11,9 +10,18 @@ set(KELCL_LOCALE_DIR ${PROJECT_BINARY_DIR}/locales)
 file(MAKE_DIRECTORY ${KELCL_LOCALE_DIR})
 add_custom_target(kelcl_locales ALL)
 
+# A locale's files are in the byte order of the machine that reads them.
+set(kelcl_locale_byte_order --little-endian)
+if(CMAKE_CXX_BYTE_ORDER STREQUAL "BIG_ENDIAN")
+    set(kelcl_locale_byte_order --big-endian)
+endif()
+add_executable(has_codeset ${PROJECT_SOURCE_DIR}/cmake/has_codeset.cpp)
+target_compile_features(has_codeset PRIVATE cxx_std_17)
+target_link_libraries(has_codeset PRIVATE kelcl_warnings)
+
 # kelcl_add_locale(NAME INPUT CHARMAP [CODESET])
 # NAME is what LC_ALL holds; INPUT and CHARMAP are localedef's -i and -f (names, or paths of files of our own);
-# CODESET is what `locale charmap` must answer, CHARMAP unless given.
+# CODESET is what the C library must call its character set, CHARMAP unless given.
 function(kelcl_add_locale name input charmap)
     set(codeset ${charmap})
     if(ARGC GREATER 3)
@@ -28,10 +36,10 @@ function(kelcl_add_locale name input charmap)
     endforeach()
     add_custom_command(OUTPUT ${stamp}
         COMMAND ${CMAKE_COMMAND}
-            -D LOCALEDEF=${KELCL_LOCALEDEF} -D LOCALE=${KELCL_LOCALE}
-            -D DIRECTORY=${KELCL_LOCALE_DIR} -D NAME=${name}
-            -D INPUT=${input} -D CHARMAP=${charmap} -D CODESET=${codeset}
+            -D LOCALEDEF=${KELCL_LOCALEDEF} -D BYTE_ORDER=${kelcl_locale_byte_order}
+            -D DIRECTORY=${KELCL_LOCALE_DIR} -D NAME=${name} -D INPUT=${input} -D CHARMAP=${charmap}
             -P ${PROJECT_SOURCE_DIR}/cmake/compile_locale.cmake
+        COMMAND has_codeset ${KELCL_LOCALE_DIR} ${name} ${codeset}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS ${sources}
         COMMENT "Compiling locale ${name}"

@@ -261,7 +261,7 @@ TEST(Utf8, IsNarrowedUpToWhatDoesNotFitOrIsNoCodePoint) {
         Model model = modelOf(texts.valid(texts.below(120), 1 + texts.below(4), 3));
         bool const isWhole = model.values.empty() || texts.below(2) == 0;
         if (!isWhole) {
-            constexpr wchar_t none[] = {0xD800, 0xDFFF, 0x110000, -1};
+            constexpr wchar_t none[] = {0xD800, 0xDFFF, 0x110000, static_cast<wchar_t>(-1)};
             model.values[texts.below(model.values.size())] = none[texts.below(4)];
         }
         size_t const room = texts.below(200);
