@@ -1,5 +1,5 @@
-// Whether a compiled locale is taken by the C library that programs of this build run with, and has the character set
-// that was asked for. Usage: has_codeset DIRECTORY LOCALE CODESET
+// Whether a compiled locale is taken by the C library that programs of this build run with, and has the
+// character set that was asked for. Usage: has_codeset DIRECTORY LOCALE CODESET
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>

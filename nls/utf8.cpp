@@ -1,7 +1,7 @@
 // UTF-8 counted, converted and reversed: the plain forms, and where the kernels in blocks take over.
 #include "nls/utf8.h"
 
-#include "nls/utf8_avx2.h"
+#include "nls/utf8_blocks.h"
 #include "string/byte_edit.h"
 
 #include <algorithm>
@@ -14,17 +14,17 @@ namespace {
 /// How many to take by themselves where the blocks stop.
 constexpr std::size_t few = 32;
 
-#if KELCL_AVX2_KERNELS
+#if KELCL_HAS_BLOCKS
 /// Whether blocks are worth their start, and may read what they do.
-bool goesByBlocks(std::size_t n) { return n >= 16 && processorHasAvx2(); }
+bool goesByBlocks(std::size_t n) { return n >= 16 && processorHasBlocks(); }
 #endif
 
 } // namespace
 
 Stretch plainUtf8Run(char const* p, std::size_t n, std::size_t most) {
     Stretch run{0, 0};
-#if KELCL_AVX2_KERNELS
-    if (goesByBlocks(n)) run = avx2::plainBlocks(p, n, most);
+#if KELCL_HAS_BLOCKS
+    if (goesByBlocks(n)) run = blocks::plainBlocks(p, n, most);
 #endif
     while (run.bytes < n && run.characters < most) {
         std::size_t const length = plainUtf8Length(p + run.bytes, n - run.bytes);
@@ -38,14 +38,14 @@ Stretch plainUtf8Run(char const* p, std::size_t n, std::size_t most) {
 Stretch widenUtf8(wchar_t* out, char const* in, std::size_t n) {
     Stretch done{0, 0};
     while (done.bytes < n) {
-#if KELCL_AVX2_KERNELS
+#if KELCL_HAS_BLOCKS
         if (goesByBlocks(n - done.bytes)) {
             std::size_t const ascii =
-                avx2::widenAsciiBlocks(out + done.characters, in + done.bytes, n - done.bytes);
+                blocks::widenAsciiBlocks(out + done.characters, in + done.bytes, n - done.bytes);
             done = {done.bytes + ascii, done.characters + ascii};
         }
         if (goesByBlocks(n - done.bytes)) {
-            Stretch const more = avx2::widenBlocks(out + done.characters, in + done.bytes, n - done.bytes);
+            Stretch const more = blocks::widenBlocks(out + done.characters, in + done.bytes, n - done.bytes);
             done = {done.bytes + more.bytes, done.characters + more.characters};
         }
 #endif
@@ -62,10 +62,10 @@ Stretch widenUtf8(wchar_t* out, char const* in, std::size_t n) {
 Stretch narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     Stretch done{0, 0};
     while (done.characters < n) {
-#if KELCL_AVX2_KERNELS
-        if (processorHasAvx2()) {
-            Stretch const more = avx2::narrowBlocks(out + done.bytes, room - done.bytes, in + done.characters,
-                                                    n - done.characters);
+#if KELCL_HAS_BLOCKS
+        if (processorHasBlocks()) {
+            Stretch const more = blocks::narrowBlocks(out + done.bytes, room - done.bytes,
+                                                      in + done.characters, n - done.characters);
             done = {done.bytes + more.bytes, done.characters + more.characters};
         }
 #endif

@@ -39,7 +39,7 @@ std::size_t findLastLinear(std::string_view text, std::string_view pattern) {
     return last;
 }
 
-#if KELCL_AVX2_KERNELS
+#if KELCL_HAS_BLOCKS
 
 /// Looks at candidates, the places where three bytes of the pattern stand, and keeps account of what failed
 /// ones cost.
@@ -49,19 +49,18 @@ public:
         : pattern_(pattern), middle_(pattern.size() / 2), costOfFailure_(1 + pattern.size() / 16) {}
 
     /// One bit for each of n places, 32 at most: whether the first, the middle and the last byte stand there.
-    KELCL_AVX2_INLINE std::uint32_t mask(char const* places, std::size_t n) const {
+    KELCL_BLOCKS_INLINE std::uint32_t mask(char const* places, std::size_t n) const {
         EqualTo const first{pattern_.front()};
         EqualTo const middle{pattern_[middle_]};
         EqualTo const last{pattern_.back()};
         char const* const middles = places + middle_;
         char const* const ends = places + pattern_.size() - 1;
         if (n < 32)
-            return avx2::maskOfFewer(places, n, first) & avx2::maskOfFewer(middles, n, middle) &
-                   avx2::maskOfFewer(ends, n, last);
-        __m256i const both =
-            _mm256_and_si256(first.matches(avx2::loadBlock(places)), last.matches(avx2::loadBlock(ends)));
-        return static_cast<std::uint32_t>(
-            _mm256_movemask_epi8(_mm256_and_si256(both, middle.matches(avx2::loadBlock(middles)))));
+            return blocks::maskOfFewer(places, n, first) & blocks::maskOfFewer(middles, n, middle) &
+                   blocks::maskOfFewer(ends, n, last);
+        return (first.matches(Block::load(places)) & last.matches(Block::load(ends)) &
+                middle.matches(Block::load(middles)))
+            .topBits();
     }
 
     /// Whether the pattern stands at a candidate.
@@ -83,13 +82,13 @@ private:
     std::size_t spent_ = 0;
 };
 
-KELCL_AVX2 std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
+KELCL_BLOCKS std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
     Candidates candidates(pattern);
     std::size_t const places = text.size() - pattern.size() + 1;
     for (std::size_t i = 0; i < places; i += 32) {
         std::uint32_t mask = candidates.mask(text.data() + i, std::min<std::size_t>(places - i, 32));
         for (; mask != 0; mask &= mask - 1) {
-            std::size_t const place = i + avx2::lowestBit(mask);
+            std::size_t const place = i + blocks::lowestBit(mask);
             if (candidates.matches(text.data() + place)) return place;
             if (candidates.tooCostly(i)) {
                 std::size_t const found = findLinear(text.substr(place + 1), pattern);
@@ -100,7 +99,7 @@ KELCL_AVX2 std::size_t findByCandidates(std::string_view text, std::string_view 
     return notFound;
 }
 
-KELCL_AVX2 std::size_t findLastByCandidates(std::string_view text, std::string_view pattern) {
+KELCL_BLOCKS std::size_t findLastByCandidates(std::string_view text, std::string_view pattern) {
     Candidates candidates(pattern);
     std::size_t const places = text.size() - pattern.size() + 1;
     for (std::size_t end = places; end > 0;) {
@@ -108,7 +107,7 @@ KELCL_AVX2 std::size_t findLastByCandidates(std::string_view text, std::string_v
         end -= n;
         std::uint32_t mask = candidates.mask(text.data() + end, n);
         while (mask != 0) {
-            std::size_t const bit = avx2::highestBit(mask);
+            std::size_t const bit = blocks::highestBit(mask);
             if (candidates.matches(text.data() + end + bit)) return end + bit;
             if (candidates.tooCostly(places - end))
                 return findLastLinear(text.substr(0, end + bit + pattern.size() - 1), pattern);
@@ -125,8 +124,8 @@ KELCL_AVX2 std::size_t findLastByCandidates(std::string_view text, std::string_v
 std::size_t findPattern(std::string_view text, std::string_view pattern) {
     if (text.size() < pattern.size()) return notFound;
     if (pattern.size() == 1) return findByte(text, pattern.front());
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) return findByCandidates(text, pattern);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) return findByCandidates(text, pattern);
 #endif
     return findLinear(text, pattern);
 }
@@ -134,8 +133,8 @@ std::size_t findPattern(std::string_view text, std::string_view pattern) {
 std::size_t findLastPattern(std::string_view text, std::string_view pattern) {
     if (text.size() < pattern.size()) return notFound;
     if (pattern.size() == 1) return findLastByte(text, pattern.front());
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) return findLastByCandidates(text, pattern);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) return findLastByCandidates(text, pattern);
 #endif
     return findLastLinear(text, pattern);
 }

@@ -1,9 +1,10 @@
-// Hexadecimal and binary digits as plain loops, and the use of the faster forms of digits_avx2.h before them.
+// Hexadecimal and binary digits as plain loops, and the use of the faster forms of digits_blocks.h before
+// them.
 
 #include "string/digits.h"
 
 #include "string/byte_scan.h"
-#include "string/digits_avx2.h"
+#include "string/digits_blocks.h"
 
 namespace kelcl {
 
@@ -53,8 +54,8 @@ void readHex(char* out, char const* in, std::size_t digits) {
         --digits;
     }
     std::size_t i = 0;
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) i = avx2::readHexBlocks(out, in, digits);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) i = blocks::readHexBlocks(out, in, digits);
 #endif
     for (; i < digits; i += 2)
         out[i / 2] = static_cast<char>(hexValue(in[i]) << 4U | hexValue(in[i + 1]));
@@ -62,8 +63,8 @@ void readHex(char* out, char const* in, std::size_t digits) {
 
 void writeBinary(char* out, char const* in, std::size_t n) {
     std::size_t i = 0;
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) i = avx2::writeBinaryBlocks(out, in, n);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) i = blocks::writeBinaryBlocks(out, in, n);
 #endif
     for (; i < n; ++i)
         for (unsigned int bit = 0; bit < 8; ++bit)
@@ -77,8 +78,8 @@ void readBinary(char* out, char const* in, std::size_t digits) {
         digits -= shortGroup;
     }
     std::size_t i = 0;
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) i = avx2::readBinaryBlocks(out, in, digits);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) i = blocks::readBinaryBlocks(out, in, digits);
 #endif
     for (; i < digits; i += 8)
         out[i / 8] = byteOfBits(in + i, 8);

@@ -2,9 +2,14 @@
 #ifndef KELCL_STRING_LENGTH_H
 #define KELCL_STRING_LENGTH_H
 
+#include <cstddef>
 #include <cstdint>
 
 namespace kelcl {
+
+static_assert(sizeof(std::size_t) == 8, "kelcl needs a 64-bit machine: it adds lengths of 32 bits in "
+                                        "std::size_t, and its objects have the sizes that "
+                                        "they have there");
 
 /// Every text is shorter than this: with header, NUL and spare bytes its block stays below 4 GiB.
 inline constexpr unsigned int lengthLimit = 0xFFFFFFE7;

@@ -1,39 +1,46 @@
-// How the byte kernels use what newer processors offer: one way to have a plain loop vectorised by the
-// compiler once for each kind of processor, and marks for the kernels that are written with vector
-// intrinsics. One switch chooses for both. Every kernel also has a plain form for all other processors.
-// Building with KELCL_PORTABLE_KERNELS leaves only that.
+// How the kernels use what processors offer beyond plain instructions: one way to have a plain loop
+// vectorised by the compiler once for each kind of processor, and marks for the kernels that are written with
+// the blocks of block.h. One switch chooses for both. Every kernel also has a plain form for all other
+// processors. Building with KELCL_PORTABLE_KERNELS leaves only that.
 #ifndef KELCL_STRING_MULTIVERSION_H
 #define KELCL_STRING_MULTIVERSION_H
 
-#if defined(__x86_64__) && !defined(KELCL_PORTABLE_KERNELS)
-#define KELCL_AVX2_KERNELS 1
+#if defined(KELCL_PORTABLE_KERNELS)
+#define KELCL_HAS_BLOCKS 0
+#elif defined(__x86_64__) || (defined(__aarch64__) && defined(__AARCH64EL__))
+#define KELCL_HAS_BLOCKS 1
 #else
-#define KELCL_AVX2_KERNELS 0
+#define KELCL_HAS_BLOCKS 0
 #endif
 
 /// A loop that multiversioned() calls, and any helper that must become part of each of its versions.
 #define KELCL_INLINED inline __attribute__((always_inline))
 
-#if KELCL_AVX2_KERNELS
-/// A function written with AVX2 intrinsics; to be called only when processorHasAvx2().
-#define KELCL_AVX2 __attribute__((target("avx2,popcnt")))
+#if KELCL_HAS_BLOCKS
+#if defined(__x86_64__)
+#define KELCL_BLOCK_TARGET target("avx2,popcnt")
+#else
+#define KELCL_BLOCK_TARGET // Every processor of this kind has what blocks need.
+#endif
+/// A function that uses blocks; to be called only when processorHasBlocks().
+#define KELCL_BLOCKS __attribute__((KELCL_BLOCK_TARGET))
 /// The same, for helpers of such functions.
-#define KELCL_AVX2_INLINE inline __attribute__((target("avx2,popcnt"), always_inline))
+#define KELCL_BLOCKS_INLINE inline __attribute__((KELCL_BLOCK_TARGET, always_inline))
 #endif
 
 namespace kelcl {
 
-inline bool processorHasAvx2() {
-#if KELCL_AVX2_KERNELS
+inline bool processorHasBlocks() {
+#if KELCL_HAS_BLOCKS && defined(__x86_64__)
     return __builtin_cpu_supports("avx2") != 0;
 #else
-    return false;
+    return KELCL_HAS_BLOCKS != 0;
 #endif
 }
 
-#if KELCL_AVX2_KERNELS
+#if KELCL_HAS_BLOCKS
 template <auto loop, class... Arguments>
-KELCL_AVX2 auto runWithAvx2(Arguments... arguments) {
+KELCL_BLOCKS auto runWithBlocks(Arguments... arguments) {
     return loop(arguments...);
 }
 #endif
@@ -43,8 +50,8 @@ KELCL_AVX2 auto runWithAvx2(Arguments... arguments) {
 /// whatever their visibility, and which the loader calls before the run time of a sanitizer is ready.
 template <auto loop, class... Arguments>
 auto multiversioned(Arguments... arguments) {
-#if KELCL_AVX2_KERNELS
-    if (processorHasAvx2()) return runWithAvx2<loop>(arguments...);
+#if KELCL_HAS_BLOCKS
+    if (processorHasBlocks()) return runWithBlocks<loop>(arguments...);
 #endif
     return loop(arguments...);
 }

@@ -97,13 +97,14 @@ struct Slot {
     char const* symbol;
 };
 
-/// A pointer to a virtual member function holds one more than the offset of its slot in the table.
+/// A pointer to a virtual member function holds the offset of its slot in the table, on x86-64 with the
+/// lowest bit set.
 template <class Member>
 int slotOf(Member member) {
     std::ptrdiff_t representation = 0;
     static_assert(sizeof member >= sizeof representation);
     std::memcpy(&representation, &member, sizeof representation);
-    return static_cast<int>((representation - 1) / static_cast<std::ptrdiff_t>(sizeof(void*))) + 1;
+    return static_cast<int>(representation / static_cast<std::ptrdiff_t>(sizeof(void*))) + 1;
 }
 
 void const* const* tableOf(void const* object) {
