@@ -62,7 +62,8 @@ KELCL_BLOCKS_INLINE Word loadWord(char const* bytes) {
 
 namespace kelcl {
 using blocks::Block;
-}
+using blocks::Half;
+} // namespace kelcl
 
 #endif
 

@@ -17,7 +17,10 @@ struct Half {
         return {_mm_loadl_epi64(static_cast<__m128i const*>(p))};
     }
     KELCL_BLOCKS_INLINE void store(void* p) const { _mm_storeu_si128(static_cast<__m128i*>(p), bytes); }
+    KELCL_BLOCKS_INLINE bool isZero() const { return _mm_testz_si128(bytes, bytes) != 0; }
 };
+
+KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {_mm_xor_si128(a.bytes, b.bytes)}; }
 
 KELCL_BLOCKS_INLINE Half lookUp(Half table, Half index) {
     return {_mm_shuffle_epi8(table.bytes, index.bytes)};
@@ -61,6 +64,10 @@ struct Block {
     }
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) { return {_mm256_set1_epi32(loadWord<int>(p))}; }
+    /// Eight bytes, the lowest of the number first, four times over.
+    static KELCL_BLOCKS_INLINE Block ofEight(std::uint64_t eight) {
+        return {_mm256_set1_epi64x(static_cast<long long>(eight))};
+    }
     static KELCL_BLOCKS_INLINE Block zero() { return {_mm256_setzero_si256()}; }
 
     KELCL_BLOCKS_INLINE void store(void* p) const { _mm256_storeu_si256(static_cast<__m256i*>(p), bytes); }

@@ -17,7 +17,10 @@ struct Half {
         return {vcombine_u8(vld1_u8(static_cast<std::uint8_t const*>(p)), vdup_n_u8(0))};
     }
     KELCL_BLOCKS_INLINE void store(void* p) const { vst1q_u8(static_cast<std::uint8_t*>(p), bytes); }
+    KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u8(bytes) == 0; }
 };
+
+KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {veorq_u8(a.bytes, b.bytes)}; }
 
 KELCL_BLOCKS_INLINE Half lookUp(Half table, Half index) { return {vqtbl1q_u8(table.bytes, index.bytes)}; }
 
@@ -74,6 +77,11 @@ struct Block {
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) {
         uint8x16_t const half = vreinterpretq_u8_u32(vdupq_n_u32(loadWord<std::uint32_t>(p)));
+        return {half, half};
+    }
+    /// Eight bytes, the lowest of the number first, four times over.
+    static KELCL_BLOCKS_INLINE Block ofEight(std::uint64_t eight) {
+        uint8x16_t const half = vreinterpretq_u8_u64(vdupq_n_u64(eight));
         return {half, half};
     }
     static KELCL_BLOCKS_INLINE Block zero() { return of(0); }

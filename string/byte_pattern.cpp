@@ -6,6 +6,7 @@
 #include "string/byte_search.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace kelcl {
 

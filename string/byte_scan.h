@@ -56,12 +56,9 @@ struct InSet {
         // A look-up gives 0 for a byte with the top bit set, so that only one of the two tables has a say.
         Block const row =
             lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80));
-        Block const bit = lookUp(Block::twice(bitsOfRow), block.highHalves());
+        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
         return equal(row & bit, bit);
     }
-
-private:
-    static constexpr unsigned char bitsOfRow[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
 #endif
 };
 

@@ -5,6 +5,8 @@
 
 #include "string/byte_scan.h"
 
+#include <cstring>
+
 namespace kelcl {
 
 std::size_t findByte(std::string_view text, char byte) {

@@ -5,6 +5,8 @@
 
 #include "string/byte_scan.h"
 
+#include <array>
+
 namespace kelcl {
 
 namespace {
@@ -21,11 +23,11 @@ void translateEach(char* out, char const* in, std::size_t n, unsigned char const
 class ChangedRows {
 public:
     KELCL_BLOCKS explicit ChangedRows(unsigned char const (&table)[256]) {
-        for (unsigned int row = 0; row < 16; ++row) {
-            unsigned char const first = static_cast<unsigned char>(16 * row);
-            differences_[count_] = Block::twice(table + first) ^ (Block::twice(fromZero) + Block::of(first));
-            firstBytes_[count_] = first;
-            if (!differences_[count_].isZero()) ++count_;
+        std::size_t count = 0;
+        for (std::size_t row = 0; row < 16; ++row) {
+            differences_[count] = Half::load(&table[16 * row]) ^ Half::load(&unchanged[16 * row]);
+            firstBytes_[count] = unchanged[16 * row];
+            if (!differences_[count].isZero()) count_ = ++count;
         }
     }
 
@@ -40,8 +42,9 @@ public:
             for (std::size_t row = 0; row < count_; ++row) {
                 // A byte's index in the row is its distance from the first one, if that is less than 16.
                 Block const firstByte = Block::of(firstBytes_[row]);
-                firstResult = firstResult ^ lookUpOrZero(differences_[row], first - firstByte);
-                secondResult = secondResult ^ lookUpOrZero(differences_[row], second - firstByte);
+                Block const differences = Block::twice(&differences_[row]);
+                firstResult = firstResult ^ lookUpOrZero(differences, first - firstByte);
+                secondResult = secondResult ^ lookUpOrZero(differences, second - firstByte);
             }
             firstResult.store(out + i);
             secondResult.store(out + i + 32);
@@ -50,9 +53,14 @@ public:
     }
 
 private:
-    static constexpr unsigned char fromZero[16] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    static constexpr auto unchanged = [] {
+        std::array<unsigned char, 256> bytes{};
+        for (unsigned int byte = 0; byte < bytes.size(); ++byte)
+            bytes[byte] = static_cast<unsigned char>(byte);
+        return bytes;
+    }();
 
-    Block differences_[16];
+    Half differences_[16];
     unsigned char firstBytes_[16];
     std::size_t count_ = 0;
 };
