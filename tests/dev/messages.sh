@@ -34,6 +34,7 @@ refuses "demo takes a file and a pattern at most: ./dev demo [FILE [PATTERN]]" d
 refuses "abi takes --update or nothing: ./dev abi [--update]" abi --upgrade
 refuses "package takes --update or nothing: ./dev package [--update]" package all
 refuses "fuzz takes a number of seconds, then the name of a target: ./dev fuzz 600 trace" fuzz long
+refuses "cross takes a machine, aarch64, s390x or nehalem, then arguments for ctest: ./dev cross aarch64 -R string" cross vax
 refuses "docs takes no arguments: ./dev docs" docs --open
 refuses "setup takes no arguments: ./dev setup" setup all
 (

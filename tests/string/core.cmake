@@ -12,7 +12,7 @@ kelcl_add_test(core_allocation MODES C utf8 eucjp-i18n
     SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_allocation_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
 kelcl_add_test(core_decimal_point SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_decimal_point_test.cpp)
 kelcl_add_test(core_host_buffer SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_host_buffer_test.cpp MODES C latin1-i18n)
-kelcl_add_test(core_switch SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_switch_test.cpp NO_MAIN)
+kelcl_add_test(core_switch SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_switch_test.cpp NO_MAIN STARTS_PROGRAMS)
 
 # Hosts use the headers in every dialect from C++17 on.
 kelcl_add_test(core_interface SOURCES ${CMAKE_CURRENT_LIST_DIR}/core_interface_test.cpp MODES ALL)
