@@ -12,7 +12,7 @@
 namespace {
 
 /// A trace function that drops what it is given.
-class Null : public DException::TraceFn {
+class Null final : public DException::TraceFn {
 public:
     void write(char const* line) override { benchmark::DoNotOptimize(line); }
 };

@@ -348,7 +348,7 @@ TEST(VirtualTable, OfTheExceptionSubclassesDiffersInTheNameOnly) {
 }
 
 TEST(VirtualTable, OfATraceFunctionHasItsThreeSlotsInOrderAndNoDestructor) {
-    class Plain : public DException::TraceFn {};
+    class Plain final : public DException::TraceFn {};
     Plain const object;
     expectTable(&object, {"_ZN10DException7TraceFn5writeEPKc", "_ZN10DException7TraceFn7logDataERS_",
                           "_ZN10DException7TraceFn15exceptionLoggedEv"});

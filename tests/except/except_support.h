@@ -26,7 +26,7 @@ inline std::string shown(char const* text) { return text != nullptr ? text : "(n
 class RecordingTrace : public DException::TraceFn {
 public:
     RecordingTrace() : before_(DExceptStaticPtr::userFunction) { DException::setTraceFunction(*this); }
-    ~RecordingTrace() { DExceptStaticPtr::userFunction = before_; }
+    virtual ~RecordingTrace() { DExceptStaticPtr::userFunction = before_; }
     RecordingTrace(RecordingTrace const&) = delete;
     RecordingTrace& operator=(RecordingTrace const&) = delete;
 

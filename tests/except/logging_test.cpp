@@ -166,7 +166,7 @@ TEST(Report, ListsChainsOfAnyLengthInOrder) {
 }
 
 TEST(Report, OfAMillionTextsTakesNoQuadraticTimeAndLittleStack) {
-    class Counting : public DException::TraceFn {
+    class Counting final : public DException::TraceFn {
     public:
         void write(char const*) override { ++lines; }
         unsigned long lines = 0;
@@ -254,7 +254,7 @@ TEST(Report, WhenTheHostsWriteThrowsItPassesThroughAndTheNewHandlerIsBack) {
 }
 
 TEST(Report, ThreadsThatThrowAtTheSameTimeDoNotLoseTheNewHandler) {
-    class Silent : public DException::TraceFn {
+    class Silent final : public DException::TraceFn {
     public:
         void write(char const*) override {}
     } silent;
@@ -310,7 +310,7 @@ TEST(TraceFunction, ALaterCallReplacesTheUserFunction) {
 }
 
 TEST(TraceFunction, LinesGoToTheCurrentOneThoughAnotherFormatsTheReport) {
-    class Formatting : public DException::TraceFn {
+    class Formatting final : public DException::TraceFn {
     public:
         void write(char const*) override { ++written; }
         void exceptionLogged() override { ++completed; }
@@ -328,12 +328,12 @@ TEST(TraceFunction, LinesGoToTheCurrentOneThoughAnotherFormatsTheReport) {
 
 TEST(TraceFunction, InstalledAmidAReportGetsTheRestOfIt) {
     RecordingTrace restoring;
-    class Second : public DException::TraceFn {
+    class Second final : public DException::TraceFn {
     public:
         void write(char const* line) override { lines.emplace_back(line); }
         Lines lines;
     } second;
-    class First : public DException::TraceFn {
+    class First final : public DException::TraceFn {
     public:
         explicit First(DException::TraceFn& next) : next_(next) {}
         void write(char const* line) override {

@@ -33,7 +33,7 @@ void follow(Plan const& plan) {
 void countedHandler() { throw std::bad_alloc(); }
 
 /// Writes nowhere, and allocates nothing.
-class Silent : public DException::TraceFn {
+class Silent final : public DException::TraceFn {
 public:
     void write(char const*) override {}
 };
@@ -358,7 +358,7 @@ namespace {
 /// What a report writes to standard error when its line buffer cannot be allocated.
 std::string reportWithoutMemory(DException& exception) {
     return standardErrorOf([&] {
-        class Recording : public DException::TraceFn {
+        class Recording final : public DException::TraceFn {
         public:
             void write(char const*) override { std::fputs("write was called\n", stderr); }
             void exceptionLogged() override { std::fputs("exceptionLogged was called\n", stderr); }

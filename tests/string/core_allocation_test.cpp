@@ -122,7 +122,7 @@ Came run(Action const& action, long fails, bool onlyOnce, Failing failing) {
 }
 
 /// Discards the reports without allocating.
-class Silent : public DException::TraceFn {
+class Silent final : public DException::TraceFn {
 public:
     DException::TraceFn& logData(DException&) override {
         ++reports;

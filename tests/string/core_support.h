@@ -144,7 +144,7 @@ struct Failure {
 };
 
 /// The trace function of the test program: keeps what is reported instead of printing it.
-class ReportedFailures : public DException::TraceFn {
+class ReportedFailures final : public DException::TraceFn {
 public:
     static ReportedFailures& installed() {
         static ReportedFailures* const instance = [] {
