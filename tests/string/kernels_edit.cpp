@@ -100,7 +100,8 @@ TEST(CaseSearch, FindsTheFirstLetterOfItsCase) {
         });
     }
     for (char const byte : allBytes()) {
-        std::string const text = std::string(40, '.') + byte;
+        std::string text(41, '.');
+        text.back() = byte;
         EXPECT_EQ(kelcl::findLowerCase(text), byte >= 'a' && byte <= 'z' ? 40U : std::string::npos);
         EXPECT_EQ(kelcl::findUpperCase(text), byte >= 'A' && byte <= 'Z' ? 40U : std::string::npos);
     }
