@@ -97,6 +97,16 @@ struct OtherCase {
     void (*copy)(char*, char const*, std::size_t);
 };
 
+/// The offset of the first character that is one of the letters.
+std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::BufferSteps& steps) {
+    kelcl::RisingStarts starts(text.data(), 0, steps);
+    auto const find = [text, &other](std::size_t from) {
+        std::size_t const found = other.find(text.substr(std::min(from, text.size())));
+        return found == kelcl::notFound ? found : from + found;
+    };
+    return kelcl::firstAtStart(starts, find(0), find);
+}
+
 /// Changes the letters that the virtual search of a class of a host's finds, where it calls them characters
 /// of one byte.
 DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
@@ -109,7 +119,7 @@ DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
 DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
     if (!kelcl::isOfLibraryClass(buffer)) return mapFound(buffer, other);
     kelcl::BufferSteps steps;
-    std::size_t const first = kelcl::firstAtStart({buffer.contents(), buffer.length}, 0, steps, other.find);
+    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, other, steps);
     if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
         buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);

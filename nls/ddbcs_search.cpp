@@ -2,12 +2,14 @@
 // can be found by bytes alone is left to the byte kernels.
 #include "nls/character_repair.h"
 #include "nls/character_set.h"
+#include "nls/overriding.h"
 #include "nls/owned_buffer.h"
 #include "nls/stepping.h"
 #include "string/buffer_factory.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
 #include "string/length.h"
+#include "string/pattern_matches.h"
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
@@ -53,6 +55,31 @@ std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSt
     }
 }
 
+/// The position of the first (last) character from `from` on (at or before `from`) with which something
+/// begins that `find` finds among the bytes. `from` is a character start where the walk goes forwards.
+template <class Find>
+unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound || candidate == from) return position(candidate);
+    kelcl::BufferSteps steps;
+    kelcl::RisingStarts starts(text.contents(), from, steps);
+    return position(kelcl::firstAtStart(starts, candidate, find));
+}
+
+template <class Find>
+unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound) return 0;
+    kelcl::BufferSteps steps;
+    kelcl::FallingStarts starts(text.contents(), steps);
+    return position(kelcl::lastAtStart(starts, candidate, find));
+}
+
+/// Finds the last of a byte at or before an offset.
+auto lastByte(std::string_view text, char byte) {
+    return [text, byte](std::size_t from) { return kelcl::findLastByte(text.substr(0, from + 1), byte); };
+}
+
 /// Tests the characters of a text as wide values, by character number.
 template <class Numbers>
 unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
@@ -87,25 +114,42 @@ unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const
 
 bool isWideMode() { return DString::fgI18NState == 1; }
 
-/// Whether a scan may go from character to character without asking the text about them, from the position
-/// on where it is to begin: always in the library's own classes. One that a host derived may begin inside a
-/// character.
-bool beginsCharacter(DBuffer const& text, unsigned int position, kelcl::BufferSteps& steps) {
-    return kelcl::isOfLibraryClass(text) ||
-           kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
+// A class that a host derived may begin a search inside of a character, and say what its characters are. Its
+// searches go from there character by character.
+
+/// Whether a scan may go on from the position without asking the text about its characters: always in the
+/// library's own classes.
+bool beginsCharacter(DBuffer const& text, unsigned int position) {
+    if (kelcl::isOfLibraryClass(text)) return true;
+    kelcl::BufferSteps steps;
+    return kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
 }
 
 /// The same for a scan backwards, which steps by what the text says of its characters.
-bool mayStepBack(DBuffer const& text, unsigned int position, kelcl::BufferSteps& steps) {
+bool mayStepBack(DBuffer const& text, unsigned int position) {
     return kelcl::isOfLibraryClass(text) ||
-           (!kelcl::overridesCharType(text) && beginsCharacter(text, position, steps));
+           (kelcl::hasMultiByteCharType(text) && beginsCharacter(text, position));
+}
+
+/// Wants the characters at which the pattern stands.
+auto beginsWith(DBuffer const& text, std::string_view pattern) {
+    return [&text, pattern](char const* p, unsigned int) {
+        return textOf(text).substr(static_cast<std::size_t>(p - text.contents())).starts_with(pattern);
+    };
+}
+
+/// The position of the first character from the one at `from` on that `wanted(p, length)` wants.
+template <class Wanted>
+unsigned int firstByOwnSteps(DBuffer const& text, unsigned int from, Wanted wanted) {
+    kelcl::BufferSteps steps;
+    return position(firstCharacter(text, from - 1, steps, wanted));
 }
 
 /// The position of the last character at or before the one at `from` that `wanted(p, length)` wants, stepping
 /// back by the lengths that the text itself gives.
 template <class Wanted>
-unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, kelcl::BufferSteps& steps,
-                            Wanted wanted) {
+unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, Wanted wanted) {
+    kelcl::BufferSteps steps;
     for (unsigned int at = from; at != 0;) {
         char const* const p = text.contents() + at - 1;
         if (wanted(p, steps.length(p))) return at;
@@ -116,9 +160,9 @@ unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, kelcl::B
 
 /// The same where the fast walk may be taken as well.
 template <class Wanted>
-unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, kelcl::BufferSteps& steps,
-                        Wanted wanted) {
-    if (!mayStepBack(text, from, steps)) return lastByOwnSteps(text, from, steps, wanted);
+unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wanted) {
+    if (!mayStepBack(text, from)) return lastByOwnSteps(text, from, wanted);
+    kelcl::BufferSteps steps;
     return position(lastCharacter(text, from - 1, steps, wanted));
 }
 
@@ -177,15 +221,10 @@ unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLengt
     if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
     unsigned int const first = startSearch(start, patternLength);
     if (first == 0 || first > length || patternLength == 0 || patternLength > length - first + 1) return 0;
-    kelcl::BufferSteps steps;
-    std::string_view const wanted(pattern, patternLength);
-    if (!beginsCharacter(*this, first, steps))
-        return position(firstCharacter(*this, first - 1, steps, [&](char const* p, unsigned int) {
-            return textOf(*this).substr(static_cast<std::size_t>(p - contents())).starts_with(wanted);
-        }));
-    return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [wanted](std::string_view rest) {
-        return kelcl::findPattern(rest, wanted);
-    }));
+    if (!beginsCharacter(*this, first))
+        return firstByOwnSteps(*this, first, beginsWith(*this, {pattern, patternLength}));
+    kelcl::RisingMatches matches(textOf(*this), {pattern, patternLength});
+    return firstBeginning(*this, first - 1, [&matches](std::size_t from) { return matches.at(from); });
 }
 
 unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) const {
@@ -195,15 +234,14 @@ unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) c
 unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
     if (first == 0 || setLength == 0 || first > length) return 0;
+    bool const fromCharacter = beginsCharacter(*this, first);
+    if (setLength == 1) { // any character that begins with the byte
+        if (!fromCharacter) return firstByOwnSteps(*this, first, beginsWith(*this, {set, 1}));
+        return firstBeginning(*this, first - 1, [this, set](std::size_t from) {
+            return kelcl::findByteFrom(textOf(*this), *set, from);
+        });
+    }
     kelcl::BufferSteps steps;
-    bool const fromCharacter = beginsCharacter(*this, first, steps);
-    if (setLength == 1 && fromCharacter) // any character that begins with the byte
-        return position(kelcl::firstAtStart(textOf(*this), first - 1, steps, [set](std::string_view rest) {
-            return kelcl::findByte(rest, *set);
-        }));
-    if (setLength == 1)
-        return position(firstCharacter(*this, first - 1, steps,
-                                       [set](char const* p, unsigned int) { return *p == *set; }));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (fromCharacter) return position(members.findFirst(textOf(*this), first - 1, steps));
     return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
@@ -256,17 +294,11 @@ unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternL
                                       unsigned int start) const {
     unsigned int const last = std::min(startBackwardsSearch(start, patternLength), length);
     if (last == 0 || patternLength == 0) return 0;
-    kelcl::BufferSteps steps;
-    std::string_view const head = textOf(*this).substr(0, std::size_t{last} - 1 + patternLength);
-    std::string_view const wanted(pattern, patternLength);
-    if (!mayStepBack(*this, last, steps))
-        return lastByOwnSteps(*this, last, steps, [&](char const* p, unsigned int) {
-            return textOf(*this).substr(static_cast<std::size_t>(p - contents())).starts_with(wanted);
-        });
-    return position(kelcl::lastAtStart(head, patternLength, steps, [wanted](std::string_view text) {
-        return wanted.size() == 1 ? kelcl::findLastByte(text, wanted.front())
-                                  : kelcl::findLastPattern(text, wanted);
-    }));
+    if (!mayStepBack(*this, last))
+        return lastByOwnSteps(*this, last, beginsWith(*this, {pattern, patternLength}));
+    if (patternLength == 1) return lastBeginning(*this, last - 1, lastByte(textOf(*this), *pattern));
+    kelcl::FallingMatches matches(textOf(*this), {pattern, patternLength});
+    return lastBeginning(*this, last - 1, [&matches](std::size_t from) { return matches.at(from); });
 }
 
 unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int start) const {
@@ -277,19 +309,15 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
                                            unsigned int start) const {
     unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
     if (last == 0 || setLength == 0) return 0;
-    kelcl::BufferSteps steps;
-    bool const fast = mayStepBack(*this, last, steps);
-    std::string_view const head = textOf(*this).substr(0, last);
-    if (setLength == 1 && fast)
-        return position(kelcl::lastAtStart(
-            head, 1, steps, [set](std::string_view text) { return kelcl::findLastByte(text, *set); }));
+    bool const fast = mayStepBack(*this, last);
     if (setLength == 1)
-        return lastByOwnSteps(*this, last, steps, [set](char const* p, unsigned int) { return *p == *set; });
+        return fast ? lastBeginning(*this, last - 1, lastByte(textOf(*this), *set))
+                    : lastByOwnSteps(*this, last, beginsWith(*this, {set, 1}));
+    kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (fast) return position(members.findLast(textOf(*this), last, steps));
-    return lastByOwnSteps(*this, last, steps, [&members](char const* p, unsigned int bytes) {
-        return members.contains(p, bytes);
-    });
+    return lastByOwnSteps(
+        *this, last, [&members](char const* p, unsigned int bytes) { return members.contains(p, bytes); });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
@@ -297,26 +325,25 @@ unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLen
     unsigned int const last = startBackwardsSearch(start, 1);
     if (last == 0 || setLength == 0) return last;
     unsigned int const from = std::min(last, length);
-    kelcl::BufferSteps steps;
     if (setLength == 1) {
         // Nothing is found then, where the forward search finds its start: callers rely on it.
         if (*set != '\0' && kelcl::beginsLongerCharacter(*set)) return 0;
-        return lastWanted(*this, from, steps, [set](char const* p, unsigned int) { return *p != *set; });
+        return lastWanted(*this, from, [set](char const* p, unsigned int) { return *p != *set; });
     }
+    kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes() && mayStepBack(*this, from, steps)) {
+    if (members.goesByBytes() && mayStepBack(*this, from)) {
         std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, from), members.singleBytes());
         return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
     }
-    return lastWanted(*this, from, steps,
+    return lastWanted(*this, from,
                       [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, true);
     unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
-    kelcl::BufferSteps steps;
-    return last == 0 ? 0 : lastWanted(*this, last, steps, [&test](char const* p, unsigned int) {
+    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
         return test.test(signedByte(*p)) != 0;
     });
 }
@@ -324,8 +351,7 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, false);
     unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
-    kelcl::BufferSteps steps;
-    return last == 0 ? 0 : lastWanted(*this, last, steps, [&test](char const* p, unsigned int) {
+    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
         return test.test(signedByte(*p)) == 0;
     });
 }

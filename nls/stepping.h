@@ -10,11 +10,12 @@
 #include "string/byte_search.h"
 #include "string/locale_encoding.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cwchar>
-#include <string_view>
-#include <vector>
+#include <memory>
 
 namespace kelcl {
 
@@ -163,7 +164,7 @@ inline std::size_t startOfUtf8Character(char const* text, std::size_t at, Buffer
 }
 
 /// The first byte of the character that contains the byte at offset `at`, as a walk from the front by the
-/// buffer's rule finds it. Looks back only to a byte that ends a character.
+/// buffer's rule finds it. Looks back only as far as the bytes leave open what is a character.
 std::size_t startOfCharacter(char const* text, std::size_t at, BufferSteps& steps);
 
 /// A character start at or before `at`, and not before the character start `lowest`. Not for UTF-8.
@@ -177,59 +178,84 @@ public:
         : text_(text), at_(from), steps_(steps) {}
 
     bool isStart(std::size_t offset) {
-        if (steps_.isUtf8()) return startOfCharacter(text_, offset, steps_) == offset;
-        if (at_ < offset) at_ = boundaryBefore(text_, offset, at_, steps_);
-        while (at_ < offset)
-            at_ += steps_.length(text_ + at_);
-        return at_ == offset;
+        if (steps_.isUtf8()) return startOfUtf8Character(text_, offset, steps_) == offset;
+        return startByWalk(offset) == offset;
+    }
+
+    /// The first start at or after `offset`.
+    std::size_t startFrom(std::size_t offset) {
+        if (!steps_.isUtf8()) return startByWalk(offset);
+        std::size_t const start = startOfUtf8Character(text_, offset, steps_);
+        return start == offset ? offset : start + steps_.length(text_ + start);
     }
 
 private:
+    std::size_t startByWalk(std::size_t offset) {
+        if (at_ < offset) at_ = boundaryBefore(text_, offset, at_, steps_);
+        while (at_ < offset)
+            at_ += steps_.length(text_ + at_);
+        return at_;
+    }
+
     char const* text_;
     std::size_t at_;
     BufferSteps& steps_;
 };
 
-/// The first place from the character start `from` on at which `find` finds something at a character start.
+/// The first place from `candidate` on at which something begins together with a character. `find(offset)`
+/// gives the first place at or after an offset where something begins, or notFound; `candidate` is what it
+/// gave first.
 template <class Find>
-std::size_t firstAtStart(std::string_view text, std::size_t from, BufferSteps& steps, Find find) {
-    RisingStarts starts(text.data(), from, steps);
-    for (std::size_t at = from;; ++at) {
-        std::size_t const found = find(text.substr(at));
-        if (found == notFound) return notFound;
-        at += found;
-        if (starts.isStart(at)) return at;
+std::size_t firstAtStart(RisingStarts& starts, std::size_t candidate, Find const& find) {
+    while (candidate != notFound) {
+        std::size_t const start = starts.startFrom(candidate);
+        if (start == candidate) break;
+        candidate = find(start);
     }
+    return candidate;
 }
 
 /// Tells character starts to a search that asks for falling offsets. Where the encoding cannot be read
-/// backwards it walks each stretch forwards once and remembers the starts in it.
+/// backwards it walks each stretch forwards once and remembers the starts in it, one bit for each byte.
 class FallingStarts {
 public:
     FallingStarts(char const* text, BufferSteps& steps) : text_(text), steps_(steps) {}
+    FallingStarts(FallingStarts const&) = delete;
+    FallingStarts& operator=(FallingStarts const&) = delete;
 
     /// The first byte of the character that contains the byte at `offset`.
     std::size_t startOf(std::size_t offset) {
-        return steps_.isUtf8() ? startOfUtf8Character(text_, offset, steps_) : startByWalk(offset);
+        if (steps_.isUtf8()) return startOfUtf8Character(text_, offset, steps_);
+        if (offset < stretch_) walkTo(offset);
+        return startInStretch(offset);
     }
 
 private:
-    std::size_t startByWalk(std::size_t offset);
+    void walkTo(std::size_t offset);
+    std::size_t startInStretch(std::size_t offset) const;
+
+    static constexpr std::size_t bitsInWord = 64;
+    static constexpr std::size_t wordsWithoutAllocation = 64;
 
     char const* text_;
     BufferSteps& steps_;
-    std::vector<std::size_t> starts_; // rising; those of the stretch that was walked last
+    std::size_t stretch_ = notFound; ///< Where the stretch that was walked last begins.
+    std::array<std::uint64_t, wordsWithoutAllocation> room_;
+    std::unique_ptr<std::uint64_t[]> moreRoom_;
+    std::uint64_t* starts_ = nullptr;
 };
 
-/// The last place in a text at which `find` finds something of `matchLength` bytes at a character start.
+/// The last place up to `candidate` at which something begins together with a character. `find(offset)` gives
+/// the last place at or before an offset where something begins, or notFound; `candidate` is what it gave
+/// first.
 template <class Find>
-std::size_t lastAtStart(std::string_view head, std::size_t matchLength, BufferSteps& steps, Find find) {
-    FallingStarts starts(head.data(), steps);
-    for (;;) {
-        std::size_t const found = find(head);
-        if (found == notFound || starts.startOf(found) == found) return found;
-        head = head.substr(0, found + matchLength - 1);
+std::size_t lastAtStart(FallingStarts& starts, std::size_t candidate, Find const& find) {
+    while (candidate != notFound) {
+        std::size_t const start = starts.startOf(candidate);
+        if (start == candidate) break;
+        candidate = find(start);
     }
+    return candidate;
 }
 
 } // namespace kelcl

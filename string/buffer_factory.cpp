@@ -35,24 +35,6 @@ bool isOfLibraryClass(DBuffer const& buffer) {
     return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
 }
 
-namespace {
-
-/// What stands in the virtual table of a buffer for charType.
-void const* charTypeOf(DBuffer const& buffer) {
-    constexpr std::size_t slot = 4; // after two destructors, asString and asDebugInfo
-    void const* const* table;
-    std::memcpy(&table, static_cast<void const*>(&buffer), sizeof table);
-    return table[slot];
-}
-
-} // namespace
-
-bool overridesCharType(DBuffer const& buffer) {
-    alignas(DDBCSBuffer) char storage[sizeof(DDBCSBuffer) + 1];
-    auto* const own = ::new (storage) DDBCSBuffer(0);
-    return charTypeOf(buffer) != charTypeOf(*own);
-}
-
 bool goesByBytes(DBuffer const& buffer, char first) {
     if (isPlain(buffer)) return true;
     if (!isOfLibraryClass(buffer)) return false;

@@ -15,11 +15,6 @@ bool isOfLibraryClass(DBuffer const& buffer);
 /// Whether the buffer is of exactly the single-byte class, whose searches are those of the byte kernels.
 bool isPlain(DBuffer const& buffer);
 
-/// Whether a multi-byte buffer says otherwise than DDBCSBuffer what its characters are. The answer is in its
-/// virtual table, whose slots are part of the binary interface. Where the table's entries cannot be compared,
-/// it is yes, and the buffer is asked once too often.
-bool overridesCharType(DBuffer const& buffer);
-
 /// Whether the searches for a text that begins with the byte find the same as the byte kernels: the buffer is
 /// of exactly one of the library's classes, and the byte can only be the first one of a character.
 bool goesByBytes(DBuffer const& buffer, char first);

@@ -19,14 +19,13 @@ std::size_t findLinear(std::string_view text, std::string_view pattern) {
                             : notFound;
 }
 
-/// The backward search made of forward ones: as long as there is a match in the later half of the places that
-/// are left, the places up to it drop out, otherwise that half does. The places are halved each time, so the
-/// sum is linear in the text, plus the pattern times the logarithm of the text.
-std::size_t findLastLinear(std::string_view text, std::string_view pattern) {
-    if (text.size() < pattern.size()) return notFound;
+/// The last match that begins at `first` or later and before `end`, made of forward searches: as long as
+/// there is a match in the later half of the places that are left, the places up to it drop out, otherwise
+/// that half does. The places are halved each time, so the sum is linear in them, plus the pattern times the
+/// logarithm.
+std::size_t findLastBetween(std::string_view text, std::string_view pattern, std::size_t first,
+                            std::size_t end) {
     std::size_t last = notFound;
-    std::size_t first = 0;
-    std::size_t end = text.size() - pattern.size() + 1;
     while (first < end) {
         std::size_t const middle = first + (end - first) / 2;
         std::size_t const found = findLinear(text.substr(middle, end - middle + pattern.size() - 1), pattern);
@@ -38,6 +37,20 @@ std::size_t findLastLinear(std::string_view text, std::string_view pattern) {
         }
     }
     return last;
+}
+
+/// Goes back in stretches of growing size, so that the cost depends on how far from the end the match is.
+std::size_t findLastLinear(std::string_view text, std::string_view pattern) {
+    if (text.size() < pattern.size()) return notFound;
+    std::size_t end = text.size() - pattern.size() + 1;
+    std::size_t stretch = std::max<std::size_t>(2 * pattern.size(), 64);
+    for (; end > 0; stretch *= 4) {
+        std::size_t const first = end - std::min(end, stretch);
+        std::size_t const found = findLastBetween(text, pattern, first, end);
+        if (found != notFound) return found;
+        end = first;
+    }
+    return notFound;
 }
 
 #if KELCL_HAS_BLOCKS

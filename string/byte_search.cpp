@@ -15,6 +15,11 @@ std::size_t findByte(std::string_view text, char byte) {
     return found != nullptr ? static_cast<std::size_t>(found - text.data()) : notFound;
 }
 
+std::size_t findByteFrom(std::string_view text, char byte, std::size_t from) {
+    std::size_t const found = from < text.size() ? findByte(text.substr(from), byte) : notFound;
+    return found == notFound ? notFound : from + found;
+}
+
 std::size_t findLastByte(std::string_view text, char byte) { return findLast(text, EqualTo{byte}); }
 
 std::size_t findByteOtherThan(std::string_view text, char byte) {

@@ -17,6 +17,9 @@ inline constexpr std::size_t notFound = static_cast<std::size_t>(-1);
 std::size_t findByte(std::string_view text, char byte);
 std::size_t findLastByte(std::string_view text, char byte);
 
+/// The offset of the first occurrence of `byte` at or after the offset `from`, or notFound.
+std::size_t findByteFrom(std::string_view text, char byte, std::size_t from);
+
 /// The offset of the first (last) byte that differs from `byte`, or notFound.
 std::size_t findByteOtherThan(std::string_view text, char byte);
 std::size_t findLastByteOtherThan(std::string_view text, char byte);

@@ -56,7 +56,9 @@ private:
 
 class OccurrencesOf {
 public:
-    OccurrencesOf(char byte, std::string_view text) : text_(text), byte_(byte) {}
+    /// From the offset `from` on.
+    OccurrencesOf(char byte, std::string_view text, std::size_t from = 0)
+        : text_(text), byte_(byte), seen_(from) {}
 
     /// The offset of the next occurrence from left to right, or notFound.
     std::size_t next() {
@@ -73,7 +75,7 @@ public:
 private:
     std::string_view text_;
     char byte_;
-    std::size_t seen_ = 0;
+    std::size_t seen_;
     std::uint64_t found_ = 0; ///< In the last 64 bytes seen, those that are still to come.
 };
 

@@ -1,12 +1,13 @@
 // DBuffer: editing. Each operation decides what changes and which buffer is written to; the kernels do the
 // bytes.
+#include "nls/occurrences.h"
 #include "string/buffer_block.h"
 #include "string/buffer_factory.h"
 #include "string/byte_edit.h"
 #include "string/byte_search.h"
 #include "string/byte_set.h"
 #include "string/byte_walk.h"
-#include "string/known_start.h"
+#include "string/gap_list.h"
 #include "string/length.h"
 #include "string/strip.h"
 #include "string/virtual_answers.h"
@@ -14,19 +15,18 @@
 #include <kelcl/dbuffer.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstring>
 #include <functional>
-#include <memory_resource>
+#include <iterator>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace {
 
 std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
 
+using kelcl::GapList;
 using kelcl::shared;
 using kelcl::sharedEmpty;
 
@@ -46,58 +46,54 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
     return copy;
 }
 
-/// Positions of occurrences, few of them without allocating.
-class Positions {
+/// The occurrences of a byte as GapList tells those of a pattern, found anew each time: that is faster than
+/// to keep them.
+class ByteGaps {
 public:
-    Positions() { positions_.reserve(withoutAllocation); }
-    void add(unsigned int position) { positions_.push_back(position); }
-    unsigned int count() const { return static_cast<unsigned int>(positions_.size()); }
-    auto begin() const { return positions_.begin(); }
-    auto end() const { return positions_.end(); }
+    ByteGaps(std::string_view text, char byte, unsigned int start, unsigned int maxCount)
+        : text_(text), byte_(byte), from_(std::max(start, 1U) - 1) {
+        if (from_ >= text.size()) return;
+        count_ = static_cast<unsigned int>(
+            std::min<std::size_t>(kelcl::countByte(text.substr(from_), byte), maxCount));
+    }
+
+    unsigned int count() const { return count_; }
+
+    template <class Visit>
+    void forEach(Visit visit) const {
+        // Batches keep the walk and what is done with the gaps out of each other's way.
+        unsigned int batch[64];
+        kelcl::OccurrencesOf walk(byte_, text_, from_);
+        std::size_t end = 0; // of the one before
+        for (unsigned int left = count_; left != 0;) {
+            unsigned int const size = std::min<unsigned int>(left, std::size(batch));
+            for (unsigned int i = 0; i < size; ++i) {
+                std::size_t const at = walk.next();
+                batch[i] = static_cast<unsigned int>(at - end);
+                end = at + 1;
+            }
+            for (unsigned int i = 0; i < size; ++i)
+                visit(batch[i]);
+            left -= size;
+        }
+    }
 
 private:
-    static constexpr std::size_t withoutAllocation = 128;
-    alignas(unsigned int) std::array<std::byte, withoutAllocation * sizeof(unsigned int)> storage_;
-    std::pmr::monotonic_buffer_resource arena_{storage_.data(), storage_.size()};
-    std::pmr::vector<unsigned int> positions_{&arena_};
+    std::string_view text_;
+    char byte_;
+    std::size_t from_;
+    unsigned int count_ = 0;
 };
 
-/// For a text whose searches are those of the kernels.
-void findInBytes(Positions& found, std::string_view text, std::string_view pattern, unsigned int start,
-                 unsigned int maxCount) {
-    unsigned int const first = std::max(start, 1U);
-    if (first > text.size()) return;
-    std::string_view const rest = text.substr(first - 1);
-    auto const add = [&found, first](std::size_t offset) {
-        found.add(first + static_cast<unsigned int>(offset));
-    };
-    if (pattern.size() == 1) {
-        kelcl::OccurrencesOf walk(pattern.front(), rest);
-        for (std::size_t at = walk.next(); at != kelcl::notFound && found.count() < maxCount;
-             at = walk.next())
-            add(at);
-        return;
-    }
-    for (std::size_t at = 0; found.count() < maxCount; at += pattern.size()) {
-        std::size_t const next = kelcl::findPattern(rest.substr(at), pattern);
-        if (next == kelcl::notFound) return;
-        at += next;
-        add(at);
-    }
-}
-
-void findOccurrences(Positions& found, DBuffer const& text, char const* pattern, unsigned int patternLength,
-                     unsigned int start, unsigned int maxCount) {
-    if (patternLength != 0 && kelcl::goesByBytes(text, *pattern))
-        return findInBytes(found, textOf(text), {pattern, patternLength}, start, maxCount);
-    kelcl::KnownStart const known(text.contents());
-    kelcl::FoundMatches matches(text, patternLength, start, [&](unsigned int from) {
-        return text.indexOf(pattern, patternLength, from);
+void findOccurrences(GapList& found, DBuffer const& text, std::string_view pattern, unsigned int start,
+                     unsigned int maxCount) {
+    auto const patternLength = static_cast<unsigned int>(pattern.size());
+    kelcl::Occurrences occurrences(text, pattern, start);
+    unsigned int end = 1; // of the one before
+    occurrences.forEach(maxCount, [&](unsigned int position) {
+        found.add(position - end);
+        end = position + patternLength;
     });
-    for (unsigned int at = matches.next(); at != 0; at = matches.next()) {
-        found.add(at);
-        if (found.count() == maxCount) return;
-    }
 }
 
 bool overlaps(DBuffer const& buffer, char const* bytes) {
@@ -105,17 +101,19 @@ bool overlaps(DBuffer const& buffer, char const* bytes) {
     return notBehind(buffer.contents(), bytes) && notBehind(bytes, buffer.contents() + buffer.length);
 }
 
-DBuffer* changeSameLength(DBuffer& buffer, Positions const& found, char const* replacement,
-                          unsigned int length) {
+template <class Gaps>
+DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replacement, unsigned int length) {
     std::string copy; // a replacement that is part of the text must not change while it is written
     if (buffer.hasOneOwner() && overlaps(buffer, replacement)) {
-        copy.assign(replacement, length);
+        copy = std::string(replacement, length);
         replacement = copy.data();
     }
     return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
         if (out != in) std::memcpy(out, in, n);
-        for (unsigned int const position : found)
-            std::memcpy(out + position - 1, replacement, length);
+        found.forEach([&](unsigned int gap) {
+            std::memcpy(out + gap, replacement, length);
+            out += gap + length;
+        });
     });
 }
 
@@ -149,7 +147,8 @@ private:
     char* end_;
 };
 
-DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int patternLength,
+template <class Gaps>
+DBuffer* changeOtherLength(DBuffer& buffer, Gaps const& found, unsigned int patternLength,
                            std::string_view replacement) {
     unsigned int const newLength = changedLength(buffer.length, found.count(), patternLength,
                                                  static_cast<unsigned int>(replacement.size()));
@@ -157,14 +156,22 @@ DBuffer* changeOtherLength(DBuffer& buffer, Positions const& found, unsigned int
     DBuffer* const result = kelcl::allocateLike(buffer, newLength);
     Writer writer(*result);
     std::string_view rest = textOf(buffer);
-    for (unsigned int const position : found) {
-        auto const kept = static_cast<std::size_t>(buffer.contents() + position - 1 - rest.data());
-        writer.write(rest.substr(0, kept), rest.size());
+    found.forEach([&](unsigned int gap) {
+        writer.write(rest.substr(0, gap), rest.size());
         writer.write(replacement, replacement.size());
-        rest.remove_prefix(kept + patternLength);
-    }
+        rest.remove_prefix(std::size_t{gap} + patternLength);
+    });
     writer.write(rest, rest.size());
     return result;
+}
+
+template <class Gaps>
+DBuffer* changeFound(DBuffer& buffer, Gaps const& found, unsigned int patternLength,
+                     std::string_view replacement) {
+    if (found.count() == 0) return shared(buffer);
+    if (patternLength == replacement.size())
+        return changeSameLength(buffer, found, replacement.data(), patternLength);
+    return changeOtherLength(buffer, found, patternLength, replacement);
 }
 
 } // namespace
@@ -271,10 +278,10 @@ DBuffer* DBuffer::copy(unsigned int times) {
 DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char const* replacement,
                          unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
     if (maxCount == 0) return shared(*this);
-    Positions found;
-    findOccurrences(found, *this, pattern, patternLength, start, maxCount);
-    if (found.count() == 0) return shared(*this);
-    if (patternLength == replacementLength)
-        return changeSameLength(*this, found, replacement, replacementLength);
-    return changeOtherLength(*this, found, patternLength, {replacement, replacementLength});
+    std::string_view const newText(replacement, replacementLength);
+    if (patternLength == 1 && kelcl::goesByBytes(*this, *pattern))
+        return changeFound(*this, ByteGaps(textOf(*this), *pattern, start, maxCount), 1, newText);
+    GapList found;
+    findOccurrences(found, *this, {pattern, patternLength}, start, maxCount);
+    return changeFound(*this, found, patternLength, newText);
 }

@@ -1,46 +1,8 @@
 // DString: substrings, counting and matching.
-#include "string/buffer_factory.h"
-#include "string/byte_search.h"
-#include "string/known_start.h"
-#include "string/virtual_answers.h"
+#include "nls/occurrences.h"
 #include "string/wildcard.h"
 
 #include <kelcl/dstring.h>
-
-#include <algorithm>
-#include <string_view>
-
-namespace {
-
-/// Counts the matches of `bytes` bytes that `find` finds from `startPos` on.
-template <class Find>
-unsigned int countMatches(DBuffer const& text, unsigned int bytes, unsigned int startPos, Find find) {
-    kelcl::KnownStart const known(text.contents());
-    kelcl::FoundMatches matches(text, bytes, startPos, find);
-    unsigned int count = 0;
-    while (matches.next() != 0)
-        ++count;
-    return count;
-}
-
-/// Counts the characters that satisfy another test, and lets a search go on to the end.
-class CountingTest final : public DStringTest {
-public:
-    explicit CountingTest(DStringTest const& counted)
-        : DStringTest(plainFunction + 1, nullptr), counted_(counted) {}
-
-    int test(int c) const override {
-        if (counted_.test(c) != 0) ++count_;
-        return 0;
-    }
-    unsigned int count() const { return count_; }
-
-private:
-    DStringTest const& counted_;
-    mutable unsigned int count_ = 0;
-};
-
-} // namespace
 
 DString DString::subString(unsigned int start) const {
     if (start > length()) return DString();
@@ -59,28 +21,12 @@ unsigned int DString::occurrencesOf(char c, unsigned int startPos) const {
 
 unsigned int DString::occurrencesOf(DStringTest const& test, unsigned int startPos) const {
     DString const held(*this); // the test may change this string
-    if (fgI18NState == 1 && kelcl::isOfLibraryClass(*buffer()) && !kelcl::isPlain(*buffer())) {
-        // Each search would convert all of the text; one of them asks the test for the same characters.
-        CountingTest const counting(test);
-        held.indexOf(counting, startPos);
-        return counting.count();
-    }
-    return countMatches(*held.buffer(), 1, startPos,
-                        [&](unsigned int from) { return held.indexOf(test, from); });
+    return kelcl::countTested(*held.buffer(), test, startPos);
 }
 
 unsigned int DString::occurrencesOf(char const* pattern, unsigned int patternLength,
                                     unsigned int startPos) const {
-    if (patternLength != 0 && kelcl::goesByBytes(*buffer(), *pattern)) {
-        unsigned int const first = std::max(startPos, 1U);
-        if (first > length()) return 0;
-        std::string_view const rest = std::string_view(*this).substr(first - 1);
-        return static_cast<unsigned int>(patternLength == 1
-                                             ? kelcl::countByte(rest, *pattern)
-                                             : kelcl::countPattern(rest, {pattern, patternLength}));
-    }
-    return countMatches(*buffer(), patternLength, startPos,
-                        [&](unsigned int from) { return buffer()->indexOf(pattern, patternLength, from); });
+    return kelcl::Occurrences::count(*buffer(), {pattern, patternLength}, startPos);
 }
 
 bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const {

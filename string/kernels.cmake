@@ -1,5 +1,6 @@
 # The byte kernels. They stand by themselves: the tests build them once more, without vector intrinsics.
-set(kernels byte_edit byte_pattern byte_search byte_set byte_translate decimal decimal_limbs digits spectrum wildcard)
+set(kernels
+    byte_edit byte_pattern byte_search byte_set byte_translate decimal decimal_limbs digits pattern_matches spectrum wildcard)
 list(TRANSFORM kernels PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
 list(TRANSFORM kernels APPEND .cpp)
 target_sources(kelcl PRIVATE ${kernels})

@@ -20,32 +20,6 @@ constexpr unsigned int positionWithin(unsigned int answer, unsigned int lowest, 
     return answer >= lowest && answer <= highest ? answer : 0;
 }
 
-/// The matches that a virtual search finds from left to right, none reaching into the one before it.
-template <class Find>
-class FoundMatches {
-public:
-    /// `find(start)` is the search for a match of `bytes` bytes; the first one begins at `start`.
-    FoundMatches(DBuffer const& text, unsigned int bytes, unsigned int start, Find find)
-        : find_(find), bytes_(bytes), start_(start) {
-        if (bytes <= text.length) last_ = std::min(text.length, text.length - bytes + 1);
-    }
-
-    /// The position of the next match, 0 when there are no more.
-    unsigned int next() {
-        unsigned int const position = positionWithin(find_(start_), lowest_, last_);
-        start_ = position + bytes_;
-        lowest_ = std::max(start_, position + 1);
-        return position;
-    }
-
-private:
-    Find find_;
-    unsigned int bytes_;
-    unsigned int start_;
-    unsigned int lowest_ = 1;
-    unsigned int last_ = 0; ///< Where the last match may stand that ends in the text.
-};
-
 /// Calls `change(byte, position)` for each byte of a copy of the text that the virtual search for any of the
 /// characters finds, one after the other, and puts the copy in the text's place or into a new buffer. So a
 /// search that throws leaves the text what it was.

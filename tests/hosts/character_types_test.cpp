@@ -1,5 +1,5 @@
 // Whether a class that a host derived says itself what its characters are, told by its virtual table.
-#include "string/buffer_factory.h"
+#include "nls/overriding.h"
 
 #include <kelcl/ddbcsbuffer.h>
 
@@ -31,7 +31,7 @@ template <class Buffer>
 bool overrides() {
     alignas(Buffer) char storage[sizeof(Buffer) + 1];
     auto* const buffer = ::new (storage) Buffer(0);
-    bool const result = kelcl::overridesCharType(*buffer);
+    bool const result = !kelcl::hasMultiByteCharType(*buffer);
     buffer->~Buffer();
     return result;
 }

@@ -15,3 +15,13 @@ endforeach()
 kelcl_add_random_operations(nls)
 kelcl_add_test(nls_random SOURCES ${CMAKE_CURRENT_LIST_DIR}/random_test.cpp
     MODES ${multi_byte_modes} ${multi_byte_wide_modes} turkish turkish-i18n LIBRARIES nls_random_operations)
+
+kelcl_add_test(nls_occurrences SOURCES ${CMAKE_CURRENT_LIST_DIR}/occurrences_test.cpp MODES ${multi_byte_modes} utf8-i18n)
+kelcl_add_test(nls_search_memory MODES ${multi_byte_modes}
+    SOURCES ${CMAKE_CURRENT_LIST_DIR}/search_memory_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/failing_allocations.cpp)
+# Brings counting forms of functions of the C library, which the sanitizers would replace.
+if(NOT KELCL_SANITIZERS)
+    kelcl_add_test(nls_growth SOURCES ${CMAKE_CURRENT_LIST_DIR}/growth_test.cpp MODES ${multi_byte_modes})
+    # A compiler that takes the loop of its memcmp for one would have it call itself.
+    target_compile_options(test_nls_growth PRIVATE -fno-builtin -fno-tree-loop-distribute-patterns)
+endif()

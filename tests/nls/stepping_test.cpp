@@ -234,4 +234,52 @@ TEST(CharacterStarts, AreFoundBackwardsWhereAWalkFromTheFrontFindsThem) {
     }
 }
 
+/// Bytes of which each may be inside a character, so that nothing but a long walk tells where one begins: now
+/// characters, now any bytes, now the same again and again, which can be read from a wrong place without end.
+std::string openText(std::mt19937& random) {
+    auto const highByte = [&random] { return static_cast<char>(0x81 + random() % 0x7E); };
+    std::vector<std::string> characters;
+    for (mb::Sample const& sample : mb::samples().longCharacters())
+        characters.push_back(sample.bytes);
+    if (characters.empty()) characters = {"\xA4\xA2"};
+    std::string text;
+    std::size_t const size = std::vector<std::size_t>{300, 1200, 5000, 9000}[random() % 4];
+    while (text.size() < size) {
+        std::string const& character = characters[random() % characters.size()];
+        std::size_t const length = 1 + random() % 700;
+        std::size_t const kind = random() % 3;
+        for (std::size_t end = text.size() + length; text.size() < end;)
+            text += kind == 0   ? character
+                    : kind == 1 ? characters[random() % characters.size()]
+                                : std::string(1, highByte());
+    }
+    return text;
+}
+
+TEST(CharacterStarts, AreFoundFarFromAnyByteThatTellsOne) {
+    std::mt19937 random(20262);
+    Differences differences;
+    for (int round = 0; round < 150; ++round) {
+        std::string const text = openText(random);
+        std::vector<std::size_t> const starts = startsOf(text);
+        BufferSteps forward;
+        BufferSteps backward;
+        kelcl::RisingStarts rising(text.c_str(), 0, forward);
+        kelcl::FallingStarts falling(text.c_str(), backward);
+        std::size_t const most = 1 + random() % 400;
+        for (std::size_t at = 0; at < text.size(); at += 1 + random() % most) {
+            BufferSteps steps;
+            std::string const where = std::to_string(at) + " of " + hex(text);
+            if (kelcl::startOfCharacter(text.c_str(), at, steps) != starts[at])
+                differences.add("start at " + where);
+            std::size_t next = at;
+            while (next < text.size() && starts[next] != next)
+                ++next;
+            if (rising.startFrom(at) != next) differences.add("rising " + where);
+            if (falling.startOf(text.size() - 1 - at) != starts[text.size() - 1 - at])
+                differences.add("falling " + where);
+        }
+    }
+}
+
 } // namespace

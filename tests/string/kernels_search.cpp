@@ -3,6 +3,7 @@
 #include "kernels_texts.h"
 #include "string/byte_search.h"
 #include "string/byte_walk.h"
+#include "string/pattern_matches.h"
 
 #include <gtest/gtest.h>
 
@@ -172,6 +173,60 @@ TEST(PatternCount, DoesNotCountOverlappingMatches) {
     EXPECT_EQ(kelcl::countPattern("aaaaa", "aa"), 2U);
     EXPECT_EQ(kelcl::countPattern("abababa", "aba"), 2U);
     EXPECT_EQ(kelcl::countPattern("aaaa", "a"), 4U);
+}
+
+/// Texts in which patterns overlap themselves in every way: a part repeated, with other bytes here and there.
+std::string almostPeriodicText(std::mt19937& random, std::size_t n) {
+    std::string const part = randomText(random, 1 + random() % 40, "ab");
+    std::string text;
+    while (text.size() < n)
+        text += part;
+    for (std::size_t changes = random() % 4; changes > 0; --changes)
+        text[random() % text.size()] ^= '\x03';
+    return text;
+}
+
+TEST(OverlappingMatches, AreThoseOfPlainSearchesFromLeftToRight) {
+    std::mt19937 random(111);
+    for (int round = 0; round < 4000; ++round) {
+        std::string const text = almostPeriodicText(random, 300 + random() % 300);
+        std::string const pattern =
+            text.substr(random() % text.size() / 2, 2 + random() % (round % 2 == 0 ? 12 : 250));
+        kelcl::RisingMatches matches(text, pattern);
+        std::size_t const most = 1 + random() % 5 * (random() % 100);
+        for (std::size_t from = 0; from <= text.size(); from += 1 + random() % most) {
+            ASSERT_EQ(matches.at(from), text.find(pattern, from)) << text << ' ' << pattern << ' ' << from;
+            if (text.find(pattern, from) == notFound) break;
+        }
+    }
+}
+
+TEST(OverlappingMatches, AreThoseOfPlainSearchesFromRightToLeft) {
+    std::mt19937 random(112);
+    for (int round = 0; round < 4000; ++round) {
+        std::string const text = almostPeriodicText(random, 300 + random() % 300);
+        std::string const pattern =
+            text.substr(random() % text.size() / 2, 2 + random() % (round % 2 == 0 ? 12 : 250));
+        kelcl::FallingMatches matches(text, pattern);
+        std::size_t const most = 1 + random() % 5 * (random() % 100);
+        for (std::size_t from = text.size();;) {
+            ASSERT_EQ(matches.at(from), text.rfind(pattern, from)) << text << ' ' << pattern << ' ' << from;
+            std::size_t const less = 1 + random() % most;
+            if (text.rfind(pattern, from) == notFound || from < less) break;
+            from -= less;
+        }
+    }
+}
+
+TEST(ShortPeriods, AreTheSmallestOnesUpToAQuarterOfThePattern) {
+    std::mt19937 random(113);
+    for (int round = 0; round < 4000; ++round) {
+        std::string const pattern = almostPeriodicText(random, 1 + random() % 200);
+        std::size_t period = 1; // the smallest, by comparing the pattern with itself
+        while (pattern.compare(period, std::string::npos, pattern, 0, pattern.size() - period) != 0)
+            ++period;
+        ASSERT_EQ(kelcl::shortPeriodOf(pattern), period <= pattern.size() / 4 ? period : 0) << pattern;
+    }
 }
 
 } // namespace

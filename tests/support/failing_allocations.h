@@ -13,9 +13,10 @@ enum class Failing {
 };
 
 struct Allocations {
-    long made = 0;       ///< So many succeeded.
-    long live = 0;       ///< So many of them were not given back yet.
-    long countdown = -1; ///< So many still succeed before one fails; negative: all do.
+    long made = 0;         ///< So many succeeded.
+    std::size_t bytes = 0; ///< Of all these together.
+    long live = 0;         ///< So many of them were not given back yet.
+    long countdown = -1;   ///< So many still succeed before one fails; negative: all do.
     bool onlyOnce = true;
     std::size_t failingSize =
         std::numeric_limits<std::size_t>::max(); ///< Blocks of that size and larger fail.
