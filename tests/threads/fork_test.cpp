@@ -41,7 +41,7 @@ private:
 };
 
 void silent(std::function<void()> const& work) {
-    class Silent : public DException::TraceFn {
+    class Silent final : public DException::TraceFn {
     public:
         void write(char const*) override {}
     };

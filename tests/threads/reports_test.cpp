@@ -18,7 +18,7 @@ constexpr int threads = 4;
 constexpr int rounds = 300;
 
 /// Collects what is reported; a write is a whole line of one report.
-class Collector : public DException::TraceFn {
+class Collector final : public DException::TraceFn {
 public:
     void write(char const* line) override {
         std::lock_guard const guard(lock_);
@@ -198,7 +198,7 @@ TEST(NewHandler, ThatAHostInstallsWhileOthersStoreTextsIsNotLost) {
 }
 
 TEST(NewHandler, ThatAHostInstallsWithinAReportStays) {
-    class Installing : public DException::TraceFn {
+    class Installing final : public DException::TraceFn {
     public:
         void write(char const*) override { std::set_new_handler(otherHandler); }
     } installing;

@@ -92,7 +92,7 @@ Outcome serveRound(Table const& table) {
     return sum;
 }
 
-class Silent : public DException::TraceFn {
+class Silent final : public DException::TraceFn {
 public:
     void write(char const*) override {}
 };
