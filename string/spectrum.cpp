@@ -20,8 +20,11 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <bit>
 #include <cmath>
+#include <cstdlib>
+#include <new>
 
 namespace kelcl {
 
@@ -60,19 +63,29 @@ constexpr std::size_t blockSize = 4;
 
 constexpr std::size_t mostBlocks = Spectrum::longest / 2 / blockSize;
 
-/// Made when first needed, in static memory, which nobody frees while a host may still use strings.
-Root const* rootsOfQuarter() {
-    static Roots<std::bit_floor(mostBlocks)> const roots(3);
-    return roots.data();
+/// Made when first needed, by whichever thread comes first, and kept. Published without a lock, as a process
+/// may fork at any time; from std::malloc, as a host may still use strings while static objects are
+/// destroyed.
+template <std::size_t size, int twelfths>
+Root const* roots() {
+    static std::atomic<Roots<size> const*> known = nullptr;
+    if (Roots<size> const* const made = known.load(std::memory_order_acquire)) return made->data();
+    void* const memory = std::malloc(sizeof(Roots<size>));
+    if (memory == nullptr) throw std::bad_alloc();
+    auto const* const own = ::new (memory) Roots<size>(twelfths);
+    Roots<size> const* winner = nullptr;
+    if (known.compare_exchange_strong(winner, own)) return own->data();
+    std::free(memory);
+    return winner->data();
 }
+
+Root const* rootsOfQuarter() { return roots<std::bit_floor(mostBlocks), 3>(); }
 
 /// Where the modulus t^3m - i is split first into t^m - e^(i phi), with phi a twelfth of the circle, five,
 /// nine.
 std::array<Root const*, 3> rootsOfThirds() {
-    static Roots<mostBlocks / 3> const first(1);
-    static Roots<mostBlocks / 3> const second(5);
-    static Roots<mostBlocks / 3> const third(9);
-    return {first.data(), second.data(), third.data()};
+    constexpr std::size_t size = mostBlocks / 3;
+    return {roots<size, 1>(), roots<size, 5>(), roots<size, 9>()};
 }
 
 // The loops take each stretch of a row by itself: so the compiler knows that they do not overlap.

@@ -117,6 +117,16 @@ bool dates() {
     return right == threads;
 }
 
+/// There and back again, through products that take the roots of the transform.
+bool longNumbers() {
+    std::atomic<int> right = 0;
+    together(threads, [&](int) {
+        DString const digits(nullptr, 30000, '7');
+        if (DString(digits).d2c().c2d() == digits) ++right;
+    });
+    return right == threads;
+}
+
 std::map<std::string, std::function<bool()>> const cases = {{"empty-buffers", emptyBuffers},
                                                             {"empty-strings", emptyStrings},
                                                             {"strings", strings},
@@ -127,7 +137,8 @@ std::map<std::string, std::function<bool()>> const cases = {{"empty-buffers", em
                                                             {"trace-lines", traceLines},
                                                             {"reports", reports},
                                                             {"characters", characters},
-                                                            {"dates", dates}};
+                                                            {"dates", dates},
+                                                            {"long-numbers", longNumbers}};
 
 std::string program;
 
@@ -152,6 +163,7 @@ TEST(FirstUseByEightThreads, TakesOneTraceFunction) { expectOften("trace-functio
 TEST(FirstUseByEightThreads, ReportsEachException) { expectOften("reports", 0, true); }
 TEST(FirstUseByEightThreads, LearnsTheEncoding) { expectOften("characters"); }
 TEST(FirstUseByEightThreads, FormatsDates) { expectOften("dates"); }
+TEST(FirstUseByEightThreads, ConvertsLongNumbers) { expectOften("long-numbers"); }
 
 TEST(FirstUseByEightThreads, SetsTracingUpWithoutLosingALine) {
     Environment const environment{{"KORVA_TRACE", "ON"}};
