@@ -75,22 +75,22 @@ void EncodingTable::noteEveryByteAsPartOfCharacters() {
     hasAsciiNeighbours_ = true;
 }
 
-/// Finds the bytes that stand behind the first two of longer characters. The C library calls some sequences
+/// Finds the bytes that follow the first two of longer characters. The C library calls some sequences
 /// incomplete that no byte completes, so a byte counts only if a character is found with it. What may follow
 /// a pair is taken not to depend on which pair it is: the first one with characters stands for all.
 class EncodingTable::Continuations {
 public:
     explicit Continuations(EncodingTable& table) : table_(table) {}
 
-    /// Explores what stands behind an incomplete pair.
+    /// Explores what may follow an incomplete pair.
     void addPair(std::string pair) {
         if (!isKnown_) isKnown_ = explore(pair);
     }
     bool tookTooLong() const { return questions_ > mostQuestions; }
 
 private:
-    /// Whether a character begins with an incomplete sequence; notes the bytes that stand behind that in
-    /// characters. Those behind one continuation are taken to be those behind the others.
+    /// Whether a character begins with an incomplete sequence; notes the bytes that follow it in
+    /// characters. Those after one continuation are taken to be those after the others.
     bool explore(std::string& prefix) {
         bool isFront = false;
         for (unsigned int value = 0; value < 256 && !tookTooLong(); ++value) {

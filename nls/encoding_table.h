@@ -61,7 +61,7 @@ public:
     /// Whether there are characters of more than one byte.
     bool hasLongCharacters() const { return pairs_ != decltype(pairs_){}; }
 
-    /// The smallest byte that stands behind the first one in any character, at most 0x80. A smaller one is a
+    /// The smallest byte that follows the first one in any character, at most 0x80. A smaller one is a
     /// character of its own wherever it stands.
     unsigned char trailFloor() const { return trailFloor_; }
 

@@ -54,16 +54,16 @@ public:
         return static_cast<unsigned char>(byte) < encoding_.table->trailFloor();
     }
     /// Whether a byte can never be followed by another one of its character, so that a character begins
-    /// behind it. Not for UTF-8.
+    /// after it. Not for UTF-8.
     bool endsCharacter(char byte) const {
         if (encoding_.table == nullptr) return kelcl::standsAlone(byte, false);
         return !encoding_.table->isOpen(byte);
     }
     /// Whether a character begins between two bytes wherever they stand next to each other. Not for UTF-8.
-    bool isBoundary(char before, char behind) const {
+    bool isBoundary(char before, char after) const {
         if (endsCharacter(before)) return true;
         auto const isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-        return isAscii(before) && isAscii(behind) && encoding_.table != nullptr &&
+        return isAscii(before) && isAscii(after) && encoding_.table != nullptr &&
                !encoding_.table->hasAsciiNeighbours();
     }
 

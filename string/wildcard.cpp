@@ -18,7 +18,7 @@ namespace kelcl {
 namespace {
 
 /// How many bytes at the beginning of n bytes of the pattern equal those of the text, apart from the
-/// wildcards in the pattern: n, or fewer than there are. Many places of a text may fail far behind their
+/// wildcards in the pattern: n, or fewer than there are. Many places of a text may fail far past their
 /// beginning, so whole blocks are compared at once.
 KELCL_INLINED std::size_t equalExceptFor(char wildcard, char const* pattern, char const* text,
                                          std::size_t n) {

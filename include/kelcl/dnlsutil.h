@@ -44,7 +44,7 @@ KELCL_EXPORT unsigned int insWCS2WCS(wchar_t* src, int srcLen, wchar_t* ins, int
 /// @name Positions
 /// Byte positions and character numbers, both 1-based. 0 for a null text, a position of 0 or beyond `len`,
 /// and when bytes that are no character come before the answer. At the end of the text up to MB_CUR_MAX - 1
-/// bytes behind it are looked at: a NUL there is enough.
+/// bytes after it are looked at: a NUL there is enough.
 /// @{
 
 /// Where character number `charNum` starts.
@@ -53,9 +53,9 @@ KELCL_EXPORT unsigned int findBytePos(char const* s, unsigned int len, unsigned 
 KELCL_EXPORT unsigned int findCharNum(char const* s, unsigned int len, unsigned int bytePos);
 /// Where the character that contains byte `bytePos` starts.
 KELCL_EXPORT unsigned int findCurPos(char const* s, unsigned int len, unsigned int bytePos);
-/// Where the character behind the one that contains byte `bytePos` starts; 0 behind the last.
+/// Where the character after the one that contains byte `bytePos` starts; 0 after the last.
 KELCL_EXPORT unsigned int findNextPos(char const* s, unsigned int len, unsigned int bytePos);
-/// The number of the first character that starts at or behind byte `bytePos`; 0 when there is none.
+/// The number of the first character that starts at or after byte `bytePos`; 0 when there is none.
 KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsigned int bytePos);
 /// @}
 
@@ -63,7 +63,7 @@ KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsig
 /// Pieces of a text from byte `start` (1-based, 0 counts as 1) on, with pad characters in place of the bytes
 /// of a character that was cut. All is pad when the start cannot be located or `s` is null.
 /// A sequence that stands for two wide characters is kept as it is.
-/// @throws DInvalidRequest as the conversions do, when the text behind the start is no text.
+/// @throws DInvalidRequest as the conversions do, when the text after the start is no text.
 /// @{
 
 /// Writes the piece up to the end to `out` and returns the bytes written; 0 when `start` is beyond the end.
@@ -92,21 +92,21 @@ public:
     /// Converts `len` bytes.
     /// @throws DInvalidRequest (message 1012, unrecoverable) at bytes that are no character.
     DWBuffer(char const* mbs, unsigned int len);
-    /// Converts the bytes up to the NUL; the array then ends in a wide NUL behind its `length` characters.
+    /// Converts the bytes up to the NUL; the array then ends in a wide NUL after its `length` characters.
     explicit DWBuffer(char const* mbs);
     DWBuffer(DWBuffer const&) = delete;
     DWBuffer& operator=(DWBuffer const&) = delete;
     ~DWBuffer();
 
-    wchar_t* wide;       ///< The characters; in general without a NUL behind them.
+    wchar_t* wide;       ///< The characters; in general without a terminating NUL.
     unsigned int length; ///< How many there are.
 
-    /// What stands behind a NUL of the pattern must fit, but is not compared.
+    /// What follows a NUL of the pattern must fit, but is not compared.
     unsigned int positionOf(DWBuffer const& pattern, unsigned int start) const;
     unsigned int positionOfAnyOf(DWBuffer const& set, unsigned int start) const;
     /// With an empty set the start itself.
     unsigned int positionOfAnyBut(DWBuffer const& set, unsigned int start) const;
-    /// What stands behind a NUL of the pattern must fit, but is not compared.
+    /// What follows a NUL of the pattern must fit, but is not compared.
     unsigned int lastPositionOf(DWBuffer const& pattern, unsigned int start) const;
     unsigned int lastPositionOfAnyOf(DWBuffer const& set, unsigned int start) const;
     /// With an empty set the smaller of the start and the length.
