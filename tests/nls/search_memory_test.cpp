@@ -51,7 +51,7 @@ TEST(Memory, OfAForwardSearchAndOfCountingIsNone) {
 
 TEST(Memory, OfAChangeInPlaceIsAtMostThatOfTheText) {
     for (std::string const& bytes : texts())
-        for (std::size_t const length : {1, 2, 3, 4}) {
+        for (std::size_t length = 1; length <= 4; ++length) {
             DString text(bytes);
             std::string const replacement(length, '-');
             std::string const pattern = bytes.substr(0, length);
@@ -62,7 +62,7 @@ TEST(Memory, OfAChangeInPlaceIsAtMostThatOfTheText) {
 
 TEST(Memory, OfAChangeOfTheLengthIsAtMostThatOfTheTextBesidesTheResult) {
     for (std::string const& bytes : texts())
-        for (std::size_t const length : {1, 2, 3, 4}) {
+        for (std::size_t length = 1; length <= 4; ++length) {
             DString text(bytes);
             std::string const replacement(length + 1, '-');
             std::string const pattern = bytes.substr(0, length);
