@@ -58,7 +58,7 @@ void joinChunks(Limb* chunks, std::size_t n) {
         joinFew<Base>(chunks + i, std::min(size, n - i));
 
     std::vector<Limb> power = powerOfChunks<Base>(size);
-    for (; size < n; size *= 2) {
+    while (size < n) {
         limbs::Multiplier<Base> multiplier(std::move(power));
         std::vector<Limb> product(2 * size);
         for (std::size_t i = 0; i + size < n; i += 2 * size) {
@@ -69,7 +69,8 @@ void joinChunks(Limb* chunks, std::size_t n) {
             limbs::addTo<Base>(product.data(), both, chunks + i, size);
             std::copy_n(product.data(), both, chunks + i);
         }
-        if (2 * size < n) power = multiplier.square();
+        size *= 2;
+        power = size < n ? multiplier.square() : std::vector<Limb>();
     }
 }
 

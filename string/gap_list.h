@@ -41,7 +41,7 @@ private:
     static constexpr std::ptrdiff_t longestGap = 5;
 
     struct Chunk {
-        Chunk() {} // not zeroed: each byte is written before it is read
+        Chunk() : used(0) {} // no byte is zeroed: each is written before it is read
         std::size_t used;
         std::uint8_t bytes[4096];
     };
