@@ -28,7 +28,7 @@ void addTo(Pool& pool, wchar_t c) {
     std::size_t n = std::wcrtomb(bytes, c, &state);
     if (c == 0 || n == model::invalid) return;
     if (std::mbsinit(&state) == 0) n = std::wcrtomb(bytes, L'\0', &state) - 1; // was held back
-    pool.emplace_back(bytes, n);
+    if (n != 0) pool.emplace_back(bytes, n); // the C library leaves some out, as tags of languages
 }
 
 /// Adds sequences that give two wide characters, where there are any, and twice, as they are few.
