@@ -287,12 +287,12 @@ inline bool DBuffer::processHasOneThread() noexcept {
 inline void DBuffer::take() noexcept {
     if (processHasOneThread())
         ++refs;
-    else
+    else if (owners() < pinned)
         takeIndivisibly();
 }
 
 inline void DBuffer::release() noexcept {
-    if (processHasOneThread() ? --refs == 0 : releaseIndivisibly()) destroy();
+    if (processHasOneThread() ? --refs == 0 : owners() < pinned && releaseIndivisibly()) destroy();
 }
 
 inline bool DBuffer::pinIfSharedEmpty() noexcept {
