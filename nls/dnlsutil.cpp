@@ -107,7 +107,7 @@ private:
     UtilitySteps steps_;
 };
 
-/// Where a piece of a text begins: the first character that starts at or behind byte `start`; 0 when it is
+/// Where a piece of a text begins: the first character that starts at or after byte `start`; 0 when it is
 /// not to be located.
 unsigned int locatePiece(char const* s, unsigned int len, unsigned int start) {
     unsigned int const character = findNextCharNum(s, len, start);

@@ -8,7 +8,6 @@
 
 #include <kelcl/dbuffer.h>
 
-#include <algorithm>
 #include <cstring>
 #include <string>
 #include <string_view>

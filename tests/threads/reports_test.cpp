@@ -3,8 +3,10 @@
 
 #include <kelcl/kelcl.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <mutex>
 #include <new>
 #include <string>
