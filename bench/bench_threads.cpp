@@ -46,6 +46,19 @@ void emptyStrings(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 
+/// What two threads of this machine can do at most: they share nothing, and wait for no memory.
+void arithmetic(benchmark::State& state) {
+    unsigned int a = 1, b = 2, c = 3, d = 4;
+    for (auto _ : state)
+        for (unsigned int i = 0; i < 100; ++i) {
+            a += i, b ^= i, c += 7, d ^= 9;
+            benchmark::DoNotOptimize(a), benchmark::DoNotOptimize(b);
+            benchmark::DoNotOptimize(c), benchmark::DoNotOptimize(d);
+        }
+    state.SetItemsProcessed(state.iterations());
+}
+
+BENCHMARK(arithmetic)->ThreadRange(1, 2)->UseRealTime();
 BENCHMARK(ownStrings<DString>)->ThreadRange(1, 2)->UseRealTime();
 BENCHMARK(ownStrings<std::string>)->ThreadRange(1, 2)->UseRealTime();
 BENCHMARK(emptyStrings<DString>)->ThreadRange(1, 2)->UseRealTime();

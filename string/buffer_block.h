@@ -14,22 +14,36 @@
 
 namespace kelcl {
 
-/// Bytes of the block for a text of `length` bytes: a size class that follows from the length alone, so that
-/// the room behind a text need not be stored. Classes are 16 bytes apart below 128 bytes; from there on there
-/// are eight per doubling, from 1 KB four, and from 64 KB, where pages that nobody touches cost nothing, two.
-/// Each is 8 bytes less than a multiple of 16, which is what common allocators hand out without waste.
-constexpr std::size_t blockSize(unsigned int length) {
-    constexpr std::size_t allocatorHeader = 8;
-    std::size_t const needed = sizeof(DBuffer) + length + 1 + allocatorHeader;
-    std::size_t const perDoubling = needed < 1024 ? 8 : needed < 65536 ? 4 : 2;
-    std::size_t const step = needed < 128 ? 16 : std::bit_floor(needed) / perDoubling; // a power of two
-    return ((needed + step - 1) & ~(step - 1)) - allocatorHeader;
+/// What common allocators keep in front of a block.
+inline constexpr std::size_t allocatorHeader = 8;
+
+/// Bytes that a text of `length` bytes takes of the heap: header, text and terminating NUL.
+constexpr std::size_t bytesNeeded(unsigned int length) {
+    return allocatorHeader + sizeof(DBuffer) + length + 1;
 }
 
-/// The longest text that fits the block of a text of `length` bytes.
-constexpr unsigned int capacityOf(unsigned int length) {
-    std::size_t const capacity = blockSize(length) - sizeof(DBuffer) - 1;
-    return capacity < lengthLimit ? static_cast<unsigned int>(capacity) : lengthLimit - 1;
+/// How far apart the sizes of blocks are where a text takes that many bytes; a power of two. The room after a
+/// text follows from its length alone, so it need not be stored. Sizes are 16 bytes apart below 128 bytes;
+/// from there on there are eight per doubling, from 1 KB four, and from 64 KB, where pages that nobody
+/// touches cost nothing, two.
+constexpr std::size_t sizeStep(std::size_t needed) {
+    if (needed < 128) return 16;
+    return std::bit_floor(needed) / (needed < 1024 ? 8 : needed < 65536 ? 4 : 2);
+}
+
+/// Bytes of the block for a text of `length` bytes: 8 less than a multiple of 16, which is what common
+/// allocators hand out without waste.
+constexpr std::size_t blockSize(unsigned int length) {
+    std::size_t const needed = bytesNeeded(length);
+    return needed + (-needed & (sizeStep(needed) - 1)) - allocatorHeader;
+}
+
+/// By how many bytes a text of `length` bytes can grow in its block.
+constexpr unsigned int roomAfter(unsigned int length) {
+    std::size_t const needed = bytesNeeded(length);
+    std::size_t const room = -needed & (sizeStep(needed) - 1);
+    std::size_t const limit = lengthLimit - 1 - length;
+    return static_cast<unsigned int>(room < limit ? room : limit);
 }
 
 /// A buffer of the given class in a block of its own, its text yet to be filled.

@@ -65,6 +65,25 @@ struct PlainEmpty {
 };
 std::atomic<PlainEmpty*> plainEmpties = nullptr;
 
+/// Memory for a shared empty buffer, apart from all else: every thread reads its count, and would wait for
+/// whichever thread last wrote to a neighbour in the same cache line.
+constexpr std::align_val_t cacheLines{128}; // two lines, as processors fetch them in pairs
+void* memoryApart() {
+    constexpr auto size = static_cast<std::size_t>(cacheLines);
+    static_assert(kelcl::blockSize(0) <= size);
+    return ::operator new[](size, cacheLines);
+}
+
+DBuffer* makeEmptyApart() {
+    if (kelcl::isMultiByteLocale()) return ::new (memoryApart()) DDBCSBuffer(0);
+    return ::new (memoryApart()) DBuffer(0);
+}
+
+void destroyApart(DBuffer* empty) {
+    empty->~DBuffer();
+    ::operator delete[](static_cast<void*>(empty), cacheLines);
+}
+
 DBuffer* known(DBuffer*& place) { return std::atomic_ref(place).load(std::memory_order_acquire); }
 
 /// The node is from std::malloc: what a host's operator new sees does not depend on it. If there is no memory
@@ -83,7 +102,7 @@ DBuffer* freshPlainEmpty() {
     DBuffer const* const current = known(DBuffer::nullDBuffer);
     for (PlainEmpty const* node = plainEmpties.load(); node != nullptr; node = node->next)
         if (node->buffer != current && node->buffer->hasOneOwner()) return node->buffer;
-    return kept(kelcl::construct<DBuffer>(0));
+    return kept(::new (memoryApart()) DBuffer(0));
 }
 
 } // namespace
@@ -99,9 +118,9 @@ DBuffer* DBuffer::defaultBuffer() {
     if (kelcl::isMultiByteLocale() && known(nullDBuffer) == nullptr)
         std::atomic_ref(nullDBuffer).compare_exchange_strong(none, freshPlainEmpty());
     DBuffer* winner = nullptr;
-    DBuffer* const made = kelcl::makeBuffer(0);
+    DBuffer* const made = makeEmptyApart();
     if (std::atomic_ref(nullBuffer).compare_exchange_strong(winner, made)) return made;
-    delete made;
+    destroyApart(made);
     return winner;
 }
 

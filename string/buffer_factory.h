@@ -19,7 +19,7 @@ bool isPlain(DBuffer const& buffer);
 /// of exactly one of the library's classes, and the byte can only be the first one of a character.
 bool goesByBytes(DBuffer const& buffer, char first);
 
-/// Whether the text may grow in the block it has up to `capacityOf` its length: the buffer is of exactly one
+/// Whether the text may grow in the block it has by `roomAfter` its length: the buffer is of exactly one
 /// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
 bool growsInPlace(DBuffer const& buffer);
 

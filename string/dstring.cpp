@@ -140,7 +140,7 @@ DString& DString::append(char const* data, unsigned int count) {
     DBuffer* const own = buffer();
     unsigned int const before = own->length;
     if (before == 0) return install(kelcl::copyLike(*own, data, count));
-    if (!own->hasOneOwner() || count > kelcl::capacityOf(before) - before || !kelcl::growsInPlace(*own))
+    if (!own->hasOneOwner() || count > kelcl::roomAfter(before) || !kelcl::growsInPlace(*own))
         return install(own->newBuffer(text_, before, data, count));
     std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
     text_[before + count] = '\0';

@@ -261,9 +261,8 @@ private:
         __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
     }
     /// Whether that was the last owner.
-    KELCL_LOCAL __attribute__((noinline)) bool releaseIndivisibly() noexcept {
-        unsigned int const known = owners();
-        return known < pinned && (known == 1 || __atomic_fetch_sub(&refs, 1, __ATOMIC_ACQ_REL) == 1);
+    KELCL_LOCAL __attribute__((noinline)) void releaseIndivisibly() noexcept {
+        if (__atomic_fetch_sub(&refs, 1, __ATOMIC_ACQ_REL) == 1) destroy();
     }
     KELCL_LOCAL __attribute__((noinline)) void destroy() noexcept {
         if (!pinIfSharedEmpty()) delete this;
@@ -292,7 +291,15 @@ inline void DBuffer::take() noexcept {
 }
 
 inline void DBuffer::release() noexcept {
-    if (processHasOneThread() ? --refs == 0 : owners() < pinned && releaseIndivisibly()) destroy();
+    if (processHasOneThread()) {
+        if (--refs == 0) destroy();
+        return;
+    }
+    unsigned int const known = owners();
+    if (known == 1)
+        destroy();
+    else if (known < pinned)
+        releaseIndivisibly();
 }
 
 inline bool DBuffer::pinIfSharedEmpty() noexcept {
