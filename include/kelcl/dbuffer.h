@@ -255,17 +255,9 @@ private:
 
     KELCL_LOCAL static bool processHasOneThread() noexcept;
 
-    // Out of line, so that what a program with one thread runs stays small.
-    KELCL_LOCAL __attribute__((noinline)) void takeIndivisibly() noexcept {
-        if (__atomic_load_n(&refs, __ATOMIC_RELAXED) >= pinned || pinIfSharedEmpty()) return;
-        __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
-    }
-    /// Whether that was the last owner.
-    KELCL_LOCAL __attribute__((noinline)) void releaseIndivisibly() noexcept {
-        if (__atomic_fetch_sub(&refs, 1, __ATOMIC_ACQ_REL) == 1) destroy();
-    }
+    // Out of line, so that what every string's destructor has in line stays small.
     KELCL_LOCAL __attribute__((noinline)) void destroy() noexcept {
-        if (!pinIfSharedEmpty()) delete this;
+        if (length != 0 || !pinIfSharedEmpty()) delete this;
     }
     /// The shared empty buffers are pinned when a second thread first meets them, and whenever somebody gave
     /// back more references than were taken.
@@ -286,8 +278,8 @@ inline bool DBuffer::processHasOneThread() noexcept {
 inline void DBuffer::take() noexcept {
     if (processHasOneThread())
         ++refs;
-    else if (owners() < pinned)
-        takeIndivisibly();
+    else if (owners() < pinned && (length != 0 || !pinIfSharedEmpty()))
+        __atomic_fetch_add(&refs, 1, __ATOMIC_RELAXED);
 }
 
 inline void DBuffer::release() noexcept {
@@ -295,16 +287,13 @@ inline void DBuffer::release() noexcept {
         if (--refs == 0) destroy();
         return;
     }
-    unsigned int const known = owners();
-    if (known == 1)
-        destroy();
-    else if (known < pinned)
-        releaseIndivisibly();
+    unsigned int const known = owners(); // 1: nobody else can take a reference meanwhile
+    if (known == 1 || (known < pinned && __atomic_fetch_sub(&refs, 1, __ATOMIC_ACQ_REL) == 1)) destroy();
 }
 
 inline bool DBuffer::pinIfSharedEmpty() noexcept {
-    if (length != 0 || (this != __atomic_load_n(&nullBuffer, __ATOMIC_RELAXED) &&
-                        this != __atomic_load_n(&nullDBuffer, __ATOMIC_RELAXED)))
+    if (this != __atomic_load_n(&nullBuffer, __ATOMIC_RELAXED) &&
+        this != __atomic_load_n(&nullDBuffer, __ATOMIC_RELAXED))
         return false;
     __atomic_store_n(&refs, pinned + pinned / 2, __ATOMIC_RELAXED); // far from what is still being counted
     return true;
