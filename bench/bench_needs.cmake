@@ -1,7 +1,7 @@
 # What single benchmarks need beyond the others.
 
-# bench_kernels times hidden functions, so it is linked from the library's objects.
-function(kelcl_bench_kernels target)
+# bench_bytes times hidden functions, so it is linked from the library's objects.
+function(kelcl_bench_objects target)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:kelcl>)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 endfunction()

@@ -1,7 +1,7 @@
 // Operations of multi-byte text in the locale of the environment: those of buffers and strings beside the
 // plain model of the random tests, the functions on raw text beside plain forms that step with mbrtowc.
 #include "fuzz/target.h"
-#include "tests/nls/random_operations.h"
+#include "tests/buffers/random_operations.h"
 
 #include <kelcl/dexception.h>
 #include <kelcl/dnlsutil.h>

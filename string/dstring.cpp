@@ -1,6 +1,6 @@
 // DString: construction, copy-on-write, concatenation, removal and justification, debug text.
-#include "string/buffer_block.h"
-#include "string/buffer_factory.h"
+#include "buffers/buffer_block.h"
+#include "buffers/buffer_factory.h"
 #include "string/dstring_edit.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // DString: bitwise operators.
-#include "string/buffer_block.h"
-#include "string/byte_edit.h"
+#include "buffers/buffer_block.h"
+#include "bytes/byte_edit.h"
 #include "string/dstring_edit.h"
 
 #include <functional>

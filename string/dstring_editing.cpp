@@ -1,6 +1,6 @@
 // DString: the editing members. Each is the buffer's operation of the same name, called by the protocol of
 // `edit`.
-#include "string/character_classes.h"
+#include "characters/character_classes.h"
 #include "string/dstring_edit.h"
 
 DString& DString::upperCase() {

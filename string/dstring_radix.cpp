@@ -1,12 +1,12 @@
 // DString: conversions between bytes and hexadecimal, binary and decimal digits. The digit work is in the
 // kernels.
-#include "string/buffer_block.h"
-#include "string/buffer_factory.h"
-#include "string/byte_search.h"
-#include "string/decimal.h"
-#include "string/digits.h"
+#include "buffers/buffer_block.h"
+#include "buffers/buffer_factory.h"
+#include "buffers/length.h"
+#include "bytes/byte_search.h"
+#include "bytes/decimal.h"
+#include "bytes/digits.h"
 #include "string/dstring_edit.h"
-#include "string/length.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // DString: substrings, counting and matching.
-#include "nls/occurrences.h"
-#include "string/wildcard.h"
+#include "buffers/occurrences.h"
+#include "bytes/wildcard.h"
 
 #include <kelcl/dstring.h>
 

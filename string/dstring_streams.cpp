@@ -1,9 +1,9 @@
 // DString: reading from and writing to streams. Reading takes runs out of the stream's buffer and leaves the
 // last step of each run to the stream's own functions, which set its state.
-#include "string/buffer_factory.h"
-#include "string/byte_search.h"
-#include "string/length.h"
-#include "string/locale_encoding.h"
+#include "buffers/buffer_factory.h"
+#include "buffers/length.h"
+#include "bytes/byte_search.h"
+#include "characters/locale_encoding.h"
 
 #include <kelcl/dstring.h>
 

@@ -1,11 +1,11 @@
 // DString: words. They are found with the buffer's virtual searches, which keep characters whole.
-#include "string/buffer_factory.h"
-#include "string/byte_walk.h"
+#include "buffers/buffer_factory.h"
+#include "buffers/length.h"
+#include "buffers/virtual_answers.h"
+#include "bytes/byte_walk.h"
+#include "bytes/sequence_search.h"
+#include "bytes/word_separators.h"
 #include "string/dstring_edit.h"
-#include "string/length.h"
-#include "string/sequence_search.h"
-#include "string/virtual_answers.h"
-#include "string/word_separators.h"
 
 #include <algorithm>
 #include <cstdint>

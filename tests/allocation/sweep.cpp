@@ -1,7 +1,7 @@
 // The sweep over the allocations of an operation, and the texts that it is given.
 #include "tests/allocation/sweep.h"
 
-#include "tests/nls/mb_support.h"
+#include "tests/characters/multi_byte_support.h"
 #include "tests/support/failing_allocations.h"
 
 #include <kelcl/dbase.h>

@@ -3,8 +3,8 @@
 // operation throws are what they were, and all buffers are given back.
 #include "tests/hosts/random_operations.h"
 
+#include "tests/buffers/operation_support.h"
 #include "tests/hosts/lying_buffer.h"
-#include "tests/string/ops_support.h"
 
 #include <cctype>
 #include <cstring>

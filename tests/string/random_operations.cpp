@@ -3,8 +3,8 @@
 // operation all strings are compared with their models, so that a change of a copy shows.
 #include "tests/string/random_operations.h"
 
+#include "tests/buffers/operation_support.h"
 #include "tests/string/model.h"
-#include "tests/string/ops_support.h"
 
 #include <array>
 #include <cctype>

@@ -1,0 +1,131 @@
+// Which class of buffer a process makes, and the shared empty buffers.
+#include "buffers/buffer_factory.h"
+
+#include "buffers/buffer_block.h"
+#include "characters/locale_encoding.h"
+
+#include <kelcl/ddbcsbuffer.h>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <typeinfo>
+
+namespace kelcl {
+
+DBuffer* makeBuffer(unsigned int length) {
+    if (isMultiByteLocale()) return construct<DDBCSBuffer>(length);
+    return construct<DBuffer>(length);
+}
+
+void fitLength(DBuffer& made, unsigned int length) {
+    if (made.length < length) {
+        made.release();
+        throw std::bad_alloc();
+    }
+    made.length = length;
+    made.contents()[length] = '\0';
+}
+
+bool isPlain(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
+
+bool isOfLibraryClass(DBuffer const& buffer) {
+    return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+bool goesByBytes(DBuffer const& buffer, char first) {
+    if (isPlain(buffer)) return true;
+    if (!isOfLibraryClass(buffer)) return false;
+    constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
+    return standsAlone(first, false) ||
+           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
+}
+
+bool growsInPlace(DBuffer const& buffer) {
+    return isPlain(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+} // namespace kelcl
+
+DBuffer* DBuffer::nullBuffer = nullptr;
+DBuffer* DBuffer::nullDBuffer = nullptr;
+
+// The shared empty buffers are published without a lock, so that a process may fork at any time: each thread
+// that finds none makes one, and the first to publish its own wins.
+
+namespace {
+
+/// The shared empty buffers of the plain class that were ever made. One that another has replaced stays, as
+/// others may hold it without having counted, and comes into use again.
+struct PlainEmpty {
+    DBuffer* buffer;
+    PlainEmpty* next;
+};
+std::atomic<PlainEmpty*> plainEmpties = nullptr;
+
+/// Memory for a shared empty buffer, apart from all else: every thread reads its count, and would wait for
+/// whichever thread last wrote to a neighbour in the same cache line.
+constexpr std::align_val_t cacheLines{128}; // two lines, as processors fetch them in pairs
+void* memoryApart() {
+    constexpr auto size = static_cast<std::size_t>(cacheLines);
+    static_assert(kelcl::blockSize(0) <= size);
+    return ::operator new[](size, cacheLines);
+}
+
+DBuffer* makeEmptyApart() {
+    if (kelcl::isMultiByteLocale()) return ::new (memoryApart()) DDBCSBuffer(0);
+    return ::new (memoryApart()) DBuffer(0);
+}
+
+void destroyApart(DBuffer* empty) {
+    empty->~DBuffer();
+    ::operator delete[](static_cast<void*>(empty), cacheLines);
+}
+
+DBuffer* known(DBuffer*& place) { return std::atomic_ref(place).load(std::memory_order_acquire); }
+
+/// The node is from std::malloc: what a host's operator new sees does not depend on it. If there is no memory
+/// for it, the buffer is merely never used again.
+DBuffer* kept(DBuffer* buffer) {
+    void* const memory = std::malloc(sizeof(PlainEmpty));
+    if (memory == nullptr) return buffer;
+    auto* const node = ::new (memory) PlainEmpty{buffer, plainEmpties.load()};
+    while (!plainEmpties.compare_exchange_weak(node->next, node))
+        ;
+    return buffer;
+}
+
+/// A plain empty buffer that is not the shared one, and whose only reference is its permanent one.
+DBuffer* freshPlainEmpty() {
+    DBuffer const* const current = known(DBuffer::nullDBuffer);
+    for (PlainEmpty const* node = plainEmpties.load(); node != nullptr; node = node->next)
+        if (node->buffer != current && node->buffer->hasOneOwner()) return node->buffer;
+    return kept(::new (memoryApart()) DBuffer(0));
+}
+
+} // namespace
+
+DBuffer* DBuffer::initialize() {
+    if (kelcl::isMultiByteLocale()) std::atomic_ref(nullDBuffer).store(freshPlainEmpty());
+    return kelcl::makeBuffer(0);
+}
+
+DBuffer* DBuffer::defaultBuffer() {
+    if (DBuffer* const made = known(nullBuffer)) return made;
+    DBuffer* none = nullptr;
+    if (kelcl::isMultiByteLocale() && known(nullDBuffer) == nullptr)
+        std::atomic_ref(nullDBuffer).compare_exchange_strong(none, freshPlainEmpty());
+    DBuffer* winner = nullptr;
+    DBuffer* const made = makeEmptyApart();
+    if (std::atomic_ref(nullBuffer).compare_exchange_strong(winner, made)) return made;
+    destroyApart(made);
+    return winner;
+}
+
+DBuffer* DBuffer::null() const {
+    DBuffer* const plain = known(nullDBuffer);
+    if (plain != nullptr && plain->className() == className()) return plain;
+    return defaultBuffer();
+}

@@ -1,0 +1,200 @@
+// DDBCSBuffer: character classes, kinds of characters, and the classes of wide values.
+#include "buffers/buffer_factory.h"
+#include "bytes/byte_search.h"
+#include "characters/character_classes.h"
+#include "characters/conversion.h"
+#include "characters/remembered.h"
+#include "characters/stepping.h"
+
+#include <kelcl/ddbcsbuffer.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+/// Whether a wide value is in a class: 1 or 0.
+int isInClass(int c, kelcl::CharacterClass const& members) {
+    if (c >= 0 && c <= 127) return members.ascii.contains(static_cast<char>(c)) ? 1 : 0;
+    return members.ofWide != nullptr && members.ofWide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
+}
+
+} // namespace
+
+int tql_iswalnum(int c) { return isInClass(c, kelcl::alphanumeric); }
+int tql_iswalpha(int c) { return isInClass(c, kelcl::alphabetic); }
+int tql_iswcntrl(int c) { return isInClass(c, kelcl::control); }
+int tql_iswdigit(int c) { return isInClass(c, kelcl::digits); }
+int tql_iswgraph(int c) { return isInClass(c, kelcl::graphics); }
+int tql_iswlower(int c) { return isInClass(c, kelcl::lowerCase); }
+int tql_iswprint(int c) { return isInClass(c, kelcl::printable); }
+int tql_iswpunct(int c) { return isInClass(c, kelcl::punctuation); }
+int tql_iswspace(int c) { return isInClass(c, kelcl::whiteSpace); }
+int tql_iswupper(int c) { return isInClass(c, kelcl::upperCase); }
+int tql_iswxdigit(int c) { return isInClass(c, kelcl::hexDigits); }
+
+namespace {
+
+struct WideCharacter {
+    int value;          ///< The wide value, the first of two; of a byte that does not convert its value as a
+                        ///< signed char.
+    unsigned int bytes; ///< How far the next character is.
+};
+
+/// Walks the characters of a text, telling their wide values.
+class WideWalk {
+public:
+    explicit WideWalk(DBuffer const& text) : end_(text.contents() + text.length) {}
+
+    kelcl::Encoding const& encoding() const { return values_.encoding(); }
+
+    WideCharacter at(char const* p) {
+        wchar_t value = 0;
+        auto const rest = static_cast<std::size_t>(end_ - p);
+        auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
+        using Outcome = kelcl::UtilitySteps::Outcome;
+        if (step.outcome == Outcome::character || step.outcome == Outcome::twoCharacters)
+            return {static_cast<int>(value), static_cast<unsigned int>(step.bytes)};
+        values_.restart();
+        return {static_cast<signed char>(*p), kelcl::BufferSteps(values_.encoding()).length(p)};
+    }
+
+private:
+    char const* end_;
+    kelcl::UtilitySteps values_;
+};
+
+/// The offset of the first character from `from` on that `accepts`, given its wide value, does not accept.
+template <class Accepts>
+std::size_t firstRejected(DBuffer const& text, std::size_t from, Accepts accepts) {
+    WideWalk walk(text);
+    for (std::size_t at = from; at < text.length;) {
+        WideCharacter const character = walk.at(text.contents() + at);
+        if (!accepts(character.value)) return at;
+        at += character.bytes;
+    }
+    return kelcl::notFound;
+}
+
+/// Skips members of a class among the bytes that stand for the wide characters of the same value: one by one
+/// where there are few, by the byte kernels where they go on.
+std::size_t skipMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& members,
+                        kelcl::ByteSet const& ownValues) {
+    constexpr std::size_t few = 16;
+    std::size_t const stop = std::min(text.size(), at + few);
+    while (at < stop && ownValues.contains(text[at]) && members.contains(text[at]))
+        ++at;
+    if (at < stop || at >= text.size()) return at;
+    std::string_view const rest = text.substr(at);
+    std::string_view const skipped = rest.substr(0, kelcl::findFirstNotIn(rest, members));
+    return at + std::min(kelcl::findFirstNotIn(skipped, ownValues), skipped.size());
+}
+
+/// Whether `isMember` is true of all characters from `at` on.
+template <class IsMember>
+bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& ascii, WideWalk& walk,
+                IsMember isMember) {
+    kelcl::ByteSet const& ownValues = kelcl::bytesOfTheirOwnValue(walk.encoding());
+    while (at < text.size()) {
+        wchar_t values[256];
+        std::size_t const most = std::min(text.size() - at, std::size(values));
+        kelcl::Stretch const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
+        for (std::size_t i = 0; i < known.characters; ++i)
+            if (!isMember(values[i])) return false;
+        at += known.bytes;
+        if (known.bytes == 0) {
+            WideCharacter const character = walk.at(text.data() + at);
+            if (!isMember(character.value)) return false;
+            at += character.bytes;
+        }
+        at = skipMembers(text, at, ascii, ownValues);
+    }
+    return true;
+}
+
+/// Whether all characters are of a class, from where a search begins: a class that a host derived may say
+/// that this is not the front.
+bool consistsOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
+    if (buffer.length == 0) return false;
+    unsigned int const first = kelcl::isOfLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
+    if (first == 0 || first > buffer.length) return true;
+    std::string_view const text(buffer.contents(), buffer.length);
+    WideWalk walk(buffer);
+    std::size_t const at =
+        skipMembers(text, first - 1, members.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
+    if (at == text.size()) return true;
+    auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
+    return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
+        return areMembers(text, at, members.ascii, walk, isMember);
+    });
+}
+
+bool isDoubleWidth(WideCharacter const& character) {
+    return character.bytes >= 2 && wcwidth(static_cast<wchar_t>(character.value)) >= 2;
+}
+
+} // namespace
+
+unsigned int DDBCSBuffer::windexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || first > length) return 0;
+    std::size_t const found =
+        firstRejected(*this, first - 1, [&test](int value) { return test.test(value) != 0; });
+    return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
+}
+
+bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, *this); }
+bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, *this); }
+bool DDBCSBuffer::isASCII() const { return DBuffer::isASCII(); }
+bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, *this); }
+bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, *this); }
+bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, *this); }
+bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, *this); }
+bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, *this); }
+bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, *this); }
+bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, *this); }
+bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, *this); }
+bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, *this); }
+
+bool DDBCSBuffer::isMBCS() const {
+    WideWalk walk(*this);
+    for (std::size_t at = 0; at < length;) {
+        WideCharacter const character = walk.at(contents() + at);
+        if (!isDoubleWidth(character)) return false;
+        at += character.bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isSBCS() const {
+    WideWalk walk(*this);
+    for (std::size_t at = 0; at < length;) {
+        std::size_t const ascii = kelcl::asciiRun(contents() + at, length - at);
+        at += ascii;
+        if (at == length) break;
+        WideCharacter const character = walk.at(contents() + at);
+        if (isDoubleWidth(character)) return false;
+        at += character.bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isValidMBCS() const {
+    kelcl::BufferSteps steps;
+    for (std::size_t at = 0; at < length;) {
+        unsigned int const bytes = steps.length(contents() + at);
+        if (bytes < 2 ||
+            std::string_view(contents() + at + 1, bytes - 1).find('\0') != std::string_view::npos)
+            return false;
+        at += bytes;
+    }
+    return true;
+}
+
+bool DDBCSBuffer::isDBCS() const { return isMBCS(); }
+bool DDBCSBuffer::isValidDBCS() const { return isValidMBCS(); }
+bool DDBCSBuffer::includesMBCS() const { return !isSBCS(); }
+bool DDBCSBuffer::includesDBCS() const { return includesMBCS(); }
+bool DDBCSBuffer::includesSBCS() const { return !isDBCS(); }

@@ -1,0 +1,357 @@
+// DDBCSBuffer: extraction and searches. Scans begin at character starts and stop at character starts; what
+// can be found by bytes alone is left to the byte kernels.
+#include "buffers/buffer_factory.h"
+#include "buffers/character_repair.h"
+#include "buffers/length.h"
+#include "buffers/overriding.h"
+#include "buffers/owned_buffer.h"
+#include "bytes/byte_search.h"
+#include "bytes/byte_set.h"
+#include "bytes/pattern_matches.h"
+#include "characters/character_set.h"
+#include "characters/stepping.h"
+
+#include <kelcl/ddbcsbuffer.h>
+#include <kelcl/dnlsutil.h>
+#include <kelcl/dstring.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using kelcl::notFound;
+
+std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
+
+unsigned int position(std::size_t offset) {
+    return offset == notFound ? 0 : static_cast<unsigned int>(offset) + 1;
+}
+
+int signedByte(char c) { return static_cast<signed char>(c); }
+
+/// The offset of the first character from `from` on, which is a character start, that `wanted(p, length)`
+/// wants.
+template <class Wanted>
+std::size_t firstCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSteps& steps, Wanted wanted) {
+    for (std::size_t at = from; at < text.length;) {
+        unsigned int const bytes = steps.length(text.contents() + at);
+        if (wanted(text.contents() + at, bytes)) return at;
+        at += bytes;
+    }
+    return notFound;
+}
+
+/// The offset of the last character at or before the one that starts at `from` that `wanted(p, length)`
+/// wants.
+template <class Wanted>
+std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSteps& steps, Wanted wanted) {
+    kelcl::FallingStarts starts(text.contents(), steps);
+    for (std::size_t at = from;; at = starts.startOf(at - 1)) {
+        if (wanted(text.contents() + at, steps.length(text.contents() + at))) return at;
+        if (at == 0) return notFound;
+    }
+}
+
+/// The position of the first (last) character from `from` on (at or before `from`) with which something
+/// begins that `find` finds among the bytes. `from` is a character start where the walk goes forwards.
+template <class Find>
+unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound || candidate == from) return position(candidate);
+    kelcl::BufferSteps steps;
+    kelcl::RisingStarts starts(text.contents(), from, steps);
+    return position(kelcl::firstAtStart(starts, candidate, find));
+}
+
+template <class Find>
+unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound) return 0;
+    kelcl::BufferSteps steps;
+    kelcl::FallingStarts starts(text.contents(), steps);
+    return position(kelcl::lastAtStart(starts, candidate, find));
+}
+
+/// Finds the last of a byte at or before an offset.
+auto lastByte(std::string_view text, char byte) {
+    return [text, byte](std::size_t from) { return kelcl::findLastByte(text.substr(0, from + 1), byte); };
+}
+
+/// Tests the characters of a text as wide values, by character number.
+template <class Numbers>
+unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
+    DWBuffer const wide(text.contents(), text.length);
+    unsigned int const number = numbers(
+        [&](unsigned int candidate) {
+            return (test.test(static_cast<int>(wide.wide[candidate - 1])) != 0) == wanted;
+        },
+        wide.length);
+    return number == 0 ? 0 : findBytePos(text.contents(), text.length, number);
+}
+
+unsigned int firstWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
+    unsigned int const first = findNextCharNum(text.contents(), text.length, std::max(start, 1U));
+    if (first == 0) return 0;
+    return testWide(text, test, wanted, [first](auto isWanted, unsigned int count) {
+        for (unsigned int number = first; number <= count; ++number)
+            if (isWanted(number)) return number;
+        return 0U;
+    });
+}
+
+unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
+    unsigned int const last = findCharNum(text.contents(), text.length, std::min(text.length, start));
+    if (last == 0) return 0;
+    return testWide(text, test, wanted, [last](auto isWanted, unsigned int count) {
+        for (unsigned int number = std::min(last, count); number > 0; --number)
+            if (isWanted(number)) return number;
+        return 0U;
+    });
+}
+
+bool isWideMode() { return DString::fgI18NState == 1; }
+
+// A class that a host derived may begin a search inside of a character, and say what its characters are. Its
+// searches go from there character by character.
+
+/// Whether a scan may go on from the position without asking the text about its characters: always in the
+/// library's own classes.
+bool beginsCharacter(DBuffer const& text, unsigned int position) {
+    if (kelcl::isOfLibraryClass(text)) return true;
+    kelcl::BufferSteps steps;
+    return kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
+}
+
+/// The same for a scan backwards, which steps by what the text says of its characters.
+bool mayStepBack(DBuffer const& text, unsigned int position) {
+    return kelcl::isOfLibraryClass(text) ||
+           (kelcl::hasMultiByteCharType(text) && beginsCharacter(text, position));
+}
+
+/// Wants the characters at which the pattern stands.
+auto beginsWith(DBuffer const& text, std::string_view pattern) {
+    return [&text, pattern](char const* p, unsigned int) {
+        return textOf(text).substr(static_cast<std::size_t>(p - text.contents())).starts_with(pattern);
+    };
+}
+
+/// The position of the first character from the one at `from` on that `wanted(p, length)` wants.
+template <class Wanted>
+unsigned int firstByOwnSteps(DBuffer const& text, unsigned int from, Wanted wanted) {
+    kelcl::BufferSteps steps;
+    return position(firstCharacter(text, from - 1, steps, wanted));
+}
+
+/// The position of the last character at or before the one at `from` that `wanted(p, length)` wants, stepping
+/// back by the lengths that the text itself gives.
+template <class Wanted>
+unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, Wanted wanted) {
+    kelcl::BufferSteps steps;
+    for (unsigned int at = from; at != 0;) {
+        char const* const p = text.contents() + at - 1;
+        if (wanted(p, steps.length(p))) return at;
+        at -= std::min(at, text.prevCharLength(at));
+    }
+    return 0;
+}
+
+/// The same where the fast walk may be taken as well.
+template <class Wanted>
+unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wanted) {
+    if (!mayStepBack(text, from)) return lastByOwnSteps(text, from, wanted);
+    kelcl::BufferSteps steps;
+    return position(lastCharacter(text, from - 1, steps, wanted));
+}
+
+} // namespace
+
+// Start positions
+
+unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
+    unsigned int first = DBuffer::startSearch(start, patternLength);
+    if (first == 0 || (first == 1 && kelcl::isOfLibraryClass(*this))) return first;
+    while (first <= length && charType(first) >= 2)
+        ++first;
+    return first <= length ? first : 0;
+}
+
+unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
+    unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
+    if (last == 0) return 0;
+    if (kelcl::isOfLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
+    while (last != 0 && charType(last) >= 2)
+        --last;
+    return last;
+}
+
+// Extraction
+
+DBuffer* DDBCSBuffer::subString(unsigned int start) const {
+    if (start > length) return newBuffer(nullptr, 0);
+    std::size_t const room = 2 * (std::size_t{length} - start + 1);
+    std::unique_ptr<char[]> const scratch(new char[room]);
+    unsigned int const written = getRemainString(contents(), length, start, ' ', scratch.get());
+    return newBuffer(scratch.get(), written);
+}
+
+DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char padCharacter) const {
+    if (isWideMode()) {
+        if (count == 0) return newBuffer(nullptr, 0);
+        kelcl::OwnedBuffer result(kelcl::allocateLike(*this, count));
+        getSubString(contents(), length, start, padCharacter, result->contents(), count);
+        return result.release();
+    }
+    unsigned int const from = start >= 1 && start <= length ? start : 1;
+    unsigned int const available = start <= length ? length - from + 1 : 0;
+    unsigned int const taken = std::min(count, available);
+    kelcl::OwnedBuffer result(
+        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter));
+    kelcl::blankCutTail(*this, from, *result, 1, padCharacter);
+    if (taken == count && count < length - from + 1)
+        kelcl::blankCutHead(*this, from + count, *result, count, padCharacter);
+    return result.release();
+}
+
+// Forward searches
+
+unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
+    if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
+    unsigned int const first = startSearch(start, patternLength);
+    if (first == 0 || first > length || patternLength == 0 || patternLength > length - first + 1) return 0;
+    if (!beginsCharacter(*this, first))
+        return firstByOwnSteps(*this, first, beginsWith(*this, {pattern, patternLength}));
+    kelcl::RisingMatches matches(textOf(*this), {pattern, patternLength});
+    return firstBeginning(*this, first - 1, [&matches](std::size_t from) { return matches.at(from); });
+}
+
+unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) const {
+    return isWideMode() ? indexOfAnyOf(test, start) : DBuffer::indexOf(test, start);
+}
+
+unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || setLength == 0 || first > length) return 0;
+    bool const fromCharacter = beginsCharacter(*this, first);
+    if (setLength == 1) { // any character that begins with the byte
+        if (!fromCharacter) return firstByOwnSteps(*this, first, beginsWith(*this, {set, 1}));
+        return firstBeginning(*this, first - 1, [this, set](std::size_t from) {
+            return kelcl::findByteFrom(textOf(*this), *set, from);
+        });
+    }
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (fromCharacter) return position(members.findFirst(textOf(*this), first - 1, steps));
+    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || setLength == 0) return first;
+    if (setLength == 1 && *set != '\0' && kelcl::beginsLongerCharacter(*set))
+        return first; // no character equals it
+    if (first > length) return 0;
+    std::string_view const rest = textOf(*this).substr(first - 1);
+    auto const inRest = [first](std::size_t found) {
+        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
+    };
+    if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (members.goesByBytes()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
+    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+        return !members.contains(p, bytes);
+    }));
+}
+
+unsigned int DDBCSBuffer::indexOfAnyOf(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return firstWide(*this, start, test, true);
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0) return 0;
+    // Every byte, inside of characters too, unlike the search for any but: callers rely on it.
+    for (unsigned int at = first; at <= length; ++at)
+        if (test.test(signedByte(contents()[at - 1])) != 0) return at;
+    return 0;
+}
+
+unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return firstWide(*this, start, test, false);
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0) return 0;
+    kelcl::BufferSteps steps;
+    return position(firstCharacter(*this, first - 1, steps, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) == 0;
+    }));
+}
+
+// Backward searches
+
+unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternLength,
+                                      unsigned int start) const {
+    unsigned int const last = std::min(startBackwardsSearch(start, patternLength), length);
+    if (last == 0 || patternLength == 0) return 0;
+    if (!mayStepBack(*this, last))
+        return lastByOwnSteps(*this, last, beginsWith(*this, {pattern, patternLength}));
+    if (patternLength == 1) return lastBeginning(*this, last - 1, lastByte(textOf(*this), *pattern));
+    kelcl::FallingMatches matches(textOf(*this), {pattern, patternLength});
+    return lastBeginning(*this, last - 1, [&matches](std::size_t from) { return matches.at(from); });
+}
+
+unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int start) const {
+    return isWideMode() ? lastIndexOfAnyOf(test, start) : DBuffer::lastIndexOf(test, start);
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
+                                           unsigned int start) const {
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
+    if (last == 0 || setLength == 0) return 0;
+    bool const fast = mayStepBack(*this, last);
+    if (setLength == 1)
+        return fast ? lastBeginning(*this, last - 1, lastByte(textOf(*this), *set))
+                    : lastByOwnSteps(*this, last, beginsWith(*this, {set, 1}));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (fast) return position(members.findLast(textOf(*this), last, steps));
+    return lastByOwnSteps(
+        *this, last, [&members](char const* p, unsigned int bytes) { return members.contains(p, bytes); });
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
+                                            unsigned int start) const {
+    unsigned int const last = startBackwardsSearch(start, 1);
+    if (last == 0 || setLength == 0) return last;
+    unsigned int const from = std::min(last, length);
+    if (setLength == 1) {
+        // Nothing is found then, where the forward search finds its start: callers rely on it.
+        if (*set != '\0' && kelcl::beginsLongerCharacter(*set)) return 0;
+        return lastWanted(*this, from, [set](char const* p, unsigned int) { return *p != *set; });
+    }
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (members.goesByBytes() && mayStepBack(*this, from)) {
+        std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, from), members.singleBytes());
+        return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
+    }
+    return lastWanted(*this, from,
+                      [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); });
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return lastWide(*this, start, test, true);
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
+    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) != 0;
+    });
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
+    if (isWideMode()) return lastWide(*this, start, test, false);
+    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
+    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
+        return test.test(signedByte(*p)) == 0;
+    });
+}

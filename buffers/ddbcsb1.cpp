@@ -1,0 +1,213 @@
+// DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
+// characters.
+#include "buffers/buffer_block.h"
+#include "buffers/character_repair.h"
+#include "buffers/collation.h"
+#include "buffers/owned_buffer.h"
+#include "characters/stepping.h"
+
+#include <kelcl/ddbcsbuffer.h>
+#include <kelcl/dstring.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <new>
+
+DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
+
+DDBCSBuffer::~DDBCSBuffer() = default;
+
+DBuffer* DDBCSBuffer::allocate(unsigned int size) const {
+    if (size >= kelcl::lengthLimit) overflow();
+    return kelcl::construct<DDBCSBuffer>(size);
+}
+
+char const* DDBCSBuffer::className() const { return "DDBCSBuffer"; }
+
+unsigned int DDBCSBuffer::charType(unsigned int index) const {
+    if (index == 0 || index > length) return 0;
+    kelcl::BufferSteps steps;
+    std::size_t const at = index - 1;
+    std::size_t const start = kelcl::startOfCharacter(contents(), at, steps);
+    if (start == at && steps.length(contents() + at) == 1) return 0;
+    return static_cast<unsigned int>(at - start) + 1;
+}
+
+char* DDBCSBuffer::next(char const* p) { return const_cast<char*>(p) + kelcl::BufferSteps().length(p); }
+char const* DDBCSBuffer::next(char const* p) const { return p + kelcl::BufferSteps().length(p); }
+
+int DDBCSBuffer::charLength(char const* p, std::mbstate_t* state) {
+    // A fresh state is what a walk begins with; within a character only the C library can go on.
+    bool const isFresh = state == nullptr || std::mbsinit(state) != 0;
+    kelcl::BufferSteps steps = isFresh ? kelcl::BufferSteps() : kelcl::BufferSteps(*state);
+    auto const bytes = static_cast<int>(steps.length(p));
+    if (state != nullptr) *state = {}; // the next character begins anew
+    return bytes;
+}
+
+int DDBCSBuffer::charLength(unsigned int index, std::mbstate_t* state) const {
+    return index == 0 || index > length ? 1 : charLength(contents() + index - 1, state);
+}
+
+unsigned int DDBCSBuffer::prevCharLength(unsigned int index) const {
+    return index <= 1 ? 1 : std::max(charType(index - 1), 1U);
+}
+unsigned int DDBCSBuffer::prevCharLength(unsigned int index, std::mbstate_t*) const {
+    return prevCharLength(index);
+}
+
+int DDBCSBuffer::isSBC(char const* p, std::mbstate_t* state) { return charLength(p, state) == 1 ? 1 : 0; }
+
+int DDBCSBuffer::isCharValid(unsigned int index, char const* set, unsigned int setLength) const {
+    if (index == 0 || index > length) return 0;
+    kelcl::BufferSteps steps;
+    char const* const character = contents() + index - 1;
+    unsigned int const bytes = steps.length(character);
+    kelcl::BufferSteps members(steps.encoding());
+    for (unsigned int at = 0; at < setLength && bytes <= setLength - at;) {
+        unsigned int const memberBytes = members.lengthWithin(set + at, setLength - at);
+        if (memberBytes == bytes && std::memcmp(character, set + at, bytes) == 0) return 1;
+        at += memberBytes;
+    }
+    return 0;
+}
+
+// Comparison
+
+namespace {
+
+constexpr unsigned long collationLine = 812; // hosts match on it
+
+/// The C library's collation as a function that may set errno: it is declared pure, so an optimiser that sees
+/// the name may drop what looks at errno behind the call.
+int (*const volatile collate)(wchar_t const*, wchar_t const*) = std::wcscoll;
+
+/// One side of a comparison: a text that is taken NUL-free segment by segment, each made wide.
+class Side {
+public:
+    Side(char const* text, unsigned int length)
+        : text_(text), length_(length), wide_(new (std::nothrow) wchar_t[std::size_t{length} + 1]) {}
+
+    bool hasMemory() const { return wide_ != nullptr; }
+    bool isUsedUp() const { return at_ >= length_; }
+    /// Whether all was taken. The NUL that ends a text does not count as taken.
+    bool isTakenToItsEnd() const { return at_ > length_; }
+
+    /// Skips NULs and returns how many.
+    unsigned int skipNuls() {
+        unsigned int const from = at_;
+        while (at_ < length_ && text_[at_] == '\0')
+            ++at_;
+        return at_ - from;
+    }
+
+    /// The bytes up to the next NUL or the end, as far as they convert, and moves behind that NUL.
+    wchar_t const* takeSegment() {
+        char const* const segment = text_ + std::min(at_, length_);
+        std::size_t const rest = length_ - std::min(at_, length_);
+        auto const* const nul =
+            static_cast<char const*>(rest == 0 ? nullptr : std::memchr(segment, '\0', rest));
+        std::size_t const size = nul != nullptr ? static_cast<std::size_t>(nul - segment) : rest;
+        using Outcome = kelcl::UtilitySteps::Outcome;
+        kelcl::UtilitySteps steps;
+        wchar_t* out = wide_.get();
+        for (std::size_t i = 0; i < size; ++out) {
+            auto const step = steps.at(segment + i, size - i, *out);
+            if (step.outcome != Outcome::character && step.outcome != Outcome::twoCharacters) break;
+            i += step.bytes;
+            if (step.second != 0 && step.bytes > 1) *++out = step.second; // in the place of the second byte
+        }
+        *out = L'\0';
+        at_ += static_cast<unsigned int>(size) + 1;
+        return wide_.get();
+    }
+
+private:
+    char const* text_;
+    unsigned int length_;
+    unsigned int at_ =
+        0; ///< Bytes taken; one more than the length behind a last segment without a NUL of its own.
+    std::unique_ptr<wchar_t[]> wide_;
+};
+
+int collateWide(wchar_t const* left, wchar_t const* right) {
+    errno = 0;
+    int const result = collate(left, right);
+    if (errno == EINVAL) {
+        errno = 0;
+        return std::wcscmp(left, right);
+    }
+    if (errno != 0) kelcl::raiseCollationError("wcscoll", errno, {"ddbcsb1", nullptr, collationLine});
+    return result;
+}
+
+enum class Outcome { decided, lengthsDecide, equal };
+
+/// Compares segment by segment. NULs between segments count, but unevenly: a side with fewer of them is less
+/// only in front of the first segment. Callers rely on it.
+Outcome collateSegments(Side& left, Side& right, int& result) {
+    result = 0;
+    for (bool isFirst = true;; isFirst = false) {
+        unsigned int const leftNuls = left.skipNuls();
+        unsigned int const rightNuls = right.skipNuls();
+        if (leftNuls != rightNuls) {
+            if (leftNuls > rightNuls)
+                result = 1;
+            else if (isFirst)
+                result = -1;
+            return result != 0 ? Outcome::decided : Outcome::lengthsDecide;
+        }
+        if (left.isUsedUp()) return Outcome::lengthsDecide;
+        wchar_t const* const leftSegment = left.takeSegment();
+        result = collateWide(leftSegment, right.takeSegment());
+        if (result != 0) return Outcome::decided;
+        if (left.isUsedUp() || right.isUsedUp())
+            return left.isTakenToItsEnd() && right.isTakenToItsEnd() ? Outcome::equal
+                                                                     : Outcome::lengthsDecide;
+    }
+}
+
+} // namespace
+
+int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
+    if (DString::fgI18NState != 1) return DBuffer::compare(other, otherLength);
+    using kelcl::after, kelcl::before, kelcl::equal;
+    if (other == nullptr) return after;
+    if (other == contents() && otherLength == length) return equal;
+    if (length == 0) return otherLength > 0 ? before : equal;
+    if (otherLength == 0) return after;
+
+    Side left(contents(), length);
+    Side right(static_cast<char const*>(other), otherLength);
+    if (!left.hasMemory() || !right.hasMemory()) return before;
+    int result = 0;
+    switch (collateSegments(left, right, result)) {
+    case Outcome::decided:
+        return result < 0 ? before : after;
+    case Outcome::equal:
+        return equal;
+    default:
+        return kelcl::orderOfLengths(length, otherLength);
+    }
+}
+
+// Repairing edits
+
+DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
+    if (length == 0 || start > length) return kelcl::shared(*this);
+    unsigned int const first = std::max(start, 1U);
+    unsigned int const behind = first + std::min(count, length - first + 1);
+    kelcl::OwnedBuffer result(DBuffer::remove(first, count));
+    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
+    kelcl::blankCutTail(*this, behind, *result, first, ' ');
+    return result.release();
+}
+
+DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
+    kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
+    if (width < length && width != 0)
+        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
+    return result.release();
+}

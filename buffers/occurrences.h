@@ -1,0 +1,73 @@
+// The walk from one occurrence to the next in a buffer's text: what counting and changing ask. It goes by
+// bytes where they tell all, by characters where the searches are the multi-byte buffer's own, and else by
+// the buffer's virtual search, and it holds what it has learnt on the way.
+#ifndef KELCL_BUFFERS_OCCURRENCES_H
+#define KELCL_BUFFERS_OCCURRENCES_H
+
+#include "bytes/pattern_matches.h"
+#include "characters/stepping.h"
+
+#include <kelcl/dbuffer.h>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace kelcl {
+
+/// The occurrences of a pattern that do not overlap, from left to right.
+class Occurrences {
+public:
+    /// From position `start` on, where 0 counts as 1. Text and pattern must stay as they are meanwhile.
+    Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start);
+    Occurrences(Occurrences const&) = delete;
+    Occurrences& operator=(Occurrences const&) = delete;
+
+    /// Calls `visit(position)` with the next ones, `most` of them or as many as there are. All lie in the
+    /// text, each after the one before, whatever a host's search answers.
+    template <class Visit>
+    void forEach(unsigned int most, Visit visit) {
+        unsigned int from = from_;
+        auto const bytes = static_cast<unsigned int>(pattern_.size());
+        for (; most != 0; --most) {
+            unsigned int const position = way_ == Way::bytes ? inBytes(from) : otherwise(from);
+            if (position == 0) break;
+            visit(position);
+            from = position + bytes;
+        }
+        from_ = from;
+    }
+
+    /// How many there are.
+    static unsigned int count(DBuffer const& text, std::string_view pattern, unsigned int start);
+
+private:
+    enum class Way { bytes, characters, search };
+
+    Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known);
+
+    unsigned int inBytes(unsigned int from) const {
+        if (from > text_.size()) return 0;
+        std::size_t const found = findPattern(text_.substr(from - 1), pattern_);
+        return found == notFound ? 0 : from + static_cast<unsigned int>(found);
+    }
+    unsigned int atStart(unsigned int from);
+    unsigned int bySearch(unsigned int from) const;
+    unsigned int otherwise(unsigned int from);
+
+    DBuffer const& buffer_;
+    std::string_view text_;
+    std::string_view pattern_;
+    Way way_;
+    unsigned int from_; ///< Where to search on, as a position.
+    RisingMatches matches_;
+    std::optional<BufferSteps> steps_; ///< From the first match on, where it goes by characters.
+    std::optional<RisingStarts> starts_;
+};
+
+/// How often searches for what a test accepts, each from the position after the one before, find something.
+unsigned int countTested(DBuffer const& text, DStringTest const& test, unsigned int start);
+
+} // namespace kelcl
+
+#endif

@@ -1,0 +1,70 @@
+// A block of 32 bytes with named operators, for the kernels that go through texts in blocks: what an operator
+// does on each machine is told in one file for each, and nowhere else.
+//
+// Half is 16 bytes, Block two halves, and Words a block seen as 16 numbers of 16 bits. An operator works on
+// each byte (or number) by itself unless told otherwise; what answers yes or no gives all bits of the byte
+// set, or none.
+//
+//   load, loadTwo, loadEnd, store          from and to memory of any alignment
+//   of(x), twice(16 bytes)                 a block of one byte over and over, of one half twice
+//   &  |  ^  ~  +  -                       without carry from byte to byte
+//   minusDownTo0                           the difference, or 0 where it is negative
+//   equal, atMost, greaterSigned           comparisons; bytes count from 0 to 255, or as signed char
+//   lowHalves, highHalves                  the four low or high bits, as values from 0 to 15
+//   lookUp(table, index)                   the table's entry for an index below 16; 0 for one of 128 or more.
+//   Each half of
+//                                          a block has a table of its own
+//   lookUpOrZero(table, index)             the same for any index: 0 for those of 16 or more
+//   lookUpByLowHalf(table, index)          the entry for the four low bits; 0 for an index of 128 or more
+//   earlier<n>(block, previous)            the block that lies n bytes earlier in a text, with the end of the
+//   previous one topBits, lowBits                       a mask: one bit of each byte, the first byte's lowest
+//   isZero, anyTopBit                      of the whole block
+#ifndef KELCL_BYTES_BLOCK_H
+#define KELCL_BYTES_BLOCK_H
+
+#include "bytes/multiversion.h"
+
+#if KELCL_HAS_BLOCKS
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace kelcl::blocks {
+
+inline constexpr std::size_t blockSize = 32;
+static_assert(sizeof(wchar_t) == 4, "four wide characters are one half of a block");
+
+/// Indices that move 16 bytes towards the first, by the number at which one loads them: those that come after
+/// are 0.
+inline constexpr auto towardsFirst = [] {
+    std::array<unsigned char, 32> table{};
+    for (unsigned int i = 0; i < table.size(); ++i)
+        table[i] = static_cast<unsigned char>(i < 16 ? i : 0x80);
+    return table;
+}();
+
+template <class Word>
+KELCL_BLOCKS_INLINE Word loadWord(char const* bytes) {
+    Word word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+} // namespace kelcl::blocks
+
+#if defined(__x86_64__)
+#include "bytes/block_avx2.h"
+#else
+#include "bytes/block_neon.h"
+#endif
+
+namespace kelcl {
+using blocks::Block;
+using blocks::Half;
+} // namespace kelcl
+
+#endif
+
+#endif

@@ -1,0 +1,46 @@
+// Searches for single bytes and for byte patterns, forwards and backwards, and the counting of both.
+// Offsets count from 0. Positions that count from 1, search starts and empty patterns are the callers'
+// business.
+#ifndef KELCL_BYTES_BYTE_SEARCH_H
+#define KELCL_BYTES_BYTE_SEARCH_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kelcl {
+
+/// What every search returns when there is nothing to be found.
+inline constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+
+/// The offset of the first (last) occurrence of `byte`, or notFound.
+std::size_t findByte(std::string_view text, char byte);
+std::size_t findLastByte(std::string_view text, char byte);
+
+/// The offset of the first occurrence of `byte` at or after the offset `from`, or notFound.
+std::size_t findByteFrom(std::string_view text, char byte, std::size_t from);
+
+/// The offset of the first (last) byte that differs from `byte`, or notFound.
+std::size_t findByteOtherThan(std::string_view text, char byte);
+std::size_t findLastByteOtherThan(std::string_view text, char byte);
+
+/// The offset at which the first (last) occurrence of `pattern` begins, or notFound.
+/// The pattern must not be empty. Linear in text plus pattern, whatever they hold.
+std::size_t findPattern(std::string_view text, std::string_view pattern);
+std::size_t findLastPattern(std::string_view text, std::string_view pattern);
+
+/// How often `byte` occurs.
+std::size_t countByte(std::string_view text, char byte);
+
+/// How often `pattern`, which must not be empty, occurs from left to right without overlapping itself.
+std::size_t countPattern(std::string_view text, std::string_view pattern);
+
+/// One bit for each of the first 64 bytes, or for fewer, the first one lowest: whether it is `byte`.
+std::uint64_t maskOfStart(std::string_view text, char byte);
+
+/// Whether no byte exceeds 127; true for the empty text.
+bool isAscii(std::string_view text);
+
+} // namespace kelcl
+
+#endif

@@ -1,0 +1,95 @@
+// The eleven character classes.
+#include "characters/character_classes.h"
+
+#include <cctype>
+#include <cwctype>
+
+namespace kelcl {
+
+namespace {
+
+using Test = int (*)(int);
+
+constexpr bool isUpper(unsigned char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool isLower(unsigned char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool isDigit(unsigned char c) { return c >= '0' && c <= '9'; }
+constexpr bool isAlpha(unsigned char c) { return isUpper(c) || isLower(c); }
+constexpr bool isAlnum(unsigned char c) { return isAlpha(c) || isDigit(c); }
+constexpr bool isHex(unsigned char c) {
+    return isDigit(c) || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+constexpr bool isGraph(unsigned char c) { return c > ' ' && c < 0x7F; }
+constexpr bool isPrint(unsigned char c) { return c >= ' ' && c < 0x7F; }
+constexpr bool isPunct(unsigned char c) { return isGraph(c) && !isAlnum(c); }
+constexpr bool isCntrl(unsigned char c) { return c < ' ' || c == 0x7F; }
+constexpr bool isSpace(unsigned char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+template <bool (*inAscii)(unsigned char)>
+constexpr ByteSet asciiMembers() {
+    return ByteSet::where([](unsigned char c) { return c <= 127 && inAscii(c); });
+}
+
+/// A class without members beyond 127.
+template <bool (*inAscii)(unsigned char)>
+constexpr CharacterClass asciiClass() {
+    Test const test = [](int c) {
+        return c >= 0 && c <= 127 && inAscii(static_cast<unsigned char>(c)) ? 1 : 0;
+    };
+    return {test, asciiMembers<inAscii>(), nullptr};
+}
+
+/// A class of which the locale says what belongs to it beyond 127: of bytes, which arrive negative, and of
+/// wide values.
+template <bool (*inAscii)(unsigned char), Test ofByte, int (*ofWide)(std::wint_t)>
+constexpr CharacterClass localeClass() {
+    Test const test = [](int c) {
+        if (c >= 0 && c <= 127) return inAscii(static_cast<unsigned char>(c)) ? 1 : 0;
+        if (c >= -128 && c < 0) return ofByte(c) != 0 ? 1 : 0;
+        return ofWide(static_cast<std::wint_t>(c)) != 0 ? 1 : 0;
+    };
+    return {test, asciiMembers<inAscii>(), ofWide};
+}
+
+} // namespace
+
+constinit CharacterClass const alphanumeric = localeClass<isAlnum, std::isalnum, std::iswalnum>();
+constinit CharacterClass const alphabetic = localeClass<isAlpha, std::isalpha, std::iswalpha>();
+constinit CharacterClass const control = localeClass<isCntrl, std::iscntrl, std::iswcntrl>();
+constinit CharacterClass const digits = asciiClass<isDigit>();
+constinit CharacterClass const graphics = localeClass<isGraph, std::isgraph, std::iswgraph>();
+constinit CharacterClass const hexDigits = asciiClass<isHex>();
+constinit CharacterClass const lowerCase = localeClass<isLower, std::islower, std::iswlower>();
+constinit CharacterClass const printable = localeClass<isPrint, std::isprint, std::iswprint>();
+constinit CharacterClass const punctuation = localeClass<isPunct, std::ispunct, std::iswpunct>();
+constinit CharacterClass const upperCase = localeClass<isUpper, std::isupper, std::iswupper>();
+constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, std::iswspace>();
+
+CharacterClass const* classOf(Test function) {
+    for (CharacterClass const* candidate :
+         {&alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase, &printable,
+          &punctuation, &upperCase, &whiteSpace})
+        if (candidate->test == function) return candidate;
+    return nullptr;
+}
+
+std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+    // Asking the locale about all upper bytes costs as much as asking about so many bytes of the text.
+    constexpr std::size_t worthATable = 256;
+    auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
+    std::size_t at = findFirstNotIn(text, characterClass.ascii);
+    if (characterClass.ofWide == nullptr) return at;
+    while (at != notFound && static_cast<signed char>(text[at]) < 0) {
+        if (text.size() - at >= worthATable) {
+            ByteSet const members =
+                ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); });
+            std::size_t const found = findFirstNotIn(text.substr(at), members);
+            return found == notFound ? notFound : at + found;
+        }
+        if (!inLocale(text[at])) return at;
+        std::size_t const found = findFirstNotIn(text.substr(at + 1), characterClass.ascii);
+        at = found == notFound ? notFound : at + 1 + found;
+    }
+    return at;
+}
+
+} // namespace kelcl

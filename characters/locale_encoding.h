@@ -1,0 +1,34 @@
+// What the current locale's encoding is, as far as the rules for bytes depend on it. Asked anew by each
+// operation, since the locale may change between two.
+#ifndef KELCL_CHARACTERS_LOCALE_ENCODING_H
+#define KELCL_CHARACTERS_LOCALE_ENCODING_H
+
+#include <cstdlib>
+#include <langinfo.h>
+
+namespace kelcl {
+
+/// Whether characters of the current locale may have several bytes.
+inline bool isMultiByteLocale() { return MB_CUR_MAX >= 2; }
+
+/// Whether the C library's name of an encoding is that of UTF-8. Written out, as a call for it would be felt.
+inline bool isUtf8(char const* codeset) {
+    for (char const expected : "UTF-8")
+        if (*codeset++ != expected) return false;
+    return true;
+}
+
+/// Whether the locale has UTF-8 as it should be. One whose MB_CUR_MAX is smaller than the characters, as a
+/// character map of one's own can have it, is not: the C library is shown only pieces of the longer ones
+/// there.
+inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8(nl_langinfo(CODESET)); }
+
+/// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
+/// multi-byte encoding of the C library, whose trail bytes begin there.
+inline bool standsAlone(char byte, bool isUtf8) {
+    return static_cast<unsigned char>(byte) < (isUtf8 ? 0x80 : 0x30);
+}
+
+} // namespace kelcl
+
+#endif

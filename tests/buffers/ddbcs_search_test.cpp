@@ -1,0 +1,382 @@
+// Searches of the multi-byte buffer for patterns and sets: where scans begin, and where they stop.
+#include "tests/buffers/ddbcs_search_support.h"
+
+#include <kelcl/dnlsutil.h>
+#include <kelcl/dstring.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace searching;
+
+// Start positions
+
+TEST(MultiByteStart, ForwardSearchInsideACharacterBeginsAtTheNextOne) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(text->startSearch(0, 1), 1U);
+        EXPECT_EQ(text->startSearch(1, 1), 1U);
+        EXPECT_EQ(text->startSearch(2, 1), 2U);
+        for (unsigned int inside = 3; inside < text.behind; ++inside)
+            EXPECT_EQ(text->startSearch(inside, 1), text.behind);
+        EXPECT_EQ(text->startSearch(text.behind, 1), text.behind);
+        EXPECT_EQ(text->startSearch(text.behind + 1, 1), 0U);
+        EXPECT_EQ(text->startSearch(most, 1), 0U);
+    });
+}
+
+TEST(MultiByteStart, ForwardSearchInsideTheLastCharacterBeginsNowhere) {
+    for (mb::Sample const& sample : mb::samples().longCharacters()) {
+        Owned const text = mb::buffer("a" + sample.bytes);
+        EXPECT_EQ(text->startSearch(2, 1), 2U);
+        EXPECT_EQ(text->startSearch(3, 1), 0U);
+    }
+}
+
+TEST(MultiByteStart, ForwardSearchNeedsRoomForThePatternBeforeItMoves) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(text->startSearch(2, text.size + 1), 2U);
+        EXPECT_EQ(text->startSearch(2, text.size + 2), 0U);
+        EXPECT_EQ(text->startSearch(3, text.size), text.behind); // room at 3, though none is left behind it
+        EXPECT_EQ(text->startSearch(1, most), 0U);
+    });
+}
+
+TEST(MultiByteStart, BackwardSearchInsideACharacterBeginsAtItsFirstByte) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(text->startBackwardsSearch(0, 1), 0U);
+        EXPECT_EQ(text->startBackwardsSearch(1, 1), 1U);
+        for (unsigned int inside = 2; inside < text.behind; ++inside)
+            EXPECT_EQ(text->startBackwardsSearch(inside, 1), 2U);
+        EXPECT_EQ(text->startBackwardsSearch(most, 1), text.behind);
+        EXPECT_EQ(text->startBackwardsSearch(most, 2), 2U);
+        EXPECT_EQ(text->startBackwardsSearch(most, text.size + 2), 1U);
+        EXPECT_EQ(text->startBackwardsSearch(most, text.size + 3), 0U);
+    });
+}
+
+TEST(MultiByteStart, EmptyTextHasNoStart) {
+    Owned const text = mb::buffer("");
+    EXPECT_EQ(text->startSearch(0, 0), 0U);
+    EXPECT_EQ(text->startSearch(1, 1), 0U);
+    EXPECT_EQ(text->startBackwardsSearch(1, 0), 0U);
+}
+
+TEST(MultiByteStart, BytesThatAreNoCharacterAreStartsOfTheirOwn) {
+    Owned const text = mb::buffer("a" + mb::samples().invalid + mb::samples().invalid + "b");
+    for (unsigned int at = 1; at <= 4; ++at) {
+        EXPECT_EQ(text->startSearch(at, 1), at);
+        EXPECT_EQ(text->startBackwardsSearch(at, 1), at);
+    }
+}
+
+// Patterns
+
+TEST(MultiBytePattern, IsFoundAtCharacterStartsOnly) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOf(text.owned, text.character, 1), 2U);
+        EXPECT_EQ(indexOf(text.owned, text.character + "b", 0), 2U);
+        EXPECT_EQ(indexOf(text.owned, text.character, 3), 0U);
+        string const tail = text.character.substr(1) + "b";
+        EXPECT_EQ(indexOf(text.owned, tail, 1), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, tail, most), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, text.character, most), 2U);
+        EXPECT_EQ(lastIndexOf(text.owned, text.character, 3), 2U);
+        EXPECT_EQ(lastIndexOf(text.owned, text.character, 1), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, "b", most), text.behind);
+    });
+}
+
+TEST(MultiBytePattern, MayEndInsideACharacter) {
+    forEachSandwich([](Sandwich const& text) {
+        string const cut = "a" + text.character.substr(0, 1);
+        EXPECT_EQ(indexOf(text.owned, cut, 1), 1U);
+        EXPECT_EQ(lastIndexOf(text.owned, cut, most), 1U);
+    });
+}
+
+TEST(MultiBytePattern, OfOneByteIsAnyCharacterThatBeginsWithIt) {
+    forEachSandwich([](Sandwich const& text) {
+        string const lead = text.character.substr(0, 1);
+        EXPECT_EQ(indexOf(text.owned, lead, 1), 2U);
+        EXPECT_EQ(indexOfAnyOf(text.owned, lead, 1), 2U);
+        EXPECT_EQ(lastIndexOf(text.owned, lead, most), 2U);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, lead, most), 2U);
+    });
+}
+
+TEST(MultiBytePattern, OneByteThatIsOnlyTheTailOfACharacterIsNotFound) {
+    mb::Sample const& sample =
+        mb::samples().asciiTrail.exists() ? mb::samples().asciiTrail : mb::samples().two;
+    Sandwich const text(sample);
+    string const tail = sample.bytes.substr(1, 1);
+    EXPECT_EQ(indexOf(text.owned, tail, 1), 0U);
+    EXPECT_EQ(indexOfAnyOf(text.owned, tail + "z", 1), 0U);
+    EXPECT_EQ(lastIndexOf(text.owned, tail, most), 0U);
+    EXPECT_EQ(lastIndexOfAnyOf(text.owned, tail + "z", most), 0U);
+}
+
+TEST(MultiBytePattern, WithoutBytesOrWithoutRoomIsNotFound) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOf(text.owned, "", 1), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, "", most), 0U);
+        EXPECT_EQ(indexOf(text.owned, "b+", text.behind), 0U);
+        EXPECT_EQ(indexOf(text.owned, "a" + text.character + "b+", 1), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, "a" + text.character + "b+", most), 0U);
+        EXPECT_EQ(indexOf(text.owned, "ab", 3), 0U); // after the move to b there is no room
+        EXPECT_EQ(indexOf(text.owned, "a", most), 0U);
+        EXPECT_EQ(lastIndexOf(text.owned, "a", 0), 0U);
+    });
+}
+
+TEST(MultiBytePattern, RepeatedCharactersGiveTheFirstAndTheLast) {
+    for (mb::Sample const& sample : mb::samples().longCharacters()) {
+        string const c = sample.bytes;
+        unsigned int const n = mb::lengthOf(c);
+        Owned const text = mb::buffer(c + c + c);
+        EXPECT_EQ(indexOf(text, c + c, 1), 1U);
+        EXPECT_EQ(indexOf(text, c + c, 2), n + 1);
+        EXPECT_EQ(indexOf(text, c + c, n + 2), 0U);
+        EXPECT_EQ(lastIndexOf(text, c + c, most), n + 1);
+        EXPECT_EQ(lastIndexOf(text, c + c, n), 1U);
+        EXPECT_EQ(lastIndexOf(text, c, most), 2 * n + 1);
+    }
+}
+
+// Sets
+
+TEST(MultiByteSet, ScanThatBeginsInsideACharacterLeavesItOut) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOfAnyOf(text.owned, "b", 3), text.behind);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, "a", 3), 1U);
+        EXPECT_EQ(indexOfAnyOf(text.owned, text.character + "b", 3), text.behind);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, text.character + "a", 3), 2U);
+    });
+}
+
+TEST(MultiByteSet, MembersAreWholeCharacters) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOfAnyOf(text.owned, "xy", 1), 0U);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "xb", 1), text.behind);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character, 1), 2U);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character.substr(1), 1), 0U);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character.substr(0, 1), 1), 0U);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, text.character + "x", most), 2U);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, "xa", most), 1U);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, "xy", most), 0U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "a" + text.character, 1), text.behind);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "ab", 1), 2U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "ab" + text.character, 1), 0U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "b" + text.character, most), 1U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "ab", most), 2U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "ab" + text.character, most), 0U);
+    });
+}
+
+/// What lies between the members in the tests below: single bytes, other characters, and characters whose
+/// bytes next to each other look like a member, where the locale has them.
+std::vector<string> fillers(string const& member) {
+    string other = member;
+    other.back() = static_cast<char>(other.back() + 8);
+    std::vector<string> result{"x", other, "x" + other};
+    string const turned(member.rbegin(), member.rend());
+    if (turned != member && mb::charactersOf(turned).size() == 1) result.push_back(turned);
+    return result;
+}
+
+TEST(MultiByteSet, OfFewOrManyMembersIsFoundWhereverOneStands) {
+    string const base = mb::samples().wide.bytes;
+    std::vector<string> members;
+    string set = "#";
+    for (char i = 0; i < 6; ++i) {
+        members.push_back(base);
+        members.back().back() = static_cast<char>(base.back() + i);
+        set += members.back();
+        ASSERT_EQ(mb::charactersOf(members.back()).size(), 1U);
+        for (string const& filler : fillers(base))
+            for (unsigned int const before :
+                 {0U, 1U, 2U, 9U, 15U, 16U, 20U, 21U, 22U, 31U, 32U, 33U, 63U, 64U, 85U, 86U, 320U, 1000U}) {
+                string text;
+                for (unsigned int n = 0; n < before; ++n)
+                    text += filler;
+                unsigned int const position = mb::lengthOf(text) + 1;
+                text += members.back();
+                for (unsigned int n = 0; n < 1000 - before; ++n)
+                    text += filler;
+                Owned const owned = mb::buffer(text);
+                EXPECT_EQ(indexOfAnyOf(owned, set, 1), position) << before << mb::hex(filler);
+                EXPECT_EQ(indexOfAnyOf(owned, set, position), position);
+                EXPECT_EQ(indexOfAnyOf(owned, set, position + 1), 0U);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, most), position) << before << mb::hex(filler);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, position), position);
+                EXPECT_EQ(lastIndexOfAnyOf(owned, set, position - 1), 0U);
+            }
+    }
+}
+
+TEST(MultiByteSet, CharacterIsOneMemberWhateverItsBytes) {
+    forEachSandwich([](Sandwich const& text) {
+        // A set of one character of several bytes is a set of more than one byte.
+        EXPECT_EQ(indexOfAnyBut(text.owned, text.character, 2), text.behind);
+        EXPECT_EQ(indexOfAnyOf(text.owned, text.character, 1), 2U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, text.character, 3), 1U);
+    });
+}
+
+TEST(MultiByteSet, EmptySetFindsNothingButAnyButGivesTheStart) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOfAnyOf(text.owned, "", 1), 0U);
+        EXPECT_EQ(lastIndexOfAnyOf(text.owned, "", most), 0U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "", 0), 1U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "", 3), text.behind);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "", text.behind + 1), 0U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", 3), 2U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", most), text.behind);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", 0), 0U);
+    });
+}
+
+TEST(MultiByteSet, LeadByteAloneMakesAnyButFindTheStartForwardsAndNothingBackwardsWhichIsWanted) {
+    forEachSandwich([](Sandwich const& text) {
+        string const lead = text.character.substr(0, 1);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, 1), 1U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, 2), 2U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, 3), text.behind);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, text.behind + 1), 0U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, lead, most), 0U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, lead, 1), 0U);
+    });
+}
+
+TEST(MultiByteSet, AnyButOneByteSkipsThatByteOnly) {
+    forEachSandwich([](Sandwich const& text) {
+        EXPECT_EQ(indexOfAnyBut(text.owned, "a", 1), 2U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "b", 1), 1U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "b", 3), 0U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "b", most), 2U);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "a", 1), 0U);
+    });
+}
+
+TEST(MultiByteSet, NulIsAMemberLikeAnyOther) {
+    string const two = mb::samples().two.bytes;
+    Owned const text = mb::buffer(string("\0\0", 2) + two + string("\0", 1));
+    string const nul(1, '\0');
+    EXPECT_EQ(indexOfAnyOf(text, nul, 3), 5U);
+    EXPECT_EQ(indexOfAnyBut(text, nul, 1), 3U);
+    EXPECT_EQ(lastIndexOfAnyBut(text, nul, most), 3U);
+    EXPECT_EQ(lastIndexOfAnyOf(text, nul, 4), 2U);
+    EXPECT_EQ(indexOfAnyBut(text, nul + two, 1), 0U);
+    EXPECT_EQ(lastIndexOfAnyOf(text, nul + "x", most), 5U);
+}
+
+TEST(MultiByteSet, BytesThatAreNoCharacterAreMembersOfTheirOwn) {
+    string const bad = mb::samples().invalid;
+    Owned const text = mb::buffer("a" + bad + "b" + bad);
+    EXPECT_EQ(indexOfAnyOf(text, bad, 1), 2U);
+    EXPECT_EQ(indexOfAnyOf(text, "x" + bad, 3), 4U);
+    EXPECT_EQ(lastIndexOfAnyOf(text, bad + "x", most), 4U);
+    EXPECT_EQ(indexOfAnyBut(text, "ab" + bad, 1), 0U);
+    EXPECT_EQ(lastIndexOfAnyBut(text, bad + bad, most), 3U);
+}
+
+TEST(MultiByteSet, TruncatedCharacterAtTheEndOfASetIsReadNoFurther) {
+    string const lead = mb::samples().lead;
+    mb::AtMemoryEnd const set("x" + lead);
+    Owned const text = mb::buffer("a" + lead);
+    EXPECT_EQ(text->indexOfAnyOf(set.data(), mb::lengthOf(lead) + 1, 1), 2U);
+    EXPECT_EQ(text->lastIndexOfAnyBut(set.data(), mb::lengthOf(lead) + 1, most), 1U);
+    mb::AtMemoryEnd const one(lead.substr(0, 1));
+    EXPECT_EQ(text->indexOfAnyBut(one.data(), 1, 1), 1U);
+}
+
+// Strings
+
+TEST(MultiByteString, SearchesGoThroughTheMultiByteBuffer) {
+    forEachSandwich([](Sandwich const& sandwich) {
+        DString const text("a" + sandwich.character + "b");
+        EXPECT_EQ(text.indexOf(sandwich.character), 2U);
+        EXPECT_EQ(text.indexOf(sandwich.character, 3), 0U);
+        EXPECT_EQ(text.indexOf('b', 3), sandwich.behind);
+        EXPECT_EQ(text.indexOfAnyOf("xb" + sandwich.character, 3), sandwich.behind);
+        EXPECT_EQ(text.indexOfAnyBut("ab"), 2U);
+        EXPECT_EQ(text.lastIndexOf(sandwich.character), 2U);
+        EXPECT_EQ(text.lastIndexOfAnyOf('a', 3), 1U);
+        EXPECT_EQ(text.lastIndexOfAnyBut("b" + sandwich.character), 1U);
+        EXPECT_EQ(text.subString(3), DString(string(sandwich.size - 1, ' ') + "b"));
+    });
+}
+
+TEST(MultiByteWords, EndBehindAllBytesOfTheLastCharacter) {
+    string const words = "a  b" + mb::samples().wide.bytes;
+    DString const text(" " + words + " ");
+    EXPECT_EQ(ops::contentsOf(text.words(1, 2)), words);
+    EXPECT_EQ(ops::contentsOf(text.words(2, 9)), "b" + mb::samples().wide.bytes);
+}
+
+TEST(CharLength, GoesOnWithinACharacterThatItsStateHasBegun) {
+    string const character = mb::samples().wide.bytes;
+    std::mbstate_t state{};
+    ASSERT_EQ(std::mbrlen(character.data(), 1, &state), mb::incompleteSequence);
+    EXPECT_EQ(DDBCSBuffer::charLength(character.c_str() + 1, &state), static_cast<int>(character.size()) - 1);
+    EXPECT_NE(std::mbsinit(&state), 0) << "the character is over";
+}
+
+TEST(WideStrip, OfWhiteSpaceAsksTheLocaleAboutWideCharacters) {
+    SwitchAt const on(1);
+    string const kept = mb::samples().wide.bytes + "a" + mb::samples().wide.bytes;
+    DString text(" \t" + kept + "\n ");
+    EXPECT_EQ(ops::contentsOf(text.strip()), kept);
+    if (!mb::isUtf8()) return;
+    DString spaced("\xE3\x80\x80 a \xE3\x80\x80"); // ideographic spaces
+    EXPECT_EQ(ops::contentsOf(spaced.strip()), "a");
+}
+
+TEST(WideOccurrences, OfATestAskItOnceForEachCharacter) {
+    SwitchAt const on(1);
+    static std::vector<int> asked;
+    DStringTest const notTheLetter([](int c) {
+        asked.push_back(c);
+        return c == 'a' ? 0 : 1;
+    });
+    mb::Sample const& two = mb::samples().two;
+    std::vector<int> const values{static_cast<int>(two.value), 'a', static_cast<int>(two.value), 'b'};
+    DString const text(two.bytes + "a" + two.bytes + "b");
+    asked.clear();
+    EXPECT_EQ(text.occurrencesOf(notTheLetter), 3u);
+    EXPECT_EQ(asked, values);
+    asked.clear();
+    EXPECT_EQ(text.occurrencesOf(notTheLetter, 2), 2u) << "from within the first character";
+    EXPECT_EQ(asked.size(), 3u);
+    EXPECT_EQ(text.occurrencesOf(notTheLetter, 7), 0u) << "from behind the end";
+}
+
+// Where a walk from far in front would be needed to tell characters apart, searching on after each of many
+// matches must not begin that walk anew: this would take minutes.
+TEST(ManyMatches, AreFoundInTextWithoutAscii) {
+    SwitchAt const off(0);
+    constexpr unsigned int count = 200000;
+    string const two = mb::samples().two.bytes;
+    string text;
+    for (unsigned int i = 0; i < count; ++i)
+        text += two;
+    DString subject(text);
+    EXPECT_EQ(subject.occurrencesOf(two), count);
+    subject.change(two, "x");
+    EXPECT_TRUE(ops::contentsOf(subject) == string(count, 'x'));
+}
+
+TEST(WidePattern, IsFoundInTextFullOfAlmostMatches) {
+    constexpr unsigned int half = 200000;
+    string const text(2 * half, 'a');
+    DWBuffer const wide((text + "b").data(), 2 * half + 1);
+    DWBuffer const ended((text.substr(half) + "b").data(), half + 1);
+    DWBuffer const begun(("b" + text.substr(half)).data(), half + 1);
+    EXPECT_EQ(wide.positionOf(ended, 1), half + 1);
+    EXPECT_EQ(wide.positionOf(begun, 1), 0U);
+    EXPECT_EQ(wide.lastPositionOf(ended, 2 * half), half + 1);
+    EXPECT_EQ(wide.lastPositionOf(begun, 2 * half), 0U);
+}
+
+} // namespace
