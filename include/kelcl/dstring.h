@@ -4,82 +4,16 @@
 #define KELCL_DSTRING_H
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
 
 #include <cstddef>
-#include <cstring>
 #include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
-class DString;
-
-namespace kelcl {
-
-/// The bytes of a text argument; `data` may be null when `length` is 0.
-struct Text {
-    char const* data;
-    unsigned int length;
-};
-
-/// `size` as a length of 32 bits.
-/// @throws DInvalidRequest (message 1010, recoverable) when it does not fit.
-inline unsigned int checkedLength(std::size_t size) {
-    if (size > 0xFFFFFFFF) DBuffer::defaultBuffer()->overflow();
-    return static_cast<unsigned int>(size);
-}
-
-/// What may be given as a text: `char const*` (null counts as empty), `DString`, `std::string`,
-/// `std::string_view`.
-template <class T>
-inline constexpr bool isText = std::is_convertible_v<T const&, std::string_view> || std::is_null_pointer_v<T>;
-
-template <class T>
-using IfText = std::enable_if_t<isText<T>>;
-
-/// A text that is not a `DString`, or of a class derived from it, already.
-template <class T>
-using IfOtherText = std::enable_if_t<isText<T> && !std::is_base_of_v<DString, T>>;
-
-/// What may be appended beside a `DString`: another text or one `char`.
-template <class T>
-using IfOtherPiece =
-    std::enable_if_t<(isText<T> && !std::is_base_of_v<DString, T>) || std::is_same_v<T, char>>;
-
-/// The bytes of `text`; embedded NULs count in all but a `char const*`.
-template <class T>
-Text textOf(T const& text) {
-    if constexpr (std::is_same_v<T, char>) {
-        return {&text, 1};
-    } else if constexpr (std::is_null_pointer_v<T>) {
-        return {nullptr, 0};
-    } else if constexpr (std::is_convertible_v<T const&, char const*>) {
-        char const* const characters = text;
-        return {characters, characters == nullptr ? 0 : checkedLength(std::strlen(characters))};
-    } else {
-        std::string_view const view = text;
-        return {view.data(), checkedLength(view.size())};
-    }
-}
-
-} // namespace kelcl
-
-/// A string with value semantics that shares its text with its copies until one of them is changed.
-///
-/// Positions and lengths count bytes; positions are 1-based and 0 as a result means none. Texts may contain
-/// NULs. A *text* argument is a `char const*` (up to its NUL; null counts as empty), a `DString`, a
-/// `std::string` or a `std::string_view`, and may point into the string it is given to.
-///
-/// In a multi-byte locale the operations work on whole characters, see DDBCSBuffer; `setlocale` comes before
-/// the first string.
-///
-/// Two strings may be used by two threads at once, also when they are copies of each other or both empty. One
-/// string is for one thread at a time, unless all of them only read it.
-///
-/// Every operation that makes a text may throw DInvalidRequest (message 1010, recoverable) when the result
-/// would be longer than 4294967270 bytes, and DOutOfMemory; the string is then what it was.
+/// A string of bytes with value semantics, which shares its text with its copies until one of them changes.
 ///
 /// @code
 /// DString line("  Amsterdam;1275  ");
@@ -87,525 +21,1061 @@ Text textOf(T const& text) {
 /// DString name = line.subString(1, line.indexOf(';') - 1);
 /// std::cout << name.upperCase() << " of " << line << '\n'; // AMSTERDAM of Amsterdam;1275
 /// @endcode
+///
+/// **Value and sharing.** A string is one pointer to a counted text. Copying, assigning and returning it
+/// costs one count, not a copy of the text. The first change through one of the owners gives that one a
+/// text of its own, so a change is never seen through another string; the only owner of a text is edited in
+/// place where possible.
+///
+/// **Positions** are 1-based and count bytes, as all lengths do. The result 0 means none, so a search can
+/// be tested as a truth value. As an argument 0 counts as 1, unless the function says otherwise.
+///
+/// **Texts.** A *text* argument is a `char const*` (up to its NUL; null counts as empty), a `DString`, a
+/// `std::string` or a `std::string_view`, and may point into the string it is given to. Where a function
+/// takes a pointer and a length instead, the pointer may be null only when the length is 0, unless it says
+/// otherwise.
+///
+/// **NULs** are bytes like others. Only a `char const*` argument and `operator<<` end at the first one.
+///
+/// **Multi-byte text.** Where the locale's characters may be longer than one byte (`MB_CUR_MAX` above 1),
+/// searches find whole characters, and an edit that would cut one puts blanks or pad characters in place of
+/// what is left of it. Positions and lengths remain bytes. The switch #fgI18NState tells whether
+/// comparisons, tests and letter cases go by bytes or by the locale. Call `setlocale` before the first
+/// string is made. See DDBCSBuffer.
+///
+/// **Threads.** Two strings may be used by two threads at once, also when they are copies of each other or
+/// both empty. One string is for one thread at a time, unless all of them only read it.
+///
+/// **Errors.** An operation that makes a text throws DInvalidRequest (message 1010, recoverable) when the
+/// result would be longer than 4294967270 bytes, and DOutOfMemory. With the switch on, operations that
+/// convert multi-byte text throw DInvalidRequest (message 1012, unrecoverable) for bytes that form no
+/// character. After any throw the string is what it was.
+///
+/// **Cost** is linear in the bytes read and written, unless a function says otherwise.
 class KELCL_EXPORT DString {
 public:
-    /// What `findPhrase` reports. Any value but charIndex means a word number.
-    enum IndexType : unsigned int { charIndex = 0, wordIndex = 1 };
-    /// The operation of `applyBitOp`.
-    enum BitOperator : unsigned int { bitAnd = 0, bitOr = 1, bitExclusiveOr = 2 };
+    /// What `findPhrase` reports.
+    enum IndexType : unsigned int {
+        /// The position of the phrase's first byte.
+        charIndex = 0,
+        /// The number of the phrase's first word, as any other value than `charIndex` does.
+        wordIndex = 1
+    };
 
+    /// The operation of `applyBitOp`.
+    enum BitOperator : unsigned int {
+        /// Each bit that both have.
+        bitAnd = 0,
+        /// Each bit that one or both have.
+        bitOr = 1,
+        /// Each bit that exactly one has.
+        bitExclusiveOr = 2
+    };
+
+    /// A byte of the text; with the types below, what makes a DString usable as a range.
     using value_type = char;
+    /// What `size` returns.
     using size_type = unsigned int;
+    /// The distance of two iterators.
     using difference_type = std::ptrdiff_t;
+    /// What an iterator refers to.
     using const_reference = char const&;
+    /// What `begin` and `end` return.
     using const_iterator = char const*;
+    /// The same as `const_iterator`: a range of bytes is for reading.
     using iterator = const_iterator;
 
-    static char const* const null;    ///< The empty text.
-    static char const* const zero;    ///< "0".
-    static char const* const maxLong; ///< "0x7fffffffffffffffL", a text, not a number.
+    /// @name Constants and process-wide state
+    /// Texts that callers know by name, the switch, and the text that empty strings share.
+    /// @code
+    /// std::cout << DString::zero << ' ' << DString::maxLong << '\n'; // 0 0x7fffffffffffffffL
+    /// std::cout << (DString() == DString::null) << '\n';             // 1
+    /// @endcode
+    /// @{
 
-    /// The national-language switch, read at load from the environment variable KORVA_I18N: 1 when it is "ON"
-    /// in any case, else 0. At 1 comparisons collate through the locale and multi-byte edits work on wide
-    /// characters.
+    /// The empty text.
+    static char const* const null;
+    /// The text "0".
+    static char const* const zero;
+    /// The text "0x7fffffffffffffffL": the source form of the largest `long`, not a number.
+    static char const* const maxLong;
+
+    /// The national-language switch: 1 when the environment variable KORVA_I18N was "ON" in any case at
+    /// load.
+    ///
+    /// Otherwise 0. At 1 comparisons collate through the locale, and multi-byte text is tested and edited
+    /// as wide characters; at 0 it is compared and tested by bytes. Change it only at start-up.
     static int fgI18NState;
 
-    /// The text of the shared empty buffer; null until a string has been made.
+    /// The text of the shared empty buffer; null until a string has been made. Read it with `nullBuf`.
     static char* nullBuffer;
+
+    /// Returns `nullBuffer` as it is at this moment, whatever other threads do.
     static char* nullBuf() { return __atomic_load_n(&nullBuffer, __ATOMIC_ACQUIRE); }
 
-    /// @name Construction
-    /// A new text has the class that buffers have in the locale of the moment.
-    /// @{
-    DString() : text_(sharedEmpty()) { buffer()->take(); }
-    DString(std::nullptr_t) : DString() {}
-    /// Adopts `buffer`, which must not be null, with the caller's reference.
-    DString(DBuffer* buffer) : text_(sharedEmpty()) { text_ = buffer->contents(); }
-    DString(DString const& other) noexcept : text_(other.text_) { buffer()->take(); }
-    /// Leaves `other` empty.
-    DString(DString&& other) noexcept : text_(other.text_) { other.becomeEmpty(); }
-    /// The bytes up to the NUL; null gives the empty string.
-    DString(char const* p);
-    DString(signed char const* p);
-    DString(unsigned char const* p);
-    DString(std::string const& text);
-    DString(std::string_view text);
-    /// One byte; NUL gives a string of one NUL.
-    DString(char c);
-    DString(signed char c);
-    DString(unsigned char c);
-    /// The number in decimal; a `double` with up to 15 significant digits and the locale's decimal point.
-    DString(int number);
-    DString(short number);
-    DString(long number);
-    DString(long long number);
-    DString(unsigned int number);
-    DString(unsigned short number);
-    DString(unsigned long number);
-    DString(unsigned long long number);
-    DString(double number);
-    /// The pieces in a row, each of its length in bytes; a piece whose pointer is null is that many pad
-    /// characters.
-    DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3, unsigned int l3,
-            char padCharacter = ' ');
-    DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, char padCharacter = ' ');
-    DString(void const* p1, unsigned int l1, char padCharacter = ' ');
-    ~DString() {
-        buffer()->release();
-        text_ = nullptr;
-    }
     /// @}
 
-    DString& operator=(DString const& other) noexcept {
-        DBuffer* const old = buffer();
-        other.buffer()->take();
-        text_ = other.text_;
-        old->release();
-        return *this;
-    }
-    /// Leaves `other` empty.
-    DString& operator=(DString&& other) noexcept {
-        if (this != &other) {
-            DBuffer* const old = buffer();
-            text_ = other.text_;
-            other.becomeEmpty();
-            old->release();
-        }
-        return *this;
-    }
+    /// @name Construction
+    /// From a text, one byte, a number, or pieces. A new text has the class that buffers have in the locale
+    /// of the moment.
+    /// @code
+    /// std::cout << DString("text") << DString('c') << DString(-5) << '\n'; // textc-5
+    /// std::cout << DString(1.0 / 3) << '\n';                               // 0.333333333333333
+    /// std::cout << DString("a\0b", 3).length() << '\n';                    // 3
+    /// std::cout << DString(nullptr, 5, '*') << '\n';                       // *****
+    /// std::cout << DString("ab", 2, nullptr, 3, "cd", 2, '-') << '\n';     // ab---cd
+    /// @endcode
+    /// @{
+
+    /// Makes an empty string. Allocates nothing.
+    DString() : text_(sharedEmpty()) { buffer()->take(); }
+    /// Makes an empty string; `DString s = 0` makes the number instead.
+    DString(std::nullptr_t) : DString() {}
+    /// Takes over the caller's reference to `buffer`, which must not be null; the count is not raised.
+    DString(DBuffer* buffer) : text_(sharedEmpty()) { text_ = buffer->contents(); }
+    /// Shares the text of `other`.
+    DString(DString const& other) noexcept : text_(other.text_) { buffer()->take(); }
+    /// Takes the text of `other`, which is left empty.
+    DString(DString&& other) noexcept : text_(other.text_) { other.becomeEmpty(); }
+    /// Copies the bytes up to the NUL; null gives the empty string.
+    DString(char const* p);
+    /// Copies the bytes up to the NUL; null gives the empty string.
+    DString(signed char const* p);
+    /// Copies the bytes up to the NUL; null gives the empty string.
+    DString(unsigned char const* p);
+    /// Copies all bytes, NULs included.
+    DString(std::string const& text);
+    /// Copies all bytes, NULs included.
+    DString(std::string_view text);
+    /// Makes a string of one byte, also of NUL.
+    DString(char c);
+    /// Makes a string of one byte, also of NUL.
+    DString(signed char c);
+    /// Makes a string of one byte, also of NUL.
+    DString(unsigned char c);
+    /// Writes the number in decimal.
+    DString(int number);
+    /// Writes the number in decimal.
+    DString(short number);
+    /// Writes the number in decimal.
+    DString(long number);
+    /// Writes the number in decimal.
+    DString(long long number);
+    /// Writes the number in decimal.
+    DString(unsigned int number);
+    /// Writes the number in decimal.
+    DString(unsigned short number);
+    /// Writes the number in decimal.
+    DString(unsigned long number);
+    /// Writes the number in decimal.
+    DString(unsigned long long number);
+    /// Writes the number as `printf` does with `%.15g`: 15 significant digits, the locale's decimal point.
+    DString(double number);
+    /// Joins three pieces, each of its length in bytes. A null pointer stands for that many pad characters.
+    /// @throws DInvalidRequest (message 1010, recoverable) when the lengths add up to more than 4294967270.
+    DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3, unsigned int l3,
+            char padCharacter = ' ');
+    /// Joins two pieces; see the form with three.
+    DString(void const* p1, unsigned int l1, void const* p2, unsigned int l2, char padCharacter = ' ');
+    /// Copies `l1` bytes, NULs included; a null pointer stands for that many pad characters.
+    DString(void const* p1, unsigned int l1, char padCharacter = ' ');
+    /// Gives up the share in the text; the last owner destroys it.
+    ~DString();
+
+    /// @}
+
+    /// @name Assignment
+    /// Constant time, whatever the lengths. Other texts are assigned by way of a new string.
+    /// @code
+    /// DString first("one");
+    /// DString second = first;
+    /// second += " more";
+    /// swap(first, second);
+    /// std::cout << first << ", " << second << '\n'; // one more, one
+    /// first = 7;
+    /// std::cout << first << '\n';                   // 7
+    /// @endcode
+    /// @{
+
+    /// Shares the text of `other` from now on. Assigning a string to itself changes nothing.
+    DString& operator=(DString const& other) noexcept;
+    /// Takes the text of `other`, which is left empty.
+    DString& operator=(DString&& other) noexcept;
+    /// Exchanges the texts; no count changes.
     friend void swap(DString& left, DString& right) noexcept {
         char* const text = left.text_;
         left.text_ = right.text_;
         right.text_ = text;
     }
 
+    /// @}
+
     /// @name Reading
-    /// Pointers into the text are valid until the string is next changed or destroyed.
+    /// Pointers into the text are valid until the string is next changed or destroyed. All of it is
+    /// constant time, but `asDebugInfo`.
+    /// @code
+    /// DString const text("abc");
+    /// std::cout << text.length() << text.isEmpty() << '\n';   // 30
+    /// std::cout << std::strlen(text.c_str()) << '\n';         // 3
+    /// std::cout << std::string_view(text).substr(1) << '\n';  // bc
+    /// std::cout << std::count(text.begin(), text.end(), 'b') << '\n'; // 1
+    /// @endcode
     /// @{
-    unsigned int length() const noexcept { return buffer()->length; } ///< Bytes.
-    unsigned int size() const noexcept { return length(); }           ///< Bytes.
+
+    /// Returns the number of bytes, NULs included.
+    unsigned int length() const noexcept { return buffer()->length; }
+    /// Returns the number of bytes, as `length` does.
+    unsigned int size() const noexcept { return length(); }
+    /// Whether there are no bytes.
     bool isEmpty() const noexcept { return length() == 0; }
+    /// Whether there are no bytes, as `isEmpty` tells.
     bool empty() const noexcept { return isEmpty(); }
-    char const* c_str() const noexcept { return text_; } ///< NUL-terminated.
-    char const* data() const noexcept { return text_; }  ///< NUL-terminated.
+    /// Returns the text with its terminating NUL; never null.
+    char const* c_str() const noexcept { return text_; }
+    /// Returns the text with its terminating NUL; never null.
+    char const* data() const noexcept { return text_; }
+    /// Returns a pointer to the first byte; with `end`, the range of all bytes.
     char const* begin() const noexcept { return text_; }
+    /// Returns a pointer past the last byte, to the terminating NUL.
     char const* end() const noexcept { return text_ + length(); }
+    /// Views all bytes, NULs included.
     operator std::string_view() const noexcept { return {text_, length()}; }
+    /// Returns the text with its terminating NUL, for code that casts.
     explicit operator char const*() const noexcept { return text_; }
+    /// Returns a copy that shares the text, as every class here can be asked for its text.
     DString asString() const { return *this; }
-    /// "DString(@address,pBuffer->...)" with the buffer's own debug text.
+    /// Returns "DString(@address,pBuffer->...)": the object's address in decimal, then the buffer's own
+    /// debug text.
     DString asDebugInfo() const;
 
-    /// The byte at `index`; 0 and 1 both mean the first.
-    /// @throws DInvalidRequest (message 1011, recoverable) for a negative index and one beyond the end.
+    /// @}
+
+    /// @name Element access
+    /// One byte by its position. Here 0 and 1 both mean the first.
+    /// @code
+    /// DString text("abc");
+    /// DString const copy = text;
+    /// text[1] = 'X';
+    /// text[5] = 'Y';
+    /// std::cout << text << ", " << copy[0] << copy[3] << '\n'; // Xbc Y, ac
+    /// try {
+    ///     std::cout << copy[4];
+    /// } catch (DInvalidRequest const& problem) {
+    ///     std::cout << problem.errorId() << '\n';              // 1011
+    /// }
+    /// @endcode
+    /// @{
+
+    /// Returns the byte at `index`.
+    /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative or past the end.
     char const& operator[](int index) const;
+    /// Returns the byte at `index`.
+    /// @throws DInvalidRequest (message 1011, recoverable) when `index` is past the end.
     char const& operator[](unsigned int index) const;
-    /// The byte at `index` for writing, in a text that is no longer shared. An index beyond the end first
-    /// lengthens the string with blanks. The reference is valid until the string is next changed or copied.
-    /// @throws DInvalidRequest (message 1011, recoverable) for a negative index.
+    /// Returns the byte at `index` for writing. A string that is not `const` uses this form for reading
+    /// too.
+    ///
+    /// A shared text is copied first. When `index` is past the end, the string is lengthened with blanks up
+    /// to there. The reference is valid until the string is next changed or copied.
+    /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative.
     char& operator[](int index);
+    /// Returns the byte at `index` for writing, as the form for `int` does; no index throws message 1011.
     char& operator[](unsigned int index);
 
-    /// From `start` to the end; empty when `start` is beyond the end. With fgI18NState at 0 a `start` of 0
-    /// gives the whole text and one blank: callers rely on it.
+    /// @}
+
+    /// @name Substrings
+    /// A new string; this one is left alone.
+    /// @code
+    /// DString const date("2024-02-29");
+    /// std::cout << date.subString(6) << '\n';                 // 02-29
+    /// std::cout << '<' << date.subString(11) << ">\n";        // <>
+    /// std::cout << date.subString(1, 4) << '\n';              // 2024
+    /// std::cout << '<' << date.subString(9, 4, '.') << ">\n"; // <29..>
+    /// @endcode
+    /// @{
+
+    /// Returns the text from `start` to the end; empty when `start` is past the end.
+    ///
+    /// While #fgI18NState is 0, a `start` of 0 gives the whole text and one blank: callers rely on it.
     DString subString(unsigned int start) const;
-    /// Exactly `count` bytes from `start` (0 counts as 1), padded where the text runs out.
+    /// Returns exactly `count` bytes from `start`, with pad characters where the text has run out.
     DString subString(unsigned int start, unsigned int count, char padCharacter = ' ') const;
+
     /// @}
 
     /// @name Comparison
-    /// Through the buffer's `compare`, so by bytes, or by the locale's collation where fgI18NState is 1. A
-    /// text on the left gives the mirrored result.
-    /// @throws DInvalidRequest (recoverable) when the locale cannot collate the texts.
+    /// With any text on either side. While #fgI18NState is 0, bytes decide, as unsigned numbers, and a text
+    /// that begins another sorts before it. At 1 the locale's collation decides: texts that differ may then
+    /// be equal.
+    /// @code
+    /// DString const name("Bert");
+    /// std::cout << (name == "Bert") << (name != std::string("Bert ")) << '\n'; // 11
+    /// std::cout << ("Adam" < name) << (name < "Berta") << '\n';                // 11
+    /// std::cout << (DString("a\0b", 3) > "a") << (DString() == nullptr) << '\n'; // 11
+    /// @endcode
     /// @{
-#define KELCL_COMPARISON(op)                                                                                 \
-    friend bool operator op(DString const& left, DString const& right) {                                     \
-        return left.order(right.text_, right.length()) op 0;                                                 \
-    }                                                                                                        \
-    template <class T, class = kelcl::IfOtherText<T>>                                                        \
-    friend bool operator op(DString const& left, T const& right) {                                           \
-        kelcl::Text const text = kelcl::textOf(right);                                                       \
-        return left.order(text.data, text.length) op 0;                                                      \
-    }                                                                                                        \
-    template <class T, class = kelcl::IfOtherText<T>>                                                        \
-    friend bool operator op(T const& left, DString const& right) {                                           \
-        kelcl::Text const text = kelcl::textOf(left);                                                        \
-        return 0 op right.order(text.data, text.length);                                                     \
+
+    /// Whether the texts are equal.
+    /// @throws DInvalidRequest (recoverable; its id is the `errno` value) when the locale cannot collate
+    /// the texts, as every comparison does.
+    friend bool operator==(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) == 0;
     }
-    KELCL_COMPARISON(==)
-    KELCL_COMPARISON(!=)
-    KELCL_COMPARISON(<)
-    KELCL_COMPARISON(<=)
-    KELCL_COMPARISON(>)
-    KELCL_COMPARISON(>=)
-#undef KELCL_COMPARISON
+    /// Whether the string is equal to a text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator==(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) == 0;
+    }
+    /// Whether a text is equal to the string.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator==(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) == 0;
+    }
+
+    /// Whether the texts differ.
+    friend bool operator!=(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) != 0;
+    }
+    /// Whether the string differs from a text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator!=(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) != 0;
+    }
+    /// Whether a text differs from the string.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator!=(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) != 0;
+    }
+
+    /// Whether the left string sorts before the right one.
+    friend bool operator<(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) < 0;
+    }
+    /// Whether the string sorts before a text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator<(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) < 0;
+    }
+    /// Whether a text sorts before the string.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator<(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) > 0;
+    }
+
+    /// Whether the left string sorts before the right one or is equal to it.
+    friend bool operator<=(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) <= 0;
+    }
+    /// Whether the string sorts before a text or is equal to it.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator<=(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) <= 0;
+    }
+    /// Whether a text sorts before the string or is equal to it.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator<=(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) >= 0;
+    }
+
+    /// Whether the left string sorts after the right one.
+    friend bool operator>(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) > 0;
+    }
+    /// Whether the string sorts after a text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator>(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) > 0;
+    }
+    /// Whether a text sorts after the string.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator>(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) < 0;
+    }
+
+    /// Whether the left string sorts after the right one or is equal to it.
+    friend bool operator>=(DString const& left, DString const& right) {
+        return left.order(right.text_, right.length()) >= 0;
+    }
+    /// Whether the string sorts after a text or is equal to it.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator>=(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) >= 0;
+    }
+    /// Whether a text sorts after the string or is equal to it.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend bool operator>=(T const& left, DString const& right) {
+        return right.order(kelcl::textOf(left)) <= 0;
+    }
+
     /// @}
 
     /// @name Classification
-    /// Whether the text is not empty and every character is of the class in the current locale; see DBuffer.
+    /// Whether every character is of a class, as the C library's function named says for the locale of the
+    /// moment. In multi-byte text it is asked in its form for wide characters.
+    /// @code
+    /// std::cout << DString("2024").isDigits() << DString("20-24").isDigits() << '\n'; // 10
+    /// std::cout << DString("c0de").isHexDigits() << DString().isHexDigits() << '\n';  // 10
+    /// std::cout << DString("ABC").isUpperCase() << DString("AB1").isUpperCase() << '\n'; // 10
+    /// std::cout << DString("0110").isBinaryDigits() << DString("\t ").isWhiteSpace() << '\n'; // 11
+    /// @endcode
     /// @{
+
+    /// Whether the string is made of letters and digits (`isalnum`); false when empty.
     bool isAlphanumeric() const { return buffer()->isAlphanumeric(); }
+    /// Whether the string is made of letters (`isalpha`); false when empty.
     bool isAlphabetic() const { return buffer()->isAlphabetic(); }
+    /// Whether no byte is above 127; false when empty.
     bool isASCII() const { return buffer()->isASCII(); }
+    /// Whether the string is made of control characters (`iscntrl`); false when empty.
     bool isControl() const { return buffer()->isControl(); }
+    /// Whether the string is made of the digits 0 to 9, whatever the locale; false when empty.
     bool isDigits() const { return buffer()->isDigits(); }
+    /// Whether the string is made of visible characters (`isgraph`); false when empty.
     bool isGraphics() const { return buffer()->isGraphics(); }
+    /// Whether the string is made of digits and the letters a to f of either case, whatever the locale;
+    /// false when empty.
     bool isHexDigits() const { return buffer()->isHexDigits(); }
+    /// Whether the string is made of lower-case letters (`islower`); false when empty.
     bool isLowerCase() const { return buffer()->isLowerCase(); }
+    /// Whether the string is made of visible characters and blanks (`isprint`); false when empty.
     bool isPrintable() const { return buffer()->isPrintable(); }
+    /// Whether the string is made of punctuation (`ispunct`); false when empty.
     bool isPunctuation() const { return buffer()->isPunctuation(); }
+    /// Whether the string is made of upper-case letters (`isupper`); false when empty.
     bool isUpperCase() const { return buffer()->isUpperCase(); }
+    /// Whether the string is made of white space (`isspace`); false when empty.
     bool isWhiteSpace() const { return buffer()->isWhiteSpace(); }
-    bool isBinaryDigits() const; ///< Not empty and every byte '0' or '1'.
+    /// Whether every byte is '0' or '1'; false when empty.
+    bool isBinaryDigits() const;
+
+    /// @}
+
+    /// @name Kinds of characters
+    /// How the text is made of characters of one and of more bytes. In a multi-byte locale the empty string
+    /// is both MBCS and SBCS; in a single-byte one the answers are fixed and take no time.
+    /// @code
+    /// std::setlocale(LC_ALL, "en_US.UTF-8");
+    /// DString const city("東京");
+    /// std::cout << city.length() << ' ' << city.isMBCS() << city.includesSBCS() << '\n';      // 6 10
+    /// std::cout << city.charType(1) << city.charType(3) << city.charType(4) << '\n';          // 131
+    /// @endcode
+    /// @{
+
+    /// Whether all characters have at least two bytes and are at least two columns wide; false in
+    /// single-byte text.
     bool isMBCS() const { return buffer()->isMBCS(); }
+    /// The same as `isMBCS`.
     bool isDBCS() const { return buffer()->isDBCS(); }
+    /// Whether no character has at least two bytes and two columns; true in single-byte text.
     bool isSBCS() const { return buffer()->isSBCS(); }
+    /// Whether all characters have at least two bytes, none of them NUL after the first; true in
+    /// single-byte text.
     bool isValidMBCS() const { return buffer()->isValidMBCS(); }
+    /// The same as `isValidMBCS`.
     bool isValidDBCS() const { return buffer()->isValidDBCS(); }
+    /// Whether some character has at least two bytes and two columns: the opposite of `isSBCS`.
     bool includesMBCS() const { return buffer()->includesMBCS(); }
+    /// The same as `includesMBCS`.
     bool includesDBCS() const { return buffer()->includesDBCS(); }
+    /// Whether some character is not as `isMBCS` wants it: the opposite of `isDBCS`.
     bool includesSBCS() const { return buffer()->includesSBCS(); }
-    /// 0 for a byte that is a whole character, else the place of the byte at `index` in its character.
+    /// Returns 0 for a byte that is a whole character, else the place of the byte at `index` in its
+    /// character.
+    ///
+    /// Always 0 in single-byte text and for an `index` of 0. An `index` past the end is not checked.
     unsigned int charType(unsigned int index) const { return buffer()->charType(index); }
+
     /// @}
 
     /// @name Matching
+    /// The whole string against an abbreviated word or a pattern.
+    /// @code
+    /// DString const file("report-2024.txt");
+    /// std::cout << file.isLike("*.txt") << file.isLike("report-????.*") << '\n'; // 11
+    /// std::cout << file.isLike("report") << file.isLike("%.txt", '%') << '\n';   // 01
+    /// std::cout << DString("PRI").isAbbrevFor("PRINT", 2) << '\n';               // 1
+    /// std::cout << DString("P").isAbbrevFor("PRINT", 2) << '\n';                 // 0
+    /// @endcode
     /// @{
-    /// Whether this string, at least `minLength` bytes long (0: any length), begins `full`.
+
+    /// Whether this string begins `full` and has at least `minLength` bytes; 0 allows any number.
+    ///
+    /// Compared as by `==`, so collated while #fgI18NState is 1.
     bool isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const;
+    /// Whether this string begins `full` and has at least `minLength` bytes; 0 allows any number.
     template <class T, class = kelcl::IfText<T>>
-    bool isAbbrevFor(T const& full, unsigned int minLength = 0) const {
-        kelcl::Text const text = kelcl::textOf(full);
-        return isAbbrevFor(text.data, text.length, minLength);
-    }
-    /// Whether the whole text matches `pattern`, byte by byte and case-sensitive: `anyString` stands for any
-    /// run of bytes, `anyChar` for one byte.
+    bool isAbbrevFor(T const& full, unsigned int minLength = 0) const;
+    /// Whether the whole string matches `pattern`, byte by byte: `anyString` stands for any run of bytes,
+    /// also an empty one, `anyChar` for one byte, every other byte for itself.
+    ///
+    /// A string that is equal to the pattern as `==` tells matches too. An empty pattern matches the empty
+    /// string only. At worst the cost is the product of both lengths.
     bool isLike(char const* pattern, unsigned int patternLength, char anyString = '*',
                 char anyChar = '?') const;
+    /// Whether the whole string matches `pattern`, as the counted form tells.
     template <class T, class = kelcl::IfText<T>>
-    bool isLike(T const& pattern, char anyString = '*', char anyChar = '?') const {
-        kelcl::Text const text = kelcl::textOf(pattern);
-        return isLike(text.data, text.length, anyString, anyChar);
-    }
+    bool isLike(T const& pattern, char anyString = '*', char anyChar = '?') const;
+
     /// @}
 
-    /// @name Searching
-    /// Positions of a byte, a text, any byte (in a multi-byte locale: character) of a text, any outside it,
-    /// or any that a test accepts or rejects; 0 when there is none. A forward search takes a `startPos` of 0
-    /// as 1, a backward search finds nothing from 0. An empty text is never found, but the any-but searches
-    /// answer it with the start.
+    /// @name Forward search
+    /// The first position at or after `startPos` (0 counts as 1), or 0 when there is none. In a multi-byte
+    /// locale matches begin where characters do, and sets consist of characters. An empty text is never
+    /// found; outside an empty set is every character.
+    /// @code
+    /// DString const path("/usr/share/doc");
+    /// std::cout << path.indexOf('/') << path.indexOf('/', 2) << path.indexOf("lib") << '\n'; // 150
+    /// std::cout << path.indexOfAnyOf("xyzr") << ' ' << path.indexOfAnyBut("/usr") << '\n'; // 4 7
+    /// DStringTest const isLetter(std::isalpha);
+    /// std::cout << path.indexOf(isLetter) << ' ' << path.indexOfAnyBut(isLetter, 2) << '\n'; // 2 5
+    /// std::cout << path.includes("share") << path.includes('x') << '\n'; // 10
+    /// @endcode
     /// @{
+
+    /// Finds a byte; in a multi-byte locale only where a character begins.
     unsigned int indexOf(char c, unsigned int startPos = 1) const {
         return buffer()->indexOf(&c, 1, startPos);
     }
-    unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const {
-        return DString(*this).buffer()->indexOf(test, startPos);
-    }
+    /// Finds a byte or character that `test` accepts; see `indexOfAnyOf`.
+    unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// Finds a text.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOf(T const& text, unsigned int startPos = 1) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->indexOf(bytes.data, bytes.length, startPos);
-    }
+    unsigned int indexOf(T const& text, unsigned int startPos = 1) const;
+
+    /// Finds a byte, as `indexOf` does.
     unsigned int indexOfAnyOf(char c, unsigned int startPos = 1) const {
         return buffer()->indexOfAnyOf(&c, 1, startPos);
     }
-    unsigned int indexOfAnyOf(DStringTest const& test, unsigned int startPos = 1) const {
-        return DString(*this).buffer()->indexOfAnyOf(test, startPos);
-    }
+    /// Finds a byte that `test` accepts; in a multi-byte locale with #fgI18NState at 1 a wide character.
+    ///
+    /// Bytes reach the test as `char` values, so from 128 on as negative numbers where `char` is signed.
+    unsigned int indexOfAnyOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// Finds a character of the set `text`.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOfAnyOf(T const& text, unsigned int startPos = 1) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->indexOfAnyOf(bytes.data, bytes.length, startPos);
-    }
+    unsigned int indexOfAnyOf(T const& text, unsigned int startPos = 1) const;
+
+    /// Finds a byte other than `c`.
+    ///
+    /// In a multi-byte locale a byte that only begins a character is equal to none, so the start is found.
     unsigned int indexOfAnyBut(char c, unsigned int startPos = 1) const {
         return buffer()->indexOfAnyBut(&c, 1, startPos);
     }
-    unsigned int indexOfAnyBut(DStringTest const& test, unsigned int startPos = 1) const {
-        return DString(*this).buffer()->indexOfAnyBut(test, startPos);
-    }
+    /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
+    unsigned int indexOfAnyBut(DStringTest const& test, unsigned int startPos = 1) const;
+    /// Finds a character outside the set `text`; with an empty set this is the start itself.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOfAnyBut(T const& text, unsigned int startPos = 1) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->indexOfAnyBut(bytes.data, bytes.length, startPos);
-    }
-    unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
-        return buffer()->lastIndexOf(&c, 1, startPos);
-    }
-    unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const {
-        return DString(*this).buffer()->lastIndexOf(test, startPos);
-    }
-    template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->lastIndexOf(bytes.data, bytes.length, startPos);
-    }
-    unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
-        return buffer()->lastIndexOfAnyOf(&c, 1, startPos);
-    }
-    unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const {
-        return DString(*this).buffer()->lastIndexOfAnyOf(test, startPos);
-    }
-    template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOfAnyOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->lastIndexOfAnyOf(bytes.data, bytes.length, startPos);
-    }
-    unsigned int lastIndexOfAnyBut(char c, unsigned int startPos = 0xFFFFFFFF) const {
-        return buffer()->lastIndexOfAnyBut(&c, 1, startPos);
-    }
-    unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const {
-        return DString(*this).buffer()->lastIndexOfAnyBut(test, startPos);
-    }
-    template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOfAnyBut(T const& text, unsigned int startPos = 0xFFFFFFFF) const {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return buffer()->lastIndexOfAnyBut(bytes.data, bytes.length, startPos);
-    }
+    unsigned int indexOfAnyBut(T const& text, unsigned int startPos = 1) const;
+
+    /// Whether the byte occurs.
     bool includes(char c) const { return indexOf(c) != 0; }
+    /// Whether `test` accepts any byte or character.
     bool includes(DStringTest const& test) const { return indexOf(test) != 0; }
+    /// Whether the text occurs; an empty text does not.
     template <class T, class = kelcl::IfText<T>>
     bool includes(T const& text) const {
         return indexOf(text) != 0;
     }
-    /// Matches that do not overlap, from `startPos` on.
-    unsigned int occurrencesOf(char c, unsigned int startPos = 1) const;
-    unsigned int occurrencesOf(DStringTest const& test, unsigned int startPos = 1) const;
-    unsigned int occurrencesOf(char const* pattern, unsigned int patternLength, unsigned int startPos) const;
-    template <class T, class = kelcl::IfText<T>>
-    unsigned int occurrencesOf(T const& pattern, unsigned int startPos = 1) const {
-        kelcl::Text const text = kelcl::textOf(pattern);
-        return occurrencesOf(text.data, text.length, startPos);
-    }
+
     /// @}
 
-    /// @name Editing
-    /// Each changes this string and returns it; the static forms return a new one and leave their argument
-    /// alone.
+    /// @name Backward search
+    /// The last position at or before `startPos` where a match begins, or 0 when there is none. Unlike the
+    /// forward searches these find nothing from a `startPos` of 0; one past the end counts as the end.
+    /// @code
+    /// DString const path("/usr/share/doc  ");
+    /// std::cout << path.lastIndexOf('/') << ' ' << path.lastIndexOf('/', 10) << '\n'; // 11 5
+    /// std::cout << path.lastIndexOf("usr") << ' ' << path.lastIndexOf('/', 0) << '\n'; // 2 0
+    /// std::cout << path.lastIndexOfAnyOf("rs") << ' ' << path.lastIndexOfAnyBut(' ') << '\n'; // 9 14
+    /// @endcode
     /// @{
+
+    /// Finds a byte; in a multi-byte locale only where a character begins.
+    unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
+        return buffer()->lastIndexOf(&c, 1, startPos);
+    }
+    /// Finds a byte or character that `test` accepts; see `lastIndexOfAnyOf`.
+    unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// Finds a text.
+    template <class T, class = kelcl::IfText<T>>
+    unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+
+    /// Finds a byte, as `lastIndexOf` does.
+    unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
+        return buffer()->lastIndexOfAnyOf(&c, 1, startPos);
+    }
+    /// Finds a character that `test` accepts. With #fgI18NState at 0 its first byte is asked.
+    unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// Finds a character of the set `text`.
+    template <class T, class = kelcl::IfText<T>>
+    unsigned int lastIndexOfAnyOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+
+    /// Finds a byte other than `c`.
+    ///
+    /// In a multi-byte locale nothing is found for a byte that only begins a character, unlike forwards.
+    unsigned int lastIndexOfAnyBut(char c, unsigned int startPos = 0xFFFFFFFF) const {
+        return buffer()->lastIndexOfAnyBut(&c, 1, startPos);
+    }
+    /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
+    unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// Finds a character outside the set `text`; with an empty set this is the start itself.
+    template <class T, class = kelcl::IfText<T>>
+    unsigned int lastIndexOfAnyBut(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+
+    /// @}
+
+    /// @name Counting
+    /// How many matches that do not overlap there are from `startPos` (0 counts as 1) on, found as
+    /// `indexOf` finds them.
+    /// @code
+    /// DString const text("aaaa-bb");
+    /// std::cout << text.occurrencesOf('a') << text.occurrencesOf("") << '\n';        // 40
+    /// std::cout << text.occurrencesOf("aa") << text.occurrencesOf("aa", 2) << '\n';  // 21
+    /// std::cout << text.occurrencesOf(DStringTest(std::isalpha)) << '\n';            // 6
+    /// @endcode
+    /// @{
+
+    /// Counts a byte.
+    unsigned int occurrencesOf(char c, unsigned int startPos = 1) const;
+    /// Counts the bytes or characters that `test` accepts.
+    unsigned int occurrencesOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// Counts a text of `patternLength` bytes; an empty one never occurs.
+    unsigned int occurrencesOf(char const* pattern, unsigned int patternLength, unsigned int startPos) const;
+    /// Counts a text; an empty one never occurs.
+    template <class T, class = kelcl::IfText<T>>
+    unsigned int occurrencesOf(T const& pattern, unsigned int startPos = 1) const;
+
+    /// @}
+
+    /// @name Letter case and order
+    /// As all edits, each changes this string and returns it, so that edits can be chained. The static form
+    /// returns a new string and leaves its argument alone.
+    /// @code
+    /// DString const name("Ada");
+    /// std::cout << DString::upperCase(name) << ' ' << name << '\n';  // ADA Ada
+    /// std::cout << DString(name).lowerCase().reverse() << '\n';      // ada
+    /// @endcode
+    /// @{
+
+    /// Converts the letters a to z to upper case; in a multi-byte locale with #fgI18NState at 1 all
+    /// letters.
     DString& upperCase();
+    /// Converts the letters A to Z to lower case; in a multi-byte locale with #fgI18NState at 1 all
+    /// letters.
     DString& lowerCase();
+    /// Reverses the order of the characters.
     DString& reverse();
+    /// Returns `source` in upper case.
     static DString upperCase(DString const& source);
 
-    /// Each character of `inputChars` becomes the one at the same place of `outputChars`, or `padCharacter`.
+    /// @}
+
+    /// @name Translation
+    /// One character for another, all over the string.
+    /// @code
+    /// std::cout << DString("2-3-5").translate("0123456789-", "abcdefghij", '.') << '\n'; // c.d.f
+    /// @endcode
+    /// @{
+
+    /// Replaces each character of `inputChars` by the one at the same place of `outputChars`, or by
+    /// `padCharacter` where that is shorter. Of a character that stands in `inputChars` twice the first
+    /// place counts.
     DString& translate(char const* inputChars, unsigned int inputLength, char const* outputChars,
                        unsigned int outputLength, char padCharacter = ' ');
+    /// Replaces each character of one text by that of another, as the counted form does.
     template <class T, class U, class = kelcl::IfText<T>, class = kelcl::IfText<U>>
-    DString& translate(T const& inputChars, U const& outputChars, char padCharacter = ' ') {
-        kelcl::Text const input = kelcl::textOf(inputChars);
-        kelcl::Text const output = kelcl::textOf(outputChars);
-        return translate(input.data, input.length, output.data, output.length, padCharacter);
-    }
+    DString& translate(T const& inputChars, U const& outputChars, char padCharacter = ' ');
 
-    /// Removes white space of the locale from both ends.
+    /// @}
+
+    /// @name Stripping
+    /// Removes characters from the ends, at most all of them.
+    /// @code
+    /// std::cout << '<' << DString("  one two\n").strip() << ">\n";             // <one two>
+    /// std::cout << DString("007").strip('0', DStringEnum::leading) << '\n';    // 7
+    /// std::cout << DString("(a), (b)").strip("(), ") << '\n';                  // a), (b
+    /// std::cout << DString("v12rc3").strip(DStringTest(std::isalpha)) << '\n'; // 12rc3
+    /// @endcode
+    /// @{
+
+    /// Removes the locale's white space (`isspace`) from both ends.
     DString& strip();
-    /// Removes the given characters, or those that `test` accepts, from the ends that `mode` names.
+    /// Removes the characters of the set `chars` from the ends that `mode` names.
     DString& strip(char const* chars, unsigned int charsLength, DStringEnum::StripMode mode);
+    /// Removes the characters that `test` accepts from the ends that `mode` names.
     DString& strip(DStringTest const& test, DStringEnum::StripMode mode = DStringEnum::both);
+    /// Removes the byte from the ends that `mode` names.
     DString& strip(char c, DStringEnum::StripMode mode = DStringEnum::both) { return strip(&c, 1, mode); }
+    /// Removes the characters of the set `chars` from the ends that `mode` names.
     template <class T, class = kelcl::IfText<T>>
-    DString& strip(T const& chars, DStringEnum::StripMode mode = DStringEnum::both) {
-        kelcl::Text const text = kelcl::textOf(chars);
-        return strip(text.data, text.length, mode);
-    }
+    DString& strip(T const& chars, DStringEnum::StripMode mode = DStringEnum::both);
 
-    /// Writes `text` over the bytes from `index` (0 counts as 1) on, padding up to there when the text is
-    /// shorter.
+    /// @}
+
+    /// @name Insertion and overlay
+    /// By design `insert` puts the text *after* the byte of the given number, `overlayWith` begins *at* it.
+    /// @code
+    /// std::cout << DString("abc").insert("XY") << '\n';                   // XYabc
+    /// std::cout << DString("abc").insert("XY", 2) << '\n';                // abXYc
+    /// std::cout << DString("abc").insert("XY", 5, '.') << '\n';            // abc..XY
+    /// std::cout << DString("abcdef").overlayWith("XY", 2) << '\n';         // aXYdef
+    /// std::cout << DString("abc").overlayWith("XY", 6, '.') << '\n';       // abc..XY
+    /// @endcode
+    /// @{
+
+    /// Writes `text` over the bytes from `index` (0 counts as 1) on.
+    ///
+    /// The string grows as needed, with pad characters between when `index` is past the end. What is left
+    /// of a character that is cut in front becomes blanks, of one that is cut at the end pad characters;
+    /// with #fgI18NState at 1 both become pad characters.
     DString& overlayWith(char const* text, unsigned int textLength, unsigned int index,
                          char padCharacter = ' ');
+    /// Writes `text` over the bytes from `index` (0 counts as 1) on, as the counted form does.
     template <class T, class = kelcl::IfText<T>>
-    DString& overlayWith(T const& text, unsigned int index = 1, char padCharacter = ' ') {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return overlayWith(bytes.data, bytes.length, index, padCharacter);
-    }
-    /// Inserts `text` after byte `index` (0: in front), padding up to there when the text is shorter.
-    DString& insert(char const* text, unsigned int textLength, unsigned int index, char padCharacter = ' ');
-    template <class T, class = kelcl::IfText<T>>
-    DString& insert(T const& text, unsigned int index = 0, char padCharacter = ' ') {
-        kelcl::Text const bytes = kelcl::textOf(text);
-        return insert(bytes.data, bytes.length, index, padCharacter);
-    }
+    DString& overlayWith(T const& text, unsigned int index = 1, char padCharacter = ' ');
 
-    /// The text on the left, on the right or in the middle of `width` bytes, cut or padded to fit.
+    /// Inserts `text` after byte `index`; 0 inserts in front.
+    ///
+    /// When `index` is past the end, pad characters come between. Inside a character the text goes in front
+    /// of it, with #fgI18NState at 1 after it.
+    DString& insert(char const* text, unsigned int textLength, unsigned int index, char padCharacter = ' ');
+    /// Inserts `text` after byte `index`, as the counted form does; 0 inserts in front.
+    template <class T, class = kelcl::IfText<T>>
+    DString& insert(T const& text, unsigned int index = 0, char padCharacter = ' ');
+
+    /// @}
+
+    /// @name Justification
+    /// Fields of `width` bytes, in which the text is cut or padded to fit. What is left of a cut character
+    /// becomes pad characters.
+    /// @code
+    /// std::cout << '<' << DString("ab").leftJustify(4) << ">\n";      // <ab  >
+    /// std::cout << DString("7").rightJustify(3, '0') << '\n';         // 007
+    /// std::cout << DString("2024").rightJustify(2) << '\n';           // 24
+    /// std::cout << DString("mid").center(8, '.') << '\n';             // ..mid...
+    /// std::cout << DString::center(DString("abcde"), 2) << '\n';      // bc
+    /// @endcode
+    /// @{
+
+    /// Puts the text on the left of the field; what does not fit is cut on the right.
     DString& leftJustify(unsigned int width, char padCharacter = ' ');
+    /// Puts the text on the right of the field; what does not fit is cut on the left.
     DString& rightJustify(unsigned int width, char padCharacter = ' ');
+    /// Puts the text in the middle of the field; an odd byte is padded or cut on the right.
     DString& center(unsigned int width, char padCharacter = ' ');
+    /// Returns `source` in the middle of the field.
     static DString center(DString const& source, unsigned int width, char padCharacter = ' ');
 
-    /// The text `numCopies` times in a row.
+    /// @}
+
+    /// @name Repetition, replacement and removal
+    /// The static forms return a new string and leave `source` alone.
+    /// @code
+    /// std::cout << DString("ab").copy(3) << '\n';                        // ababab
+    /// std::cout << DString("aaaa").change("aa", "b") << '\n';            // bb
+    /// std::cout << DString("one two two").change("two", "2", 1, 1) << '\n'; // one 2 two
+    /// std::cout << DString("abcdef").remove(2, 3) << '\n';               // aef
+    /// DString const path("/usr/share");
+    /// std::cout << DString::remove(path, 1, 5) << ' ' << path << '\n';   // share /usr/share
+    /// @endcode
+    /// @{
+
+    /// Repeats the text until it is there `numCopies` times; 0 empties the string.
+    /// @throws DInvalidRequest (message 1010, recoverable) when the result would be too long.
     DString& copy(unsigned int numCopies);
 
-    /// Replaces up to `numChanges` occurrences of `pattern`, which do not overlap, from `startPos` (0 counts
-    /// as 1) on.
+    /// Replaces `pattern` by `replacement`, up to `numChanges` times from `startPos` (0 counts as 1) on.
+    ///
+    /// Occurrences do not overlap, and what was replaced is not searched again. An empty pattern is never
+    /// found.
+    /// @throws DInvalidRequest (message 1010, recoverable) when the result would be too long.
     DString& change(char const* pattern, unsigned int patternLength, char const* replacement,
                     unsigned int replacementLength, unsigned int startPos = 1,
                     unsigned int numChanges = 0xFFFFFFFF);
+    /// Replaces `pattern` by `replacement`, as the counted form does.
     template <class T, class U, class = kelcl::IfText<T>, class = kelcl::IfText<U>>
     DString& change(T const& pattern, U const& replacement, unsigned int startPos = 1,
-                    unsigned int numChanges = 0xFFFFFFFF) {
-        kelcl::Text const from = kelcl::textOf(pattern);
-        kelcl::Text const to = kelcl::textOf(replacement);
-        return change(from.data, from.length, to.data, to.length, startPos, numChanges);
-    }
+                    unsigned int numChanges = 0xFFFFFFFF);
+    /// Returns `source` with `pattern` replaced. Both texts end at their NUL; null counts as empty.
     static DString change(DString const& source, char const* pattern, char const* replacement,
                           unsigned int startPos, unsigned int numChanges);
+    /// Returns `source` with `pattern` replaced.
     static DString change(DString const& source, DString const& pattern, DString const& replacement,
                           unsigned int startPos, unsigned int numChanges);
 
-    /// Removes up to `count` bytes, or all, from `start` (0 counts as 1) on.
+    /// Removes up to `count` bytes from `start` (0 counts as 1) on.
+    ///
+    /// A `start` past the end removes nothing. What is left of a cut character becomes blanks.
     DString& remove(unsigned int start, unsigned int count);
+    /// Removes all bytes from `start` (0 counts as 1) on.
     DString& remove(unsigned int start);
+    /// Returns `source` without up to `count` bytes from `start` (0 counts as 1) on.
     static DString remove(DString const& source, unsigned int start, unsigned int count);
 
-    /// Makes this string the only owner of its text, in a copy if it is shared.
+    /// @}
+
+    /// @name Sharing
+    /// Operations take care of shared texts by themselves; only code that writes through a pointer needs
+    /// this.
+    /// @code
+    /// DString first("text");
+    /// DString second = first;
+    /// std::cout << (first.c_str() == second.c_str()) << '\n'; // 1
+    /// second.prepareToChange();
+    /// std::cout << (first.c_str() == second.c_str()) << '\n'; // 0
+    /// @endcode
+    /// @{
+
+    /// Makes this string the only owner of its text, by a copy if it is shared. Empty strings stay shared.
     DString& prepareToChange();
+
     /// @}
 
     /// @name Concatenation
-    /// A null or empty text changes nothing. `+=` on the only owner of a text writes in place where the block
-    /// has room, so that appending costs the bytes appended.
+    /// With any text and with one `char`, NULs included. A null or empty text adds nothing.
+    /// @code
+    /// DString text("abc");
+    /// text += "def";
+    /// text += '!';
+    /// std::cout << text << ' ' << text.length() << '\n';    // abcdef! 7
+    /// std::cout << '<' + text.remove(4) + std::string(">") << '\n'; // <abc>
+    /// @endcode
     /// @{
+
+    /// Appends the text of a string, which may be this one.
+    ///
+    /// The only owner of a text appends in place where the block has room, so that building a text piece by
+    /// piece costs the bytes appended.
     DString& operator+=(DString const& text) { return append(text.text_, text.length()); }
+    /// Appends a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
-    DString& operator+=(T const& piece) {
-        kelcl::Text const text = kelcl::textOf(piece);
-        return append(text.data, text.length);
-    }
+    DString& operator+=(T const& piece);
+    /// Returns a new string of both texts.
     friend DString operator+(DString const& left, DString const& right) {
         return joined(left.text_, left.length(), right.text_, right.length());
     }
+    /// Returns a new string of the string's text, then a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(DString const& left, T const& right) {
-        kelcl::Text const text = kelcl::textOf(right);
-        return joined(left.text_, left.length(), text.data, text.length);
+        return joined({left.text_, left.length()}, kelcl::textOf(right));
     }
+    /// Returns a new string of a text or one byte, then the string's text.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(T const& left, DString const& right) {
-        kelcl::Text const text = kelcl::textOf(left);
-        return joined(text.data, text.length, right.text_, right.length());
+        return joined(kelcl::textOf(left), {right.text_, right.length()});
     }
+
     /// @}
 
     /// @name Words
-    /// A word is a run without any of the six separators "\t\n\v\f\r " of the C locale. Words are numbered
-    /// from 1.
+    /// A word is a run without any of six separators: `\t`, `\n`, `\v`, `\f`, `\r` and the blank, whatever
+    /// the locale. Words are numbered from 1. Each call searches the text anew.
+    /// @code
+    /// DString text("  the quick  brown fox ");
+    /// std::cout << text.numWords() << ' ' << text.word(2) << '\n';              // 4 quick
+    /// std::cout << text.words(2, 2) << '\n';                                    // quick  brown
+    /// std::cout << text.indexOfWord(3) << ' ' << text.lengthOfWord(3) << '\n';  // 14 5
+    /// std::cout << text.findPhrase("brown fox") << '\n';                        // 3
+    /// std::cout << text.findPhrase("brown fox", 1, DString::charIndex) << '\n'; // 14
+    /// std::cout << text.removeWords(2).space(1, '_') << '\n';                   // the_brown_fox
+    /// @endcode
     /// @{
+
+    /// Returns the number of words.
     unsigned int numWords() const;
-    /// Word `n` (0 counts as 1), empty when there is none.
+    /// Returns word `n` (0 counts as 1); empty when there is none.
     DString word(unsigned int n) const;
-    /// From word `first` (0 counts as 1) through `count` words, the separators between them kept.
+    /// Returns `count` words from word `first` (0 counts as 1) on, with the separators between them.
+    ///
+    /// When there are fewer words, as many as there are; empty when word `first` does not exist.
     DString words(unsigned int first, unsigned int count = 1) const;
-    /// Position of word `n` when counting starts at byte `startPos` with `counted` words seen; 0 when there
-    /// is none.
+    /// Returns the position of word `n`, counting from byte `startPos` with `counted` words seen already.
+    ///
+    /// 0 when there is no such word, and for a `startPos` of 0. With no word counted there is no word 0. A
+    /// `startPos` inside a word counts the rest of it as a word.
     unsigned int indexOfWord(unsigned int n, unsigned int startPos = 1, unsigned int counted = 0) const;
-    /// Bytes of word `n`; 0 when there is none.
+    /// Returns the number of bytes of word `n`; 0 when there is none. Here 0 does not count as 1.
     unsigned int lengthOfWord(unsigned int n) const;
-    /// Where the words of `phrase` stand in a row at or after word `startWord`, as a word number or a
-    /// position.
+    /// Finds the words of `phrase` in a row, at or after word `startWord`; 0 when they are not there.
+    ///
+    /// Returns the number of the first word, or its position when `type` is `charIndex`. Words are compared
+    /// byte by byte, whatever separates them. A phrase without words is found at `startWord` itself, if
+    /// that is not 0 and at most one more than there are words; the position of a word that does not exist
+    /// is 0.
     unsigned int findPhrase(DString const& phrase, unsigned int startWord = 1,
                             IndexType type = wordIndex) const;
-    /// Removes `count` words from word `first` on with the separators behind them. A `first` of 0 removes
-    /// nothing.
+    /// Removes `count` words from word `first` on, each with the separators after it. A `first` of 0
+    /// removes nothing.
     DString& removeWords(unsigned int first, unsigned int count = 1);
-    /// Joins the words with `n` copies of `c`.
+    /// Joins the words by `n` copies of `c`, with none at the ends. A text of separators only becomes
+    /// empty.
+    /// @throws DInvalidRequest (message 1010, recoverable) when the result would be too long.
     DString& space(unsigned int n = 1, char c = ' ');
+
     /// @}
 
     /// @name Radix conversion
-    /// The bytes are one unsigned big-endian number. Text that is not of the notation makes the string empty.
+    /// Between bytes, read as one unsigned big-endian number of any size, and digits. Where a conversion
+    /// expects digits, any other text makes the string empty; nothing is thrown for it.
+    /// @code
+    /// std::cout << DString("KEL").c2x() << ' ' << DString("4B454C").x2c() << '\n';    // 4B454C KEL
+    /// std::cout << DString("A").c2b() << ' ' << DString("1000001").b2c() << '\n';     // 01000001 A
+    /// std::cout << DString("\1\0", 2).c2d() << ' ' << DString("16706").d2c() << '\n'; // 256 AB
+    /// std::cout << DString("-1").d2c().isEmpty() << '\n';                             // 1
+    /// std::cout << DString("12").decimalMath(3) << '\n';                              // 03075
+    /// std::cout << DString("\1").binaryMath(5).c2x() << '\n';                         // 000F
+    /// @endcode
     /// @{
-    DString& c2x(); ///< Bytes to upper-case hexadecimal digits.
-    DString& x2c(); ///< Hexadecimal digits to bytes; with an odd count a leading 0 is assumed.
-    DString& c2b(); ///< Bytes to binary digits.
-    DString& b2c(); ///< Binary digits to bytes.
-    DString& c2d(); ///< Bytes to decimal digits. All-zero bytes, if more than 4, keep 3 * length - 11 zeros.
-    DString& d2c(); ///< Decimal digits to bytes.
-    /// The decimal number times 256 plus `byte`.
+
+    /// Converts bytes to hexadecimal digits, two per byte, in upper case.
+    DString& c2x();
+    /// Converts hexadecimal digits of either case to bytes; an odd number of them gets a leading 0.
+    DString& x2c();
+    /// Converts bytes to binary digits, eight per byte.
+    /// @throws DInvalidRequest (message 1010, recoverable) for more than 536870910 bytes.
+    DString& c2b();
+    /// Converts binary digits to bytes; when their number is not a multiple of 8, the first byte is made of
+    /// fewer.
+    DString& b2c();
+    /// Converts bytes to decimal digits without leading zeros.
+    ///
+    /// More than four bytes that are all zero give 3 * length - 11 zeros: callers rely on it.
+    /// @throws DInvalidRequest (message 1010, recoverable) from about 1.43 billion bytes on.
+    DString& c2d();
+    /// Converts decimal digits to bytes without leading zero bytes; the number 0 gives one byte.
+    DString& d2c();
+    /// Multiplies the decimal number by 256 and adds `byte`.
+    ///
+    /// The text grows by three digits, less those leading zeros that it has, and may begin with zeros.
     DString& decimalMath(unsigned char byte);
-    /// The binary number times 10 plus `digit`.
+    /// Multiplies the number that the bytes are by 10 and adds `digit`. A zero byte may come in front.
     DString& binaryMath(unsigned char digit);
+
     /// @}
 
     /// @name Bitwise operators
-    /// Byte by byte; a shorter operand is repeated. The result has the length of the left operand; an empty
-    /// right operand changes nothing.
+    /// Byte by byte, with any text or one `char` as the operand. By design the length is that of the left
+    /// side: a shorter operand is repeated, a longer one is cut, and an empty one changes nothing.
+    /// @code
+    /// DString const key("\x20");
+    /// std::cout << (DString("Name") ^ key) << ' ' << (DString("Name") | key) << '\n'; // nAME name
+    /// std::cout << (DString("name") & "\xDF\xFF") << '\n';                            // NaMe
+    /// std::cout << (~DString("\xBE\xBD")) << '\n';                                    // AB
+    /// @endcode
     /// @{
+
+    /// Clears the bits that the operand does not have.
     DString& operator&=(DString const& operand) {
         return applyBitOp(operand.text_, operand.length(), bitAnd);
     }
+    /// Clears the bits that the operand does not have.
     template <class T, class = kelcl::IfOtherPiece<T>>
-    DString& operator&=(T const& operand) {
-        kelcl::Text const text = kelcl::textOf(operand);
-        return applyBitOp(text.data, text.length, bitAnd);
-    }
+    DString& operator&=(T const& operand);
+    /// Sets the bits that the operand has.
     DString& operator|=(DString const& operand) { return applyBitOp(operand.text_, operand.length(), bitOr); }
+    /// Sets the bits that the operand has.
     template <class T, class = kelcl::IfOtherPiece<T>>
-    DString& operator|=(T const& operand) {
-        kelcl::Text const text = kelcl::textOf(operand);
-        return applyBitOp(text.data, text.length, bitOr);
-    }
+    DString& operator|=(T const& operand);
+    /// Inverts the bits that the operand has.
     DString& operator^=(DString const& operand) {
         return applyBitOp(operand.text_, operand.length(), bitExclusiveOr);
     }
+    /// Inverts the bits that the operand has.
     template <class T, class = kelcl::IfOtherPiece<T>>
-    DString& operator^=(T const& operand) {
-        kelcl::Text const text = kelcl::textOf(operand);
-        return applyBitOp(text.data, text.length, bitExclusiveOr);
-    }
+    DString& operator^=(T const& operand);
+
+    /// Returns the bits that both have, in the length of `left`.
     friend DString operator&(DString left, DString const& right) { return left &= right; }
+    /// Returns the bits that both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator&(DString left, T const& right) {
         return left &= right;
     }
+    /// Returns the bits that both have, in the length of the text on the left.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator&(T const& left, DString const& right) {
         return DString(left) &= right;
     }
+    /// Returns the bits that one or both have, in the length of `left`.
     friend DString operator|(DString left, DString const& right) { return left |= right; }
+    /// Returns the bits that one or both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator|(DString left, T const& right) {
         return left |= right;
     }
+    /// Returns the bits that one or both have, in the length of the text on the left.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator|(T const& left, DString const& right) {
         return DString(left) |= right;
     }
+    /// Returns the bits that exactly one has, in the length of `left`.
     friend DString operator^(DString left, DString const& right) { return left ^= right; }
+    /// Returns the bits that exactly one has, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator^(DString left, T const& right) {
         return left ^= right;
     }
+    /// Returns the bits that exactly one has, in the length of the text on the left.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator^(T const& left, DString const& right) {
         return DString(left) ^= right;
     }
-    DString operator~() const; ///< Every byte complemented.
+    /// Returns the string with every bit inverted.
+    DString operator~() const;
+
     /// @}
 
     /// @name Streams
+    /// Reading never throws of its own accord: the stream's state tells what happened.
+    /// @code
+    /// std::istringstream in("first line\nsecond line");
+    /// std::cout << DString::lineFrom(in) << '\n';                  // first line
+    /// DString word;
+    /// in >> word;
+    /// std::cout << word << '\n';                                   // second
+    /// std::cout << '<' << DString::lineFrom(in) << "> " << in.fail() << '\n'; // < line> 1
+    /// @endcode
     /// @{
-    /// Reads up to `delimiter`, which is consumed and not stored, or the end. The stream is left in the state
-    /// that `get` leaves it in: reading the last line without a delimiter sets eofbit and failbit.
+
+    /// Reads up to `delimiter`, which is consumed and not stored, or to the end of the input.
+    ///
+    /// The stream is left in the state in which `get` leaves it: a last line without a delimiter sets
+    /// eofbit and failbit, although it is returned.
     static DString lineFrom(std::istream& in, char delimiter = '\n');
-    /// Writes the text up to its first NUL, as a `char const*` is written.
+    /// Writes the text up to its first NUL, as a `char const*` is written, the stream's field width
+    /// included.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DString const& text);
-    /// Reads a word as the stream's locale separates words; with a field width w at most w - 1 bytes. At the
-    /// end of the input `text` becomes empty. What `text` held is the space to work in, which the buffer's
-    /// `remove` cuts after the word: the text keeps the buffer's class.
+    /// Reads a word as the stream's locale separates words; with a field width w at most w - 1 bytes.
+    ///
+    /// The separator stays in the stream. When there is no word left, `text` becomes empty. What `text`
+    /// held is the space to work in, which the buffer's `remove` cuts after the word: the text keeps the
+    /// buffer's class.
     friend KELCL_EXPORT std::istream& operator>>(std::istream& in, DString& text);
+
     /// @}
 
 protected:
-    /// Replace the text without releasing the old one, whose reference the caller has taken over or given up.
+    /// @name For derived classes
+    /// The forms of `initBuffer` replace the text without releasing the old one, whose reference the caller
+    /// has taken over or given up. The new text has the class of the old one's buffer.
+    /// @{
+
+    /// Makes the text the number in decimal.
     DString& initBuffer(long number);
+    /// Makes the text the number in decimal.
     DString& initBuffer(unsigned long number);
+    /// Makes the text the number with up to 15 significant digits.
     DString& initBuffer(double number);
+    /// Joins three pieces; a null pointer stands for as many pad characters as its length says.
     DString& initBuffer(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3,
                         unsigned int l3, char padCharacter = ' ');
 
-    /// Combines the bytes with the operand's, repeated as often as needed. An empty operand and any other
-    /// `op` change nothing.
+    /// Combines the bytes with the operand's, repeated as often as needed.
+    ///
+    /// An empty operand changes nothing, nor does any other `op` than the three.
     DString& applyBitOp(char const* operand, unsigned int operandLength, BitOperator op);
+
+    /// @}
 
 private:
     char* text_;
@@ -614,36 +1084,44 @@ private:
 
     DBuffer* buffer() const noexcept { return DBuffer::fromContents(text_); }
 
-    static char* sharedEmpty() {
-        char* const made = nullBuf();
-        return made != nullptr ? made : makeSharedEmpty();
-    }
+    static char* sharedEmpty();
     static char* makeSharedEmpty();
-    void becomeEmpty() noexcept {
-        text_ = nullBuf();
-        buffer()->take();
-    }
+    void becomeEmpty() noexcept;
 
-    /// Negative, 0 or positive as this text sorts before, with or after the bytes.
-    int order(char const* data, unsigned int length) const {
-        int const code = data != nullptr ? buffer()->compare(data, length) : buffer()->compare("", 0);
-        return code == 2 ? -1 : code;
-    }
+    // Negative, 0 or positive as this text sorts before, with or after the bytes.
+    int order(char const* data, unsigned int length) const;
+    int order(kelcl::Text text) const { return order(text.data, text.length); }
+
     DString& append(char const* data, unsigned int count);
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
+    static DString joined(kelcl::Text left, kelcl::Text right) {
+        return joined(left.data, left.length, right.data, right.length);
+    }
 
-    /// How an editing operation keeps the buffer it works on.
+    // How an editing operation keeps the buffer it works on.
     enum class During { heldAlive, soleOwnerEditsInPlace };
     template <During during, class Operation>
     DString& edit(Operation operation);
     DString& install(DBuffer* edited);
 };
 
+namespace std {
+
 /// Hashes the bytes, so it agrees with `==` as long as DString::fgI18NState is 0.
+/// @code
+/// std::unordered_set<DString> const names{"Ada", "Grace"};
+/// std::cout << names.count("Ada") << names.count("ada") << '\n'; // 10
+/// @endcode
 template <>
-struct std::hash<DString> {
-    std::size_t operator()(DString const& text) const noexcept { return std::hash<std::string_view>{}(text); }
+struct hash<DString> {
+    /// Returns what `std::hash` does for the same bytes in a `std::string_view`.
+    size_t operator()(DString const& text) const noexcept { return hash<string_view>{}(text); }
 };
+
+} // namespace std
+
+// Implementation details only past this point.
+#include <kelcl/detail/dstring_inline.h>
 
 #endif

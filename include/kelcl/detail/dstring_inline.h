@@ -1,0 +1,198 @@
+// The bodies of DString's inline members that are longer than their declarations. Included at the end of
+// dstring.h; not for hosts.
+#ifndef KELCL_DETAIL_DSTRING_INLINE_H
+#define KELCL_DETAIL_DSTRING_INLINE_H
+
+#include <kelcl/dstring.h>
+
+// Ownership
+// ----------------------------------------------------------------------------------------------------
+
+inline char* DString::sharedEmpty() {
+    char* const made = nullBuf();
+    return made != nullptr ? made : makeSharedEmpty();
+}
+
+inline void DString::becomeEmpty() noexcept {
+    text_ = nullBuf();
+    buffer()->take();
+}
+
+inline DString::~DString() {
+    buffer()->release();
+    text_ = nullptr;
+}
+
+inline DString& DString::operator=(DString const& other) noexcept {
+    DBuffer* const old = buffer();
+    other.buffer()->take();
+    text_ = other.text_;
+    old->release();
+    return *this;
+}
+
+inline DString& DString::operator=(DString&& other) noexcept {
+    if (this != &other) {
+        DBuffer* const old = buffer();
+        text_ = other.text_;
+        other.becomeEmpty();
+        old->release();
+    }
+    return *this;
+}
+
+// Comparison and matching
+// --------------------------------------------------------------------------------------
+
+inline int DString::order(char const* data, unsigned int length) const {
+    int const code = data != nullptr ? buffer()->compare(data, length) : buffer()->compare("", 0);
+    return code == 2 ? -1 : code;
+}
+
+template <class T, class>
+bool DString::isAbbrevFor(T const& full, unsigned int minLength) const {
+    kelcl::Text const text = kelcl::textOf(full);
+    return isAbbrevFor(text.data, text.length, minLength);
+}
+
+template <class T, class>
+bool DString::isLike(T const& pattern, char anyString, char anyChar) const {
+    kelcl::Text const text = kelcl::textOf(pattern);
+    return isLike(text.data, text.length, anyString, anyChar);
+}
+
+// Searching
+// ----------------------------------------------------------------------------------------------------
+
+// A test is a host's code and may change this very string: a copy keeps the text that is searched.
+
+inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->indexOf(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::indexOf(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->indexOf(bytes.data, bytes.length, startPos);
+}
+
+inline unsigned int DString::indexOfAnyOf(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->indexOfAnyOf(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::indexOfAnyOf(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->indexOfAnyOf(bytes.data, bytes.length, startPos);
+}
+
+inline unsigned int DString::indexOfAnyBut(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->indexOfAnyBut(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::indexOfAnyBut(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->indexOfAnyBut(bytes.data, bytes.length, startPos);
+}
+
+inline unsigned int DString::lastIndexOf(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->lastIndexOf(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::lastIndexOf(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->lastIndexOf(bytes.data, bytes.length, startPos);
+}
+
+inline unsigned int DString::lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->lastIndexOfAnyOf(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::lastIndexOfAnyOf(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->lastIndexOfAnyOf(bytes.data, bytes.length, startPos);
+}
+
+inline unsigned int DString::lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos) const {
+    return DString(*this).buffer()->lastIndexOfAnyBut(test, startPos);
+}
+
+template <class T, class>
+unsigned int DString::lastIndexOfAnyBut(T const& text, unsigned int startPos) const {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return buffer()->lastIndexOfAnyBut(bytes.data, bytes.length, startPos);
+}
+
+template <class T, class>
+unsigned int DString::occurrencesOf(T const& pattern, unsigned int startPos) const {
+    kelcl::Text const text = kelcl::textOf(pattern);
+    return occurrencesOf(text.data, text.length, startPos);
+}
+
+// Editing
+// ------------------------------------------------------------------------------------------------------
+
+template <class T, class U, class, class>
+DString& DString::translate(T const& inputChars, U const& outputChars, char padCharacter) {
+    kelcl::Text const input = kelcl::textOf(inputChars);
+    kelcl::Text const output = kelcl::textOf(outputChars);
+    return translate(input.data, input.length, output.data, output.length, padCharacter);
+}
+
+template <class T, class>
+DString& DString::strip(T const& chars, DStringEnum::StripMode mode) {
+    kelcl::Text const text = kelcl::textOf(chars);
+    return strip(text.data, text.length, mode);
+}
+
+template <class T, class>
+DString& DString::overlayWith(T const& text, unsigned int index, char padCharacter) {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return overlayWith(bytes.data, bytes.length, index, padCharacter);
+}
+
+template <class T, class>
+DString& DString::insert(T const& text, unsigned int index, char padCharacter) {
+    kelcl::Text const bytes = kelcl::textOf(text);
+    return insert(bytes.data, bytes.length, index, padCharacter);
+}
+
+template <class T, class U, class, class>
+DString& DString::change(T const& pattern, U const& replacement, unsigned int startPos,
+                         unsigned int numChanges) {
+    kelcl::Text const from = kelcl::textOf(pattern);
+    kelcl::Text const to = kelcl::textOf(replacement);
+    return change(from.data, from.length, to.data, to.length, startPos, numChanges);
+}
+
+template <class T, class>
+DString& DString::operator+=(T const& piece) {
+    kelcl::Text const text = kelcl::textOf(piece);
+    return append(text.data, text.length);
+}
+
+// Bitwise operators
+// --------------------------------------------------------------------------------------------
+
+template <class T, class>
+DString& DString::operator&=(T const& operand) {
+    kelcl::Text const text = kelcl::textOf(operand);
+    return applyBitOp(text.data, text.length, bitAnd);
+}
+
+template <class T, class>
+DString& DString::operator|=(T const& operand) {
+    kelcl::Text const text = kelcl::textOf(operand);
+    return applyBitOp(text.data, text.length, bitOr);
+}
+
+template <class T, class>
+DString& DString::operator^=(T const& operand) {
+    kelcl::Text const text = kelcl::textOf(operand);
+    return applyBitOp(text.data, text.length, bitExclusiveOr);
+}
+
+#endif

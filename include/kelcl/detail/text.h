@@ -1,0 +1,65 @@
+// The text arguments of DString: what may be given as one, and how its bytes are reached. Included by
+// dstring.h; not for hosts.
+#ifndef KELCL_DETAIL_TEXT_H
+#define KELCL_DETAIL_TEXT_H
+
+#include <kelcl/dbuffer.h>
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+#include <type_traits>
+
+class DString;
+
+namespace kelcl {
+
+/// The bytes of a text argument; `data` may be null when `length` is 0.
+struct Text {
+    char const* data;
+    unsigned int length;
+};
+
+/// `size` as a length of 32 bits.
+/// @throws DInvalidRequest (message 1010, recoverable) when it does not fit.
+inline unsigned int checkedLength(std::size_t size) {
+    if (size > 0xFFFFFFFF) DBuffer::defaultBuffer()->overflow();
+    return static_cast<unsigned int>(size);
+}
+
+/// What may be given as a text: `char const*` (null counts as empty), `DString`, `std::string`,
+/// `std::string_view`.
+template <class T>
+inline constexpr bool isText = std::is_convertible_v<T const&, std::string_view> || std::is_null_pointer_v<T>;
+
+template <class T>
+using IfText = std::enable_if_t<isText<T>>;
+
+/// A text that is not a `DString`, or of a class derived from it, already.
+template <class T>
+using IfOtherText = std::enable_if_t<isText<T> && !std::is_base_of_v<DString, T>>;
+
+/// What may be appended beside a `DString`: another text or one `char`.
+template <class T>
+using IfOtherPiece =
+    std::enable_if_t<(isText<T> && !std::is_base_of_v<DString, T>) || std::is_same_v<T, char>>;
+
+/// The bytes of `text`; embedded NULs count in all but a `char const*`.
+template <class T>
+Text textOf(T const& text) {
+    if constexpr (std::is_same_v<T, char>) {
+        return {&text, 1};
+    } else if constexpr (std::is_null_pointer_v<T>) {
+        return {nullptr, 0};
+    } else if constexpr (std::is_convertible_v<T const&, char const*>) {
+        char const* const characters = text;
+        return {characters, characters == nullptr ? 0 : checkedLength(std::strlen(characters))};
+    } else {
+        std::string_view const view = text;
+        return {view.data(), checkedLength(view.size())};
+    }
+}
+
+} // namespace kelcl
+
+#endif
