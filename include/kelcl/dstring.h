@@ -242,7 +242,7 @@ public:
     operator std::string_view() const noexcept { return {text_, length()}; }
     /// Returns the text with its terminating NUL, for code that casts.
     explicit operator char const*() const noexcept { return text_; }
-    /// Returns a copy that shares the text, as every class here can be asked for its text.
+    /// Returns a copy, which shares the text; for code that asks any class here for its text.
     DString asString() const { return *this; }
     /// Returns "DString(@address,pBuffer->...)": the object's address in decimal, then the buffer's own
     /// debug text.
@@ -506,14 +506,17 @@ public:
     /// Whether this string begins `full` and has at least `minLength` bytes; 0 allows any number.
     template <class T, class = kelcl::IfText<T>>
     bool isAbbrevFor(T const& full, unsigned int minLength = 0) const;
-    /// Whether the whole string matches `pattern`, byte by byte: `anyString` stands for any run of bytes,
-    /// also an empty one, `anyChar` for one byte, every other byte for itself.
+    /// Whether the whole string matches `pattern`, byte by byte.
     ///
-    /// A string that is equal to the pattern as `==` tells matches too. An empty pattern matches the empty
-    /// string only. At worst the cost is the product of both lengths.
+    /// In the pattern `anyString` stands for any run of bytes, also an empty one, `anyChar` for one byte,
+    /// and every other byte for itself.
+    ///
+    /// A string that is equal to the pattern by `==` matches too. An empty pattern matches the empty string
+    /// only. At worst the cost is the product of both lengths.
     bool isLike(char const* pattern, unsigned int patternLength, char anyString = '*',
                 char anyChar = '?') const;
-    /// Whether the whole string matches `pattern`, as the counted form tells.
+    /// Whether the whole string matches `pattern`, in which `anyString` stands for any run of bytes and
+    /// `anyChar` for one; see the counted form.
     template <class T, class = kelcl::IfText<T>>
     bool isLike(T const& pattern, char anyString = '*', char anyChar = '?') const;
 
@@ -648,8 +651,8 @@ public:
     /// @}
 
     /// @name Letter case and order
-    /// As all edits, each changes this string and returns it, so that edits can be chained. The static form
-    /// returns a new string and leaves its argument alone.
+    /// Like all edits, each changes this string and returns it, so that edits can be chained. The static
+    /// form returns a new string and leaves its argument alone.
     /// @code
     /// DString const name("Ada");
     /// std::cout << DString::upperCase(name) << ' ' << name << '\n';  // ADA Ada
@@ -948,7 +951,7 @@ public:
     ///
     /// The text grows by three digits, less those leading zeros that it has, and may begin with zeros.
     DString& decimalMath(unsigned char byte);
-    /// Multiplies the number that the bytes are by 10 and adds `digit`. A zero byte may come in front.
+    /// Multiplies the number in the bytes by 10 and adds `digit`. A zero byte may come in front.
     DString& binaryMath(unsigned char digit);
 
     /// @}
