@@ -58,7 +58,7 @@ public:
     enum IndexType : unsigned int {
         /// The position of the phrase's first byte.
         charIndex = 0,
-        /// The number of the phrase's first word, as any other value than `charIndex` does.
+        /// The number of the phrase's first word; any value other than `charIndex` means this.
         wordIndex = 1
     };
 
@@ -76,7 +76,7 @@ public:
     using value_type = char;
     /// What `size` returns.
     using size_type = unsigned int;
-    /// The distance of two iterators.
+    /// The distance between two iterators.
     using difference_type = std::ptrdiff_t;
     /// What an iterator refers to.
     using const_reference = char const&;
