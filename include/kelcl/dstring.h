@@ -211,13 +211,13 @@ public:
     /// @}
 
     /// @name Reading
-    /// Pointers into the text are valid until the string is next changed or destroyed. All of it is
-    /// constant time, but `asDebugInfo`.
+    /// Pointers into the text are valid until the string is next changed or destroyed. All but
+    /// `asDebugInfo` take constant time.
     /// @code
     /// DString const text("abc");
-    /// std::cout << text.length() << text.isEmpty() << '\n';   // 30
-    /// std::cout << std::strlen(text.c_str()) << '\n';         // 3
-    /// std::cout << std::string_view(text).substr(1) << '\n';  // bc
+    /// std::cout << text.length() << text.isEmpty() << '\n';           // 30
+    /// std::cout << std::strlen(text.c_str()) << '\n';                 // 3
+    /// std::cout << std::string_view(text).substr(1) << '\n';          // bc
     /// std::cout << std::count(text.begin(), text.end(), 'b') << '\n'; // 1
     /// @endcode
     /// @{
@@ -310,8 +310,8 @@ public:
     /// be equal.
     /// @code
     /// DString const name("Bert");
-    /// std::cout << (name == "Bert") << (name != std::string("Bert ")) << '\n'; // 11
-    /// std::cout << ("Adam" < name) << (name < "Berta") << '\n';                // 11
+    /// std::cout << (name == "Bert") << (name != std::string("Bert ")) << '\n';   // 11
+    /// std::cout << ("Adam" < name) << (name < "Berta") << '\n';                  // 11
     /// std::cout << (DString("a\0b", 3) > "a") << (DString() == nullptr) << '\n'; // 11
     /// @endcode
     /// @{
@@ -414,9 +414,9 @@ public:
     /// Whether every character is of a class, as the C library's function named says for the locale of the
     /// moment. In multi-byte text it is asked in its form for wide characters.
     /// @code
-    /// std::cout << DString("2024").isDigits() << DString("20-24").isDigits() << '\n'; // 10
-    /// std::cout << DString("c0de").isHexDigits() << DString().isHexDigits() << '\n';  // 10
-    /// std::cout << DString("ABC").isUpperCase() << DString("AB1").isUpperCase() << '\n'; // 10
+    /// std::cout << DString("2024").isDigits() << DString("20-24").isDigits() << '\n';         // 10
+    /// std::cout << DString("c0de").isHexDigits() << DString().isHexDigits() << '\n';          // 10
+    /// std::cout << DString("ABC").isUpperCase() << DString("AB1").isUpperCase() << '\n';      // 10
     /// std::cout << DString("0110").isBinaryDigits() << DString("\t ").isWhiteSpace() << '\n'; // 11
     /// @endcode
     /// @{
@@ -457,8 +457,8 @@ public:
     /// @code
     /// std::setlocale(LC_ALL, "en_US.UTF-8");
     /// DString const city("東京");
-    /// std::cout << city.length() << ' ' << city.isMBCS() << city.includesSBCS() << '\n';      // 6 10
-    /// std::cout << city.charType(1) << city.charType(3) << city.charType(4) << '\n';          // 131
+    /// std::cout << city.length() << ' ' << city.isMBCS() << city.includesSBCS() << '\n'; // 6 10
+    /// std::cout << city.charType(1) << city.charType(3) << city.charType(4) << '\n';     // 131
     /// @endcode
     /// @{
 
@@ -499,11 +499,11 @@ public:
     /// @endcode
     /// @{
 
-    /// Whether this string begins `full` and has at least `minLength` bytes; 0 allows any number.
+    /// Whether this string is a prefix of `full` and has at least `minLength` bytes; 0 allows any length.
     ///
     /// Compared as by `==`, so collated while #fgI18NState is 1.
     bool isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const;
-    /// Whether this string begins `full` and has at least `minLength` bytes; 0 allows any number.
+    /// Whether this string is a prefix of `full` and has at least `minLength` bytes; 0 allows any length.
     template <class T, class = kelcl::IfText<T>>
     bool isAbbrevFor(T const& full, unsigned int minLength = 0) const;
     /// Whether the whole string matches `pattern`, byte by byte.
@@ -525,14 +525,14 @@ public:
     /// @name Forward search
     /// The first position at or after `startPos` (0 counts as 1), or 0 when there is none. In a multi-byte
     /// locale matches begin where characters do, and sets consist of characters. An empty text is never
-    /// found; outside an empty set is every character.
+    /// found; every character is outside an empty set.
     /// @code
     /// DString const path("/usr/share/doc");
     /// std::cout << path.indexOf('/') << path.indexOf('/', 2) << path.indexOf("lib") << '\n'; // 150
-    /// std::cout << path.indexOfAnyOf("xyzr") << ' ' << path.indexOfAnyBut("/usr") << '\n'; // 4 7
+    /// std::cout << path.indexOfAnyOf("xyzr") << ' ' << path.indexOfAnyBut("/usr") << '\n';   // 4 7
     /// DStringTest const isLetter(std::isalpha);
     /// std::cout << path.indexOf(isLetter) << ' ' << path.indexOfAnyBut(isLetter, 2) << '\n'; // 2 5
-    /// std::cout << path.includes("share") << path.includes('x') << '\n'; // 10
+    /// std::cout << path.includes("share") << path.includes('x') << '\n';                     // 10
     /// @endcode
     /// @{
 
@@ -560,7 +560,8 @@ public:
 
     /// Finds a byte other than `c`.
     ///
-    /// In a multi-byte locale a byte that only begins a character is equal to none, so the start is found.
+    /// In a multi-byte locale a `c` that can only begin a longer character equals no character, so the
+    /// start itself is found.
     unsigned int indexOfAnyBut(char c, unsigned int startPos = 1) const {
         return buffer()->indexOfAnyBut(&c, 1, startPos);
     }
@@ -587,8 +588,8 @@ public:
     /// forward searches these find nothing from a `startPos` of 0; one past the end counts as the end.
     /// @code
     /// DString const path("/usr/share/doc  ");
-    /// std::cout << path.lastIndexOf('/') << ' ' << path.lastIndexOf('/', 10) << '\n'; // 11 5
-    /// std::cout << path.lastIndexOf("usr") << ' ' << path.lastIndexOf('/', 0) << '\n'; // 2 0
+    /// std::cout << path.lastIndexOf('/') << ' ' << path.lastIndexOf('/', 10) << '\n';         // 11 5
+    /// std::cout << path.lastIndexOf("usr") << ' ' << path.lastIndexOf('/', 0) << '\n';        // 2 0
     /// std::cout << path.lastIndexOfAnyOf("rs") << ' ' << path.lastIndexOfAnyBut(' ') << '\n'; // 9 14
     /// @endcode
     /// @{
@@ -615,7 +616,8 @@ public:
 
     /// Finds a byte other than `c`.
     ///
-    /// In a multi-byte locale nothing is found for a byte that only begins a character, unlike forwards.
+    /// In a multi-byte locale a `c` that can only begin a longer character finds nothing, unlike with
+    /// `indexOfAnyBut`.
     unsigned int lastIndexOfAnyBut(char c, unsigned int startPos = 0xFFFFFFFF) const {
         return buffer()->lastIndexOfAnyBut(&c, 1, startPos);
     }
@@ -632,9 +634,9 @@ public:
     /// `indexOf` finds them.
     /// @code
     /// DString const text("aaaa-bb");
-    /// std::cout << text.occurrencesOf('a') << text.occurrencesOf("") << '\n';        // 40
-    /// std::cout << text.occurrencesOf("aa") << text.occurrencesOf("aa", 2) << '\n';  // 21
-    /// std::cout << text.occurrencesOf(DStringTest(std::isalpha)) << '\n';            // 6
+    /// std::cout << text.occurrencesOf('a') << text.occurrencesOf("") << '\n';       // 40
+    /// std::cout << text.occurrencesOf("aa") << text.occurrencesOf("aa", 2) << '\n'; // 21
+    /// std::cout << text.occurrencesOf(DStringTest(std::isalpha)) << '\n';           // 6
     /// @endcode
     /// @{
 
@@ -655,8 +657,8 @@ public:
     /// form returns a new string and leaves its argument alone.
     /// @code
     /// DString const name("Ada");
-    /// std::cout << DString::upperCase(name) << ' ' << name << '\n';  // ADA Ada
-    /// std::cout << DString(name).lowerCase().reverse() << '\n';      // ada
+    /// std::cout << DString::upperCase(name) << ' ' << name << '\n'; // ADA Ada
+    /// std::cout << DString(name).lowerCase().reverse() << '\n';     // ada
     /// @endcode
     /// @{
 
@@ -680,12 +682,12 @@ public:
     /// @endcode
     /// @{
 
-    /// Replaces each character of `inputChars` by the one at the same place of `outputChars`, or by
-    /// `padCharacter` where that is shorter. Of a character that stands in `inputChars` twice the first
-    /// place counts.
+    /// Replaces each character of `inputChars` with the one at the same place in `outputChars`, or with
+    /// `padCharacter` where that is shorter. If a character stands in `inputChars` twice, its first place
+    /// counts.
     DString& translate(char const* inputChars, unsigned int inputLength, char const* outputChars,
                        unsigned int outputLength, char padCharacter = ' ');
-    /// Replaces each character of one text by that of another, as the counted form does.
+    /// Replaces each character of one text with that of another, as the counted form does.
     template <class T, class U, class = kelcl::IfText<T>, class = kelcl::IfText<U>>
     DString& translate(T const& inputChars, U const& outputChars, char padCharacter = ' ');
 
@@ -718,11 +720,11 @@ public:
     /// @name Insertion and overlay
     /// By design `insert` puts the text *after* the byte of the given number, `overlayWith` begins *at* it.
     /// @code
-    /// std::cout << DString("abc").insert("XY") << '\n';                   // XYabc
-    /// std::cout << DString("abc").insert("XY", 2) << '\n';                // abXYc
-    /// std::cout << DString("abc").insert("XY", 5, '.') << '\n';            // abc..XY
-    /// std::cout << DString("abcdef").overlayWith("XY", 2) << '\n';         // aXYdef
-    /// std::cout << DString("abc").overlayWith("XY", 6, '.') << '\n';       // abc..XY
+    /// std::cout << DString("abc").insert("XY") << '\n';              // XYabc
+    /// std::cout << DString("abc").insert("XY", 2) << '\n';           // abXYc
+    /// std::cout << DString("abc").insert("XY", 5, '.') << '\n';      // abc..XY
+    /// std::cout << DString("abcdef").overlayWith("XY", 2) << '\n';   // aXYdef
+    /// std::cout << DString("abc").overlayWith("XY", 6, '.') << '\n'; // abc..XY
     /// @endcode
     /// @{
 
@@ -752,11 +754,11 @@ public:
     /// Fields of `width` bytes, in which the text is cut or padded to fit. What is left of a cut character
     /// becomes pad characters.
     /// @code
-    /// std::cout << '<' << DString("ab").leftJustify(4) << ">\n";      // <ab  >
-    /// std::cout << DString("7").rightJustify(3, '0') << '\n';         // 007
-    /// std::cout << DString("2024").rightJustify(2) << '\n';           // 24
-    /// std::cout << DString("mid").center(8, '.') << '\n';             // ..mid...
-    /// std::cout << DString::center(DString("abcde"), 2) << '\n';      // bc
+    /// std::cout << '<' << DString("ab").leftJustify(4) << ">\n"; // <ab  >
+    /// std::cout << DString("7").rightJustify(3, '0') << '\n';    // 007
+    /// std::cout << DString("2024").rightJustify(2) << '\n';      // 24
+    /// std::cout << DString("mid").center(8, '.') << '\n';        // ..mid...
+    /// std::cout << DString::center(DString("abcde"), 2) << '\n'; // bc
     /// @endcode
     /// @{
 
@@ -774,12 +776,12 @@ public:
     /// @name Repetition, replacement and removal
     /// The static forms return a new string and leave `source` alone.
     /// @code
-    /// std::cout << DString("ab").copy(3) << '\n';                        // ababab
-    /// std::cout << DString("aaaa").change("aa", "b") << '\n';            // bb
+    /// std::cout << DString("ab").copy(3) << '\n';                           // ababab
+    /// std::cout << DString("aaaa").change("aa", "b") << '\n';               // bb
     /// std::cout << DString("one two two").change("two", "2", 1, 1) << '\n'; // one 2 two
-    /// std::cout << DString("abcdef").remove(2, 3) << '\n';               // aef
+    /// std::cout << DString("abcdef").remove(2, 3) << '\n';                  // aef
     /// DString const path("/usr/share");
-    /// std::cout << DString::remove(path, 1, 5) << ' ' << path << '\n';   // share /usr/share
+    /// std::cout << DString::remove(path, 1, 5) << ' ' << path << '\n';      // share /usr/share
     /// @endcode
     /// @{
 
@@ -787,7 +789,7 @@ public:
     /// @throws DInvalidRequest (message 1010, recoverable) when the result would be too long.
     DString& copy(unsigned int numCopies);
 
-    /// Replaces `pattern` by `replacement`, up to `numChanges` times from `startPos` (0 counts as 1) on.
+    /// Replaces `pattern` with `replacement`, up to `numChanges` times from `startPos` (0 counts as 1) on.
     ///
     /// Occurrences do not overlap, and what was replaced is not searched again. An empty pattern is never
     /// found.
@@ -795,7 +797,7 @@ public:
     DString& change(char const* pattern, unsigned int patternLength, char const* replacement,
                     unsigned int replacementLength, unsigned int startPos = 1,
                     unsigned int numChanges = 0xFFFFFFFF);
-    /// Replaces `pattern` by `replacement`, as the counted form does.
+    /// Replaces `pattern` with `replacement`, as the counted form does.
     template <class T, class U, class = kelcl::IfText<T>, class = kelcl::IfText<U>>
     DString& change(T const& pattern, U const& replacement, unsigned int startPos = 1,
                     unsigned int numChanges = 0xFFFFFFFF);
@@ -840,7 +842,7 @@ public:
     /// DString text("abc");
     /// text += "def";
     /// text += '!';
-    /// std::cout << text << ' ' << text.length() << '\n';    // abcdef! 7
+    /// std::cout << text << ' ' << text.length() << '\n';            // abcdef! 7
     /// std::cout << '<' + text.remove(4) + std::string(">") << '\n'; // <abc>
     /// @endcode
     /// @{
@@ -910,8 +912,8 @@ public:
     /// Removes `count` words from word `first` on, each with the separators after it. A `first` of 0
     /// removes nothing.
     DString& removeWords(unsigned int first, unsigned int count = 1);
-    /// Joins the words by `n` copies of `c`, with none at the ends. A text of separators only becomes
-    /// empty.
+    /// Joins the words with `n` copies of `c` between them and none at the ends. A text of separators only
+    /// becomes empty.
     /// @throws DInvalidRequest (message 1010, recoverable) when the result would be too long.
     DString& space(unsigned int n = 1, char c = ' ');
 
@@ -949,7 +951,7 @@ public:
     DString& d2c();
     /// Multiplies the decimal number by 256 and adds `byte`.
     ///
-    /// The text grows by three digits, less those leading zeros that it has, and may begin with zeros.
+    /// The text grows by three digits, fewer if it has leading zeros, and may begin with zeros.
     DString& decimalMath(unsigned char byte);
     /// Multiplies the number in the bytes by 10 and adds `digit`. A zero byte may come in front.
     DString& binaryMath(unsigned char digit);
@@ -1032,10 +1034,10 @@ public:
     /// Reading never throws of its own accord: the stream's state tells what happened.
     /// @code
     /// std::istringstream in("first line\nsecond line");
-    /// std::cout << DString::lineFrom(in) << '\n';                  // first line
+    /// std::cout << DString::lineFrom(in) << '\n';                             // first line
     /// DString word;
     /// in >> word;
-    /// std::cout << word << '\n';                                   // second
+    /// std::cout << word << '\n';                                              // second
     /// std::cout << '<' << DString::lineFrom(in) << "> " << in.fail() << '\n'; // < line> 1
     /// @endcode
     /// @{
@@ -1061,6 +1063,13 @@ protected:
     /// @name For derived classes
     /// The forms of `initBuffer` replace the text without releasing the old one, whose reference the caller
     /// has taken over or given up. The new text has the class of the old one's buffer.
+    /// @code
+    /// class UpperCaseLetters : public DString {
+    /// public:
+    ///     explicit UpperCaseLetters(char const* text) : DString(text) { applyBitOp("\xDF", 1, bitAnd); }
+    /// };
+    /// std::cout << UpperCaseLetters("name") << '\n'; // NAME
+    /// @endcode
     /// @{
 
     /// Makes the text the number in decimal.
