@@ -1,5 +1,6 @@
-// DString, the value-semantics string: construction, reading, searching, editing, words, radix and bit
-// operations. The buffers behind it are in dbuffer.h; dates, times and tracing have headers of their own.
+/// @file
+/// DString, the value-semantics string: construction, reading, searching, editing, words, radix and bit
+/// operations. The buffers behind it are in dbuffer.h; dates, times and tracing have headers of their own.
 #ifndef KELCL_DSTRING_H
 #define KELCL_DSTRING_H
 
