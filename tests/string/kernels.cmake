@@ -6,8 +6,9 @@ list(TRANSFORM kernel_tests APPEND .cpp)
 
 if(KELCL_SANITIZERS)
     # Their plain models do so much that optimising them pays even there.
-    set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/kernels_wildcard.cpp ${CMAKE_CURRENT_LIST_DIR}/kernels_decimal.cpp
-        PROPERTIES COMPILE_OPTIONS -O1)
+    foreach(test IN ITEMS decimal search set wildcard)
+        set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/kernels_${test}.cpp PROPERTIES COMPILE_OPTIONS -O1)
+    endforeach()
 endif()
 
 kelcl_add_internal_test(kernels SOURCES ${kernel_tests} TIMEOUT 1200) # long only where lines are counted
