@@ -15,7 +15,7 @@ knots='string/self_description.cpp.o'
     echo "usage: check_rooms.sh SOURCES OBJECTS|- ROOM ROOM..." >&2
     exit 2
 }
-sources=$1
+sources=$(cd "$1" && pwd)
 objects=$2
 shift 2
 
@@ -34,7 +34,10 @@ symbols() {
         cat
     else
         cd "$objects"
-        find . -name '*.o' | sort | xargs nm -A -P
+        find . -name '*.o' | sort | while read -r object; do
+            # An object without a source is left from an older state of the tree.
+            [ ! -f "$sources/${object%.o}" ] || echo "$object"
+        done | xargs nm -A -P
     fi
 }
 

@@ -79,4 +79,17 @@ echo '#include "second/b.h"' >"$work/first/a.h"
 says 1 'first/a.h:1:#include "second/b.h"' <<END
 $knot
 END
+rm "$work/first/a.h"
+
+# Of a folder of objects only those are read whose sources are there. Two that are no objects tell which were looked at.
+mkdir -p "$work/objects/first"
+echo >"$work/objects/first/there.cpp.o"
+echo >"$work/objects/first/gone.cpp.o"
+echo >"$work/first/there.cpp"
+printed=$(sh "$check" "$work" "$work/objects" first second string 2>&1) || true
+case $printed in
+*gone.cpp.o*) echo "an object without a source is read" && failures=$((failures + 1)) ;;
+*there.cpp.o*) ;;
+*) echo "an object with a source is not read: $printed" && failures=$((failures + 1)) ;;
+esac
 [ $failures -eq 0 ]
