@@ -8,6 +8,7 @@
 #include "bytes/decimal.h"
 #include "bytes/digits.h"
 #include "bytes/wildcard.h"
+#include "bytes/word_separators.h"
 
 #include <benchmark/benchmark.h>
 
