@@ -4,3 +4,7 @@
     s/^struct std::/struct /
     s/^};/}; }/
 }
+# What a reader need not know ends a header; the line that stays closes the include guard.
+/^\/\/ Implementation details only past this point\.$/,$ {
+    $!d
+}
