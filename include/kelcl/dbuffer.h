@@ -467,10 +467,12 @@ private:
     static constexpr unsigned int pinned = 0x80000000;
 
     KELCL_LOCAL static bool processHasOneThread() noexcept;
+
     // Out of line, so that what every string's destructor has in line stays small.
     KELCL_LOCAL __attribute__((noinline)) void destroy() noexcept {
         if (length != 0 || !pinIfSharedEmpty()) delete this;
     }
+
     KELCL_LOCAL bool pinIfSharedEmpty() noexcept;
 };
 
