@@ -4,7 +4,3 @@
     s/^struct std::/struct /
     s/^};/}; }/
 }
-# What a reader need not know ends a header; the line that stays closes the include guard.
-/^\/\/ Implementation details only past this point\.$/,$ {
-    $!d
-}

@@ -477,6 +477,7 @@ private:
 };
 
 // Implementation details only past this point.
+/// @cond
 
 #if __has_include(<sys/single_threaded.h>)
 #include <sys/single_threaded.h>
@@ -521,5 +522,7 @@ inline bool DBuffer::pinIfSharedEmpty() noexcept {
 }
 
 #undef KELCL_HAS_SINGLE_THREADED
+
+/// @endcond
 
 #endif

@@ -269,6 +269,8 @@ private:
 // The arithmetic stands here for hosts to compile in. Years n are counted from -4713 (n = 0), so that there
 // is no gap between -1 and 1 and n is divisible by 4 exactly in the Julian leap years.
 
+/// @cond
+
 namespace kelcl {
 
 /// The days before each month; the thirteenth entry is the year's length.
@@ -404,5 +406,7 @@ constexpr DCnrDate DDate::asICnrDate() const noexcept {
     return {static_cast<std::uint8_t>(date.day), static_cast<std::uint8_t>(date.month),
             static_cast<std::uint16_t>(date.year)};
 }
+
+/// @endcond
 
 #endif
