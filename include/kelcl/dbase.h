@@ -75,7 +75,7 @@ private:
     static char* msgFile;
 };
 
-/// Root of the classes with virtual functions: what it is given out as, an object shows itself as what it is.
+/// Root of the classes with virtual functions: passed on as a DVBase, an object still shows what it is.
 ///
 /// Include <kelcl/dstring.h> to derive from it.
 ///

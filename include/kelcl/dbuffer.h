@@ -193,7 +193,7 @@ public:
     /// gives 1.
     ///
     /// Collates through the locale if DString::fgI18NState is 1, else compares bytes, where a prefix sorts
-    /// first. Collation goes NUL by NUL and copies what is not NUL-terminated; it answers 2 if out of memory.
+    /// first. Collation takes the pieces between NULs one by one, and returns 2 if out of memory.
     /// @throws DInvalidRequest (recoverable) if collation fails; its id is the `errno` value.
     virtual int compare(void const* other, unsigned int otherLength) const;
 
@@ -281,25 +281,25 @@ public:
     /// What is found lies wholly inside the text, at or after startSearch().
     /// @{
 
-    /// The first position at or after `start` (0 counts as 1) where the pattern stands. An empty pattern is
-    /// found nowhere.
+    /// The first position at or after `start` (0 counts as 1) where the pattern stands, else 0. An empty
+    /// pattern is found nowhere.
     virtual unsigned int indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const;
 
     /// The same as indexOfAnyOf() with a test.
     virtual unsigned int indexOf(DStringTest const& test, unsigned int start) const;
 
-    /// The first position at or after `start` (0 counts as 1) of a byte outside the set. With an empty set
-    /// the start itself.
+    /// The first position at or after `start` (0 counts as 1) of a byte outside the set, else 0. With an
+    /// empty set the start itself.
     virtual unsigned int indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const;
 
-    /// The first position at or after `start` (0 counts as 1) of a byte that the test rejects.
+    /// The first position at or after `start` (0 counts as 1) of a byte that the test rejects, else 0.
     virtual unsigned int indexOfAnyBut(DStringTest const& test, unsigned int start) const;
 
-    /// The first position at or after `start` (0 counts as 1) of a byte of the set. An empty set finds
-    /// nothing.
+    /// The first position at or after `start` (0 counts as 1) of a byte of the set, else 0. An empty set
+    /// finds nothing.
     virtual unsigned int indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const;
 
-    /// The first position at or after `start` (0 counts as 1) of a byte that the test accepts.
+    /// The first position at or after `start` (0 counts as 1) of a byte that the test accepts, else 0.
     virtual unsigned int indexOfAnyOf(DStringTest const& test, unsigned int start) const;
     /// @}
 
@@ -308,24 +308,25 @@ public:
     /// finds nothing.
     /// @{
 
-    /// The last position at or before `start` where the pattern stands. An empty pattern is found nowhere.
+    /// The last position at or before `start` where the pattern stands, else 0. An empty pattern is found
+    /// nowhere.
     virtual unsigned int lastIndexOf(char const* pattern, unsigned int patternLength,
                                      unsigned int start) const;
 
     /// The same as lastIndexOfAnyOf() with a test.
     virtual unsigned int lastIndexOf(DStringTest const& test, unsigned int start) const;
 
-    /// The last position at or before `start` of a byte outside the set. With an empty set the start, at most
-    /// the length.
+    /// The last position at or before `start` of a byte outside the set, else 0. With an empty set the start,
+    /// at most the length.
     virtual unsigned int lastIndexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const;
 
-    /// The last position at or before `start` of a byte that the test rejects.
+    /// The last position at or before `start` of a byte that the test rejects, else 0.
     virtual unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const;
 
-    /// The last position at or before `start` of a byte of the set. An empty set finds nothing.
+    /// The last position at or before `start` of a byte of the set, else 0. An empty set finds nothing.
     virtual unsigned int lastIndexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const;
 
-    /// The last position at or before `start` of a byte that the test accepts.
+    /// The last position at or before `start` of a byte that the test accepts, else 0.
     virtual unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const;
     /// @}
 

@@ -194,7 +194,7 @@ public:
     ///
     /// The text comes from `strftime`, after `mktime` has filled in what the date does not say. The C library
     /// knows only the Gregorian calendar, so 29 February 1700 comes out as 1 March. If the format has a `y`
-    /// anywhere, a year before 1900 is passed so that `%y` shows its last two digits; other conversions of
+    /// anywhere, a year before 1900 is passed so that a two-digit year comes out right; other conversions of
     /// the year are then 1900 too high.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DString asString(YearFormat format = localeYear) const;

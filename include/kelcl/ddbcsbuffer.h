@@ -143,30 +143,31 @@ public:
     /// A search begins at startSearch() and finds the starts of characters. Sets are characters too.
     /// @{
 
-    /// The first character at or after `start` (0 counts as 1) with which the pattern begins, compared byte
-    /// for byte. A pattern of one byte is a set of one.
+    /// The start of the first character at or after `start` (0 counts as 1) with which the pattern begins,
+    /// compared byte for byte, else 0. A pattern of one byte is a set of one.
     unsigned int indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const override;
 
     /// The same as indexOfAnyOf() with a test; with the switch off as DBuffer has it.
     unsigned int indexOf(DStringTest const& test, unsigned int start) const override;
 
-    /// The first character at or after `start` (0 counts as 1) that is not in the set. With an empty set the
-    /// start itself.
+    /// The start of the first character at or after `start` (0 counts as 1) that is not in the set, else 0.
+    /// With an empty set the start itself.
     ///
     /// A set of one byte with which a longer character begins equals no character: it gives the start.
     unsigned int indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const override;
 
-    /// The first character at or after `start` (0 counts as 1) that the test rejects: its wide value, or its
-    /// first byte with the switch off.
+    /// The start of the first character at or after `start` (0 counts as 1) that the test rejects (its wide
+    /// value, or its first byte with the switch off), else 0.
     unsigned int indexOfAnyBut(DStringTest const& test, unsigned int start) const override;
 
-    /// The first character at or after `start` (0 counts as 1) that is in the set. An empty set finds
-    /// nothing.
+    /// The start of the first character at or after `start` (0 counts as 1) that is in the set, else 0. An
+    /// empty set finds nothing.
     ///
     /// A set of one byte finds characters that begin with it.
     unsigned int indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const override;
 
-    /// The first character at or after `start` (0 counts as 1) whose wide value the test accepts.
+    /// The start of the first character at or after `start` (0 counts as 1) whose wide value the test
+    /// accepts, else 0.
     ///
     /// With the switch off the first byte that it accepts, which may lie inside a character: callers rely on
     /// it.
@@ -177,30 +178,32 @@ public:
     /// A search begins at startBackwardsSearch(). Unlike in a forward search, a `start` of 0 finds nothing.
     /// @{
 
-    /// The last character at or before `start` with which the pattern begins, compared byte for byte.
+    /// The start of the last character at or before `start` with which the pattern begins, compared byte for
+    /// byte, else 0.
     unsigned int lastIndexOf(char const* pattern, unsigned int patternLength,
                              unsigned int start) const override;
 
     /// The same as lastIndexOfAnyOf() with a test; with the switch off as DBuffer has it.
     unsigned int lastIndexOf(DStringTest const& test, unsigned int start) const override;
 
-    /// The last character at or before `start` that is not in the set. With an empty set the start, at most
-    /// the length, moved to the start of its character.
+    /// The start of the last character at or before `start` that is not in the set, else 0. With an empty set
+    /// the start, at most the length, moved to the start of its character.
     ///
     /// A set of one byte with which a longer character begins gives 0, unlike in the forward search: callers
     /// rely on it.
     unsigned int lastIndexOfAnyBut(char const* set, unsigned int setLength,
                                    unsigned int start) const override;
 
-    /// The last character at or before `start` that the test rejects: its wide value, or its first byte with
-    /// the switch off.
+    /// The start of the last character at or before `start` that the test rejects (its wide value, or its
+    /// first byte with the switch off), else 0.
     unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const override;
 
-    /// The last character at or before `start` that is in the set. An empty set finds nothing.
+    /// The start of the last character at or before `start` that is in the set, else 0. An empty set finds
+    /// nothing.
     unsigned int lastIndexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const override;
 
-    /// The last character at or before `start` that the test accepts: its wide value, or its first byte with
-    /// the switch off.
+    /// The start of the last character at or before `start` that the test accepts (its wide value, or its
+    /// first byte with the switch off), else 0.
     unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const override;
     /// @}
 
@@ -308,8 +311,8 @@ public:
     /// 1 if the character that starts at byte `index` is one of the characters of the set, else 0.
     int isCharValid(unsigned int index, char const* set, unsigned int setLength) const;
 
-    /// The first character at or after `start` (0 counts as 1) whose wide value `test` rejects; whatever the
-    /// switch.
+    /// The start of the first character at or after `start` (0 counts as 1) whose wide value `test` rejects,
+    /// else 0; whatever the switch.
     unsigned int windexOfAnyBut(DStringTest const& test, unsigned int start) const;
     /// @}
 };

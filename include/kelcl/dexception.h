@@ -31,15 +31,15 @@ public:
                                  unsigned long lineNumber) noexcept
         : fileName_(fileName), functionName_(functionName), lineNumber_(lineNumber) {}
 
-    /// The file name as given; may be null.
+    /// The file name; may be null.
     constexpr char const* fileName() const noexcept { return fileName_; }
 
-    /// The function name as given, or "Unknown" when it is null; never null.
+    /// The function name, or "Unknown" when it is null; never null.
     constexpr char const* functionName() const noexcept {
         return functionName_ != nullptr ? functionName_ : "Unknown";
     }
 
-    /// The line number as given.
+    /// The line number; 0 for no position.
     constexpr unsigned long lineNumber() const noexcept { return lineNumber_; }
 
 private:
@@ -154,7 +154,8 @@ public:
 
     /// The text at `index`, 0 being the newest; null from textCount() on.
     ///
-    /// It belongs to the exception and is valid until that text is appended to or the exception is destroyed.
+    /// It belongs to the exception and is valid until that text is appended to, or the
+    /// exception is assigned to or destroyed.
     char const* text(unsigned long index) const noexcept;
 
     /// The number of texts.
@@ -238,7 +239,7 @@ public:
     /// Reports `exception`, and returns `*this`: its latest location, its error id, its group, and its texts
     /// from the oldest to the newest.
     ///
-    /// Each line is given to write() of the trace function that is current at that moment, which need not be
+    /// Each line is passed to write() of the trace function that is current at that moment, which need not be
     /// this object; exceptionLogged() of this object follows. Nothing is cut, and a null name or file name is
     /// shown as "Unknown". While it runs, the process's new-handler is taken out. If there is no memory for
     /// the line buffer, the report is written straight to standard error and exceptionLogged() is not called.

@@ -61,9 +61,9 @@ public:
     /// Makes a copy of `pattern` with its markers replaced: `%1` becomes `values[0]`, up to `%9` and `count`.
     ///
     /// The caller frees it with `delete[]`; null if out of memory. A null pattern counts as empty. Values are
-    /// inserted as they are; markers inside them are not replaced. A `%n` above `count` or whose value is
-    /// null,
-    /// `%0`, and any other `%` stay. `%%` stays as it is, and the character after it is no marker digit.
+    /// inserted as they are; markers inside them are not replaced. A marker above `count` or whose value is
+    /// null, `%0`, and any other `%` stay. `%%` stays as it is, and the character after it is no marker
+    /// digit.
     static char* replaceVars(char const* pattern, char const* const* values, unsigned long count) noexcept;
 
 private:

@@ -66,12 +66,14 @@ KELCL_EXPORT unsigned int insWCS2WCS(wchar_t* src, int srcLen, wchar_t* ins, int
 /// @}
 
 /// @name Positions
-/// Byte positions and character numbers, both 1-based. 0 for a null text, a position of 0 or past `len`, and
-/// if bytes that are no character come before the answer. At the end of the text up to MB_CUR_MAX - 1 bytes
-/// after it are looked at: a NUL there is enough. Each walks from the start of the text.
+/// Byte positions and character numbers, both 1-based. Each function walks from the start of the text.
 /// @{
 
-/// Where character number `charNum` starts; 0 if there are fewer characters.
+/// The byte position at which character number `charNum` starts, else 0.
+///
+/// Like its companions it returns 0 for a null text, a number or position of 0 or outside the text, and if
+/// bytes that are no character come before the answer. At the end of the text up to MB_CUR_MAX - 1 bytes
+/// after it are looked at: a NUL there is enough.
 ///
 /// @code
 /// std::setlocale(LC_ALL, "en_US.UTF-8");
@@ -83,16 +85,17 @@ KELCL_EXPORT unsigned int insWCS2WCS(wchar_t* src, int srcLen, wchar_t* ins, int
 /// @endcode
 KELCL_EXPORT unsigned int findBytePos(char const* s, unsigned int len, unsigned int charNum);
 
-/// The number of the character that contains byte `bytePos`.
+/// The number of the character that contains byte `bytePos`, else 0; see findBytePos().
 KELCL_EXPORT unsigned int findCharNum(char const* s, unsigned int len, unsigned int bytePos);
 
-/// Where the character that contains byte `bytePos` starts.
+/// The byte position at which the character that contains byte `bytePos` starts, else 0; see findBytePos().
 KELCL_EXPORT unsigned int findCurPos(char const* s, unsigned int len, unsigned int bytePos);
 
-/// Where the character after the one that contains byte `bytePos` starts; 0 after the last.
+/// The byte position at which the character after the one that contains byte `bytePos` starts; 0 after the
+/// last, and as findBytePos() has it.
 KELCL_EXPORT unsigned int findNextPos(char const* s, unsigned int len, unsigned int bytePos);
 
-/// The number of the first character that starts at or after byte `bytePos`; 0 if there is none.
+/// The number of the first character that starts at or after byte `bytePos`, else 0; see findBytePos().
 KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsigned int bytePos);
 /// @}
 
@@ -105,7 +108,7 @@ KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsig
 /// Writes the piece from byte `start` to the end to `out` and returns the bytes written; 0 if `start` is past
 /// the end.
 ///
-/// `out` has room for twice the piece. No NUL is added.
+/// `out` has room for twice the piece. The bytes of a cut character become `padChar`. No NUL is added.
 /// @throws DInvalidRequest (message 1012, unrecoverable) at bytes after the start that are no character;
 /// (text "cvtWCS2MBS", id 0, recoverable) at a character that does not convert back.
 KELCL_EXPORT unsigned int getRemainString(char const* s, unsigned int len, unsigned int start, char padChar,
@@ -113,7 +116,7 @@ KELCL_EXPORT unsigned int getRemainString(char const* s, unsigned int len, unsig
 
 /// Writes exactly `count` bytes from byte `start` on to `out`, padded on the right, and returns `out`.
 ///
-/// No NUL is added.
+/// The bytes of a character that is cut at either end become `padChar`. No NUL is added.
 /// @throws DInvalidRequest (message 1012, unrecoverable) at bytes after the start that are no character;
 /// (text "cvtWCS2MBS", id 0, recoverable) at a character that does not convert back.
 KELCL_EXPORT char* getSubString(char const* s, unsigned int len, unsigned int start, char padChar, char* out,
@@ -168,28 +171,30 @@ public:
     /// How many characters there are.
     unsigned int length;
 
-    /// The first position at or after `start` where the pattern stands. An empty pattern is found nowhere.
+    /// The first position at or after `start` where the pattern stands, else 0. An empty pattern is found
+    /// nowhere.
     ///
     /// What follows a NUL of the pattern must fit, but is not compared.
     unsigned int positionOf(DWBuffer const& pattern, unsigned int start) const;
 
-    /// The first position at or after `start` of a character of the set. An empty set finds nothing.
+    /// The first position at or after `start` of a character of the set, else 0. An empty set finds nothing.
     unsigned int positionOfAnyOf(DWBuffer const& set, unsigned int start) const;
 
-    /// The first position at or after `start` of a character outside the set. With an empty set the start
-    /// itself.
+    /// The first position at or after `start` of a character outside the set, else 0. With an empty set the
+    /// start itself.
     unsigned int positionOfAnyBut(DWBuffer const& set, unsigned int start) const;
 
-    /// The last position at or before `start` where the pattern stands. An empty pattern is found nowhere.
+    /// The last position at or before `start` where the pattern stands, else 0. An empty pattern is found
+    /// nowhere.
     ///
     /// What follows a NUL of the pattern must fit, but is not compared.
     unsigned int lastPositionOf(DWBuffer const& pattern, unsigned int start) const;
 
-    /// The last position at or before `start` of a character of the set. An empty set finds nothing.
+    /// The last position at or before `start` of a character of the set, else 0. An empty set finds nothing.
     unsigned int lastPositionOfAnyOf(DWBuffer const& set, unsigned int start) const;
 
-    /// The last position at or before `start` of a character outside the set. With an empty set the smaller
-    /// of the start and the length.
+    /// The last position at or before `start` of a character outside the set, else 0. With an empty set the
+    /// smaller of the start and the length.
     unsigned int lastPositionOfAnyBut(DWBuffer const& set, unsigned int start) const;
 
     /// Whether one of the characters is `wc`.
