@@ -1,4 +1,5 @@
-// DDate, a calendar date, and DCnrDate, its packed record. Times of day are in dtime.h.
+/// @file
+/// DDate, a calendar date, and DCnrDate, its packed record. Times of day are in dtime.h.
 #ifndef KELCL_DDATE_H
 #define KELCL_DDATE_H
 
@@ -8,10 +9,21 @@
 #include <cstdint>
 #include <iosfwd>
 
-/// A date as a record of four bytes. Years are from 0 to 65535.
+/// A date as a record of four bytes, for files and messages.
+///
+/// Nothing checks the fields; ask DDate::isValid() about a record that comes from elsewhere. The year is in
+/// the byte order of the machine and ranges from 0 to 65535.
+///
+/// @code
+/// DCnrDate const record = DDate(DDate::March, 1, 2024).asICnrDate();
+/// std::cout << sizeof(record) << ' ' << DDate(record).asString("%Y-%m-%d") << '\n'; // 4 2024-03-01
+/// @endcode
 struct __attribute__((packed)) DCnrDate {
-    std::uint8_t day;   ///< From 1.
-    std::uint8_t month; ///< 1 to 12.
+    /// The day of the month, from 1.
+    std::uint8_t day;
+    /// The month, 1 to 12.
+    std::uint8_t month;
+    /// The year; of one that needs more than 16 bits only the low 16.
     std::uint16_t year;
 };
 static_assert(sizeof(DCnrDate) == 4, "the record has no gaps");
@@ -20,10 +32,11 @@ static_assert(sizeof(DCnrDate) == 4, "the record has no gaps");
 ///
 /// Up to 2 September 1752 (day number 2361221) the Julian calendar applies, from 14 September 1752 (2361222)
 /// the Gregorian one; the days between do not exist. Year -1 is the year before year 1. Day number 0 is 1
-/// January -4713, a Monday. Days before it are counted backwards: their numbers are negative and kept as
-/// `unsigned long` keeps them.
+/// January -4713, a Monday. Earlier days have negative numbers, kept as `unsigned long` keeps them.
 ///
-/// Years are exact as far as they fit an `int`. Only what makes a text can throw, as strings do.
+/// A date is a plain value that owns nothing: copy it freely, pass it by value. Making and comparing dates
+/// takes a few arithmetic operations and is done at compile time where the arguments are constants. Years are
+/// exact as long as they fit an `int`. Only what makes a text can throw; it reads the process's locale.
 ///
 /// @code
 /// DDate const due = DDate(DDate::January, 31, 2024) + 30;
@@ -34,122 +47,212 @@ static_assert(sizeof(DCnrDate) == 4, "the record has no gaps");
 /// @endcode
 class KELCL_EXPORT DDate {
 public:
+    /// The months by the numbers that people give them.
     enum Month : int {
+        /// Month 1.
         January = 1,
+        /// Month 2.
         February,
+        /// Month 3.
         March,
+        /// Month 4.
         April,
+        /// Month 5.
         May,
+        /// Month 6.
         June,
+        /// Month 7.
         July,
+        /// Month 8.
         August,
+        /// Month 9.
         September,
+        /// Month 10.
         October,
+        /// Month 11.
         November,
+        /// Month 12.
         December
     };
-    enum DayOfWeek : int { Monday = 0, Tuesday, Wednesday, Thursday, Friday, Saturday, Sunday };
-    /// The locale's date format as it stands, or with every `y` turned into `Y`.
-    enum YearFormat : int { localeYear = 0, fourDigitYear = 1 };
+
+    /// The days of the week, counted from Monday: julianDay() modulo 7, from day number 0 on.
+    enum DayOfWeek : int {
+        /// Day 0 of the week.
+        Monday = 0,
+        /// Day 1 of the week.
+        Tuesday,
+        /// Day 2 of the week.
+        Wednesday,
+        /// Day 3 of the week.
+        Thursday,
+        /// Day 4 of the week.
+        Friday,
+        /// Day 5 of the week.
+        Saturday,
+        /// Day 6 of the week.
+        Sunday
+    };
+
+    /// How asString() shows the year.
+    enum YearFormat : int {
+        /// The locale's date format as it stands.
+        localeYear = 0,
+        /// The locale's date format with every `y` turned into `Y`.
+        fourDigitYear = 1
+    };
 
     /// @name Rules of the calendar
     /// @{
-    /// Whether `year` is divisible by 4 and, from 1752 on, either by 400 or not by 100. Also for years before
-    /// 1, where the day arithmetic has its own leap years: -1, -5, -9 ...
+
+    /// Whether `year` has a 29 February: divisible by 4 and, from 1752 on, by 400 or not by 100.
+    ///
+    /// The rule holds for years before 1 as well, although the day arithmetic has other leap years there: -1,
+    /// -5, -9 and so on.
     static constexpr bool isLeapYear(int year) noexcept;
-    /// 355 for 1752, else 366 or 365.
+
+    /// The number of days in `year`: 355 for 1752, else 366 or 365.
     static constexpr int daysInYear(int year) noexcept;
-    /// 19 for September 1752. 0 when `month` is not one of the twelve.
+
+    /// The number of days in a month: 19 for September 1752. 0 when `month` is not one of the twelve.
     static constexpr int daysInMonth(Month month, int year) noexcept;
-    /// Whether there is such a date.
+
+    /// Whether there is such a date. There is no year 0, and no 3 to 13 September 1752.
     static constexpr bool isValid(Month month, int day, int year) noexcept;
-    /// The locale's full name.
+
+    /// The locale's full name of `month`.
     static DString monthName(Month month);
-    /// The locale's full name.
+
+    /// The locale's full name of `day`.
     static DString dayName(DayOfWeek day);
     /// @}
 
     /// @name Construction
     /// @{
-    /// Day number 0.
+
+    /// Makes the date with day number 0, 1 January -4713.
     constexpr DDate() noexcept = default;
-    /// See `initialize`.
+
+    /// Makes a date from three values, which are not validated; see initialize().
     constexpr DDate(Month month, int day, int year) noexcept { initialize(month, day, year); }
-    /// Day `dayOfYear` of `year`, from 1; 1752 has 355. A day that the year does not have is taken as a day
-    /// of January, and so reaches into other years; in year 0 every day is.
+
+    /// Makes the date of day `dayOfYear` of `year`, from 1; 1752 has 355.
+    ///
+    /// A day that the year does not have is taken as a day of January and so reaches into other years; in
+    /// year 0 every day is.
     constexpr DDate(int dayOfYear, int year) noexcept;
+
+    /// Makes the date of a record, whose fields are not validated; see initialize().
     constexpr DDate(DCnrDate const& date) noexcept
         : DDate(static_cast<Month>(date.month), date.day, date.year) {}
-    /// The date of a day number.
+
+    /// The date with the given day number.
     static constexpr DDate fromJulianDay(unsigned long julianDay) noexcept;
-    /// The date of the moment in the zone of the process.
+
+    /// Today's date in the time zone of the process.
     static DDate today();
 
-    /// Makes this the date of the three values, which are not validated: days beyond a month reach into the
-    /// following ones (across September 1752 without counting the dropped days), 3 to 13 September 1752
-    /// become the 2nd. A month below 1 counts as January, one above 12 as the month after December. Year 0
-    /// counts as year 1 does.
+    /// Makes this the date of three values, which are not validated, and returns `*this`.
+    ///
+    /// Days past the end of a month reach into the following ones (across September 1752 without counting the
+    /// dropped days); 3 to 13 September 1752 become the 2nd. A month below 1 counts as January, one above 12
+    /// as the month after December. Year 0 counts as year 1 does.
     constexpr DDate& initialize(Month month, int day, int year) noexcept;
     /// @}
 
     /// @name Reading
     /// @{
-    /// The day number. Modulo 7 it is the DayOfWeek (from day number 0 on).
+
+    /// The day number: the days since 1 January -4713. Modulo 7 it is the DayOfWeek, from day number 0 on.
     constexpr unsigned long julianDay() const noexcept { return julianDay_; }
+
+    /// The year; never 0, -1 is the year before 1.
     constexpr int year() const noexcept;
+
+    /// The month.
     constexpr Month monthOfYear() const noexcept;
+
+    /// The day of the month, from 1.
     constexpr int dayOfMonth() const noexcept;
-    /// From 1. 14 September 1752 follows the 2nd here too.
+
+    /// The day of the year, from 1. 14 September 1752 follows the 2nd here too.
     constexpr int dayOfYear() const noexcept;
-    /// The record of the date; of a year only the low 16 bits.
+
+    /// The record of the date, with only the low 16 bits of the year.
     constexpr DCnrDate asICnrDate() const noexcept;
-    /// The locale's full names of the date's month and weekday.
-    /// @{
+
+    /// The locale's full name of the date's month.
     DString monthName() const;
+
+    /// The locale's full name of the date's weekday.
     DString dayName() const;
-    /// @}
     /// @}
 
     /// @name Formatting
-    /// The text comes from the C library's `strftime`, after `mktime` has filled in what the date does not
-    /// say: it knows only the Gregorian calendar, so 29 February 1700 comes out as 1 March. If the format has
-    /// a `y` anywhere, a year before 1900 is given to it so that `%y` shows its last two digits; other
-    /// conversions of the year are then 1900 too high.
     /// @{
-    /// In the locale's date format.
+
+    /// The date in the locale's date format.
+    ///
+    /// The text comes from `strftime`, after `mktime` has filled in what the date does not say. The C library
+    /// knows only the Gregorian calendar, so 29 February 1700 comes out as 1 March. If the format has a `y`
+    /// anywhere, a year before 1900 is passed so that a two-digit year comes out right; other conversions of
+    /// the year are then 1900 too high.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DString asString(YearFormat format = localeYear) const;
-    /// In a `strftime` format; null gives the empty string. A text of more than 64 MiB comes out empty.
+
+    /// The date in a `strftime` format, with the same limits. Null gives the empty string.
+    ///
+    /// A text of more than 64 MiB comes out empty.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DString asString(char const* format) const;
-    /// Writes the date in the locale's date format, as a DString is written.
+
+    /// Writes the date in the locale's date format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DDate const& date);
     /// @}
 
     /// @name Arithmetic and order, in days
     /// @{
+
+    /// The date `days` days later; earlier if negative.
     friend constexpr DDate operator+(DDate date, long days) noexcept {
         return fromJulianDay(date.julianDay_ + static_cast<unsigned long>(days));
     }
+
+    /// The date `days` days earlier; later if negative.
     friend constexpr DDate operator-(DDate date, long days) noexcept {
         return fromJulianDay(date.julianDay_ - static_cast<unsigned long>(days));
     }
+
+    /// The days from `right` to `left`; negative when `left` is the earlier date.
     friend constexpr long operator-(DDate left, DDate right) noexcept {
         return static_cast<long>(left.julianDay_ - right.julianDay_);
     }
+
+    /// Whether both are the same day.
     friend constexpr bool operator==(DDate left, DDate right) noexcept {
         return left.signedDay() == right.signedDay();
     }
+
+    /// Whether they are different days.
     friend constexpr bool operator!=(DDate left, DDate right) noexcept {
         return left.signedDay() != right.signedDay();
     }
+
+    /// Whether `left` is earlier.
     friend constexpr bool operator<(DDate left, DDate right) noexcept {
         return left.signedDay() < right.signedDay();
     }
+
+    /// Whether `left` is not later.
     friend constexpr bool operator<=(DDate left, DDate right) noexcept {
         return left.signedDay() <= right.signedDay();
     }
+
+    /// Whether `left` is later.
     friend constexpr bool operator>(DDate left, DDate right) noexcept {
         return left.signedDay() > right.signedDay();
     }
+
+    /// Whether `left` is not earlier.
     friend constexpr bool operator>=(DDate left, DDate right) noexcept {
         return left.signedDay() >= right.signedDay();
     }
@@ -161,11 +264,12 @@ private:
     constexpr std::int64_t signedDay() const noexcept { return static_cast<std::int64_t>(julianDay_); }
 };
 
-// The arithmetic
-// ----------------------------------------------------------------------------------------------
+// Implementation details only past this point.
 //
-// It stands here for hosts to compile in. Years n are counted from -4713 (n = 0), so that there is no gap
-// between -1 and 1 and n is divisible by 4 exactly in the Julian leap years.
+// The arithmetic stands here for hosts to compile in. Years n are counted from -4713 (n = 0), so that there
+// is no gap between -1 and 1 and n is divisible by 4 exactly in the Julian leap years.
+
+/// @cond
 
 namespace kelcl {
 
@@ -187,7 +291,7 @@ struct CalendarDate {
 /// The day number of a date.
 ///
 /// Before year n there are 365 n days and one for each of the leap years 0, 4, 8 ... below n, floor((n + 3) /
-/// 4) of them (the shift rounds down). Behind the switch the leap days of the centuries since 1700 that are
+/// 4) of them (the shift rounds down). After the switch the leap days of the centuries since 1700 that are
 /// none in the Gregorian calendar are taken away, and the days dropped.
 constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
     std::int64_t const wideYear = year;
@@ -302,5 +406,7 @@ constexpr DCnrDate DDate::asICnrDate() const noexcept {
     return {static_cast<std::uint8_t>(date.day), static_cast<std::uint8_t>(date.month),
             static_cast<std::uint16_t>(date.year)};
 }
+
+/// @endcond
 
 #endif

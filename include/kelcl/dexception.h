@@ -1,5 +1,6 @@
-// The exception model: source locations, the exception classes, and the trace functions that report an
-// exception before it is thrown. The throw helpers are in derrorinfo.h, the catalog texts in dmessagetext.h.
+/// @file
+/// The exception model: source locations, the exception classes, and the trace functions that report an
+/// exception before it is thrown. The throw helpers are in derrorinfo.h, the catalog texts in dmessagetext.h.
 #ifndef KELCL_DEXCEPTION_H
 #define KELCL_DEXCEPTION_H
 
@@ -9,11 +10,20 @@ namespace kelcl {
 class DExcText;
 }
 
-/// One source position. A plain value: the two names are neither copied nor owned, so pass string literals or
-/// other texts that outlive every exception that carries the location.
+/// One source position: where an exception was thrown, or where it passed.
+///
+/// A plain value. The two names are neither copied nor owned, so pass string literals or other texts that
+/// outlive every exception that carries the location. DEXCEPTION_LOCATION() makes one of the place where it
+/// stands.
+///
+/// @code
+/// DExceptionLocation const here("reader.cpp", nullptr, 12);
+/// std::cout << here.fileName() << ':' << here.lineNumber() << '\n'; // reader.cpp:12
+/// std::cout << here.functionName() << '\n'; // Unknown
+/// @endcode
 class KELCL_EXPORT DExceptionLocation {
 public:
-    /// No position: null names, line 0.
+    /// Makes no position: null names, line 0.
     constexpr DExceptionLocation() noexcept = default;
 
     /// Stores both pointers (either may be null) and the line number unchanged.
@@ -21,15 +31,15 @@ public:
                                  unsigned long lineNumber) noexcept
         : fileName_(fileName), functionName_(functionName), lineNumber_(lineNumber) {}
 
-    /// The file name as given; may be null.
+    /// The file name; may be null.
     constexpr char const* fileName() const noexcept { return fileName_; }
 
-    /// The function name as given, or "Unknown" when it is null; never null.
+    /// The function name, or "Unknown" when it is null; never null.
     constexpr char const* functionName() const noexcept {
         return functionName_ != nullptr ? functionName_ : "Unknown";
     }
 
-    /// The line number as given.
+    /// The line number; 0 for no position.
     constexpr unsigned long lineNumber() const noexcept { return lineNumber_; }
 
 private:
@@ -42,9 +52,12 @@ private:
 #define DEXCEPTION_LOCATION()                                                                                \
     DExceptionLocation(__FILE__, static_cast<char const*>(__func__), static_cast<unsigned long>(__LINE__))
 
-/// Root of everything that the library throws. An exception carries a stack of texts (newest first), up to
-/// five source locations, an error id, an error-code group and a severity. It is thrown by value; catch it by
-/// reference:
+/// Root of everything that the library throws.
+///
+/// An exception carries a stack of texts (newest first), up to five source locations, an error id, an
+/// error-code group and a severity. It is thrown by value; catch it by reference. A handler may add texts and
+/// locations before it rethrows. What the library throws has been reported once, through the trace function
+/// (see TraceFn), before it is thrown; a rethrow reports nothing.
 ///
 /// @code
 /// try {
@@ -58,76 +71,98 @@ private:
 /// }
 /// @endcode
 ///
-/// No operation of this class throws (assertParameter() apart). A text that cannot be stored for want of
-/// memory is left out, and the process's new-handler is not called while a text is being stored.
-///
-/// An exception object is for one thread at a time.
+/// No operation of this class throws, except assertParameter(). If out of memory, a text is left out; the
+/// process's new-handler is not called while a text is being stored. An exception owns its texts; the names
+/// in its locations and its group belong to others. It is for one thread at a time.
 class KELCL_EXPORT DException {
 public:
     /// Whether the program may go on. Every nonzero value counts as recoverable.
-    enum Severity : unsigned int { unrecoverable = 0, recoverable = 1 };
+    enum Severity : unsigned int {
+        /// The program should end; see terminate().
+        unrecoverable = 0,
+        /// The program may go on.
+        recoverable = 1
+    };
 
     class TraceFn;
 
-    /// Error-code groups: the layer that an error comes from.
-    ///@{
-    static char const* const baseLibrary;        ///< "Kel Class Library", the group of a new exception
-    static char const* const CLibrary;           ///< "Standard C Library"
-    static char const* const operatingSystem;    ///< "Operating System"
-    static char const* const presentationSystem; ///< "Presentation System"
-    static char const* const other;              ///< "Other Error Group"
-    ///@}
+    /// @name Error-code groups: the layer that an error comes from
+    /// @{
 
-    /// An exception with a private copy of \p text as its only text (null: no text), no location and the
-    /// group #baseLibrary.
+    /// "Kel Class Library", the group of a new exception.
+    static char const* const baseLibrary;
+    /// "Standard C Library", for errors known by `errno`.
+    static char const* const CLibrary;
+    /// "Operating System".
+    static char const* const operatingSystem;
+    /// "Presentation System".
+    static char const* const presentationSystem;
+    /// "Other Error Group", that of failed assertions.
+    static char const* const other;
+    /// @}
+
+    /// Makes an exception with a private copy of `text` as its only text, no location and the group
+    /// baseLibrary. Null gives no text.
     explicit DException(char const* text, unsigned long errorId = 0,
                         Severity severity = unrecoverable) noexcept;
 
     /// Copies everything. The texts become independent copies; the names in the locations and the group are
-    /// shared, never copied. When memory runs out, the copy shares the texts that could not be copied with \p
-    /// source, or has no texts at all (textCount() 0) when not even its first one can be made.
+    /// shared.
+    ///
+    /// If out of memory, the copy shares the texts that could not be copied with `source`, or has no texts at
+    /// all (textCount() 0) if not even its first one can be made.
     DException(DException const& source) noexcept;
 
-    /// Gives this exception what a copy of \p source has. Assign only exceptions of one class to each other:
-    /// the class itself, and with it name(), cannot change.
+    /// Gives this exception what a copy of `source` has.
+    ///
+    /// Assign only exceptions of one class to each other: the class itself, and with it name(), cannot
+    /// change.
     DException& operator=(DException const& source) noexcept;
 
+    /// Frees the texts.
     virtual ~DException();
 
-    /// True when the severity is nonzero.
+    /// Whether the program may go on: the severity is nonzero.
     virtual bool isRecoverable() const;
 
-    /// Stores a copy of \p location behind the ones already there. The sixth and every later one replaces the
-    /// fifth, so the first four are kept for good and the fifth is always the latest.
+    /// Stores a copy of `location` after the ones already there, and returns `*this`.
+    ///
+    /// The sixth and every later one replaces the fifth, so the first four are kept for good and the fifth is
+    /// always the latest.
     virtual DException& addLocation(DExceptionLocation const& location);
 
     /// The name of the class, "DException" here.
     virtual char const* name() const;
 
-    /// Reports the exception through the current trace function (see TraceFn::logData). Throws nothing by
-    /// itself; what a trace function of the host throws passes through.
+    /// Reports the exception through the current trace function, see TraceFn::logData(), and returns `*this`.
+    ///
+    /// Throws nothing of its own; what a trace function of the host throws passes through.
     virtual DException& logExceptionData();
 
     /// Ends the program through std::terminate().
     virtual void terminate();
 
-    /// Puts a copy of \p text in front of the texts, so that it becomes text(0). Null, or a copy that cannot
-    /// be allocated, changes nothing.
+    /// Puts a copy of `text` in front of the texts, so that it becomes text(0): nothing is replaced.
+    ///
+    /// Null, or a copy that cannot be allocated, changes nothing. Returns `*this`.
     DException& setText(char const* text) noexcept;
 
-    /// Appends \p text to text(0), or does what setText() does when there is no text yet. Null, or a text
-    /// that cannot be allocated, changes nothing.
+    /// Appends `text` to text(0), or does what setText() does when there is no text yet.
+    ///
+    /// Null, or a text that cannot be allocated, changes nothing. Returns `*this`.
     DException& appendText(char const* text) noexcept;
 
-    /// The text at \p index, 0 being the newest; null when \p index >= textCount(). It belongs to the
-    /// exception and is valid until that text is appended to or the exception goes.
+    /// The text at `index`, 0 being the newest; null from textCount() on.
+    ///
+    /// It belongs to the exception and is valid until that text is appended to, or the
+    /// exception is assigned to or destroyed.
     char const* text(unsigned long index) const noexcept;
 
     /// The number of texts.
     unsigned long textCount() const noexcept { return textCount_; }
 
-    /// The location at \p index, 0 being the first one added; null when \p index >= locationCount(). It
-    /// belongs to the exception.
+    /// The location at `index`, 0 being the first one added; null from locationCount() on. It belongs to the
+    /// exception.
     DExceptionLocation const* locationAtIndex(unsigned long index) const noexcept;
 
     /// The number of locations, 0 to 5.
@@ -136,24 +171,26 @@ public:
     /// The message number or system error number; 0 when there is none.
     unsigned long errorId() const noexcept { return errorId_; }
 
-    /// Sets the error id.
+    /// Sets the error id, and returns `*this`.
     DException& setErrorId(unsigned long errorId) noexcept;
 
-    /// The error-code group; may be null.
+    /// The error-code group: the layer that the error comes from. May be null.
     char const* errorCodeGroup() const noexcept { return errorCodeGroup_; }
 
-    /// Stores the pointer, null included. The caller keeps the text alive.
+    /// Sets the error-code group, and returns `*this`. The text is not copied: the caller keeps it alive.
+    /// Null means no group.
     DException& setErrorCodeGroup(char const* errorCodeGroup) noexcept;
 
-    /// Sets the severity.
+    /// Sets the severity, and returns `*this`.
     DException& setSeverity(Severity severity) noexcept;
 
-    /// Logs and throws a DAssertionFailure with \p text, error id 0, unrecoverable, at \p location, in the
-    /// group #other.
+    /// Reports and throws a DAssertionFailure with `text`, error id 0, unrecoverable, at `location`, in the
+    /// group other.
     [[noreturn]] static void assertParameter(char const* text, DExceptionLocation location);
 
-    /// Makes \p function the trace function for the rest of the process, or until another one is set. Only
-    /// its address is kept: it must live as long as exceptions may be thrown. Meant for start-up, before
+    /// Makes `function` the trace function until another one is set; none can be taken out again.
+    ///
+    /// Only its address is kept: it must live as long as exceptions may be thrown. Meant for start-up, before
     /// other threads throw.
     static void setTraceFunction(TraceFn& function) noexcept;
 
@@ -170,7 +207,10 @@ private:
 };
 
 /// What reports exceptions. Derive from it, override what should differ, and install the object with
-/// DException::setTraceFunction():
+/// DException::setTraceFunction().
+///
+/// One object serves the whole process: threads may report at the same time, and lines of different reports
+/// may mix.
 ///
 /// @code
 /// class Counter final : public DException::TraceFn {
@@ -188,19 +228,21 @@ private:
 /// @endcode
 class KELCL_EXPORT DException::TraceFn {
 public:
+    /// Makes a trace function, which does nothing until it is installed.
     TraceFn() = default;
 
-    /// Outputs one line of a report (a few contain line feeds), given without its final line feed: here to
-    /// standard error, followed by a line feed. Null counts as empty.
+    /// Outputs one line of a report: here to standard error, followed by a line feed.
+    ///
+    /// A few lines contain line feeds; the final one is not part of `line`. Null counts as empty.
     virtual void write(char const* line);
 
-    /// Reports \p exception: its latest location, its error id, its group, and its texts from the oldest to
-    /// the newest.
+    /// Reports `exception`, and returns `*this`: its latest location, its error id, its group, and its texts
+    /// from the oldest to the newest.
     ///
-    /// Each line goes to write() of the trace function that is current at that moment, which need not be this
-    /// object; exceptionLogged() of this object follows. Nothing is cut, and a null name or file name is
-    /// shown as "Unknown". While it runs, the process's new-handler is taken out. When there is no memory for
-    /// the line buffer, the report goes straight to standard error and exceptionLogged() is not called.
+    /// Each line is passed to write() of the trace function that is current at that moment, which need not be
+    /// this object; exceptionLogged() of this object follows. Nothing is cut, and a null name or file name is
+    /// shown as "Unknown". While it runs, the process's new-handler is taken out. If there is no memory for
+    /// the line buffer, the report is written straight to standard error and exceptionLogged() is not called.
     /// Throws only what write() or exceptionLogged() throws.
     virtual TraceFn& logData(DException& exception);
 
@@ -208,6 +250,7 @@ public:
     virtual void exceptionLogged();
 
 protected:
+    /// Not virtual: none is destroyed through a pointer to this class. It does not take the object out.
     ~TraceFn() = default;
 };
 
@@ -216,102 +259,240 @@ protected:
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// The trace function that is taken when the host installed none: reports to standard error.
+/// The trace function that is taken if the host installs none: it reports to standard error.
+///
+/// @code
+/// static DExceptTraceFn standardError;
+/// DException::setTraceFunction(standardError);
+/// std::cout << (DExceptStaticPtr::traceFunction() == &standardError) << '\n'; // 1
+/// @endcode
 class KELCL_EXPORT DExceptTraceFn : public DException::TraceFn {};
 
-/// Holds the process's trace functions. Both pointers are null after load; neither owns.
+/// Holds the process's trace functions. Both pointers are null after load, and neither owns.
+///
+/// Programs read it to find out who reports; they install with DException::setTraceFunction().
+///
+/// @code
+/// std::cout << (DExceptStaticPtr::userFunction == nullptr) << '\n'; // 1
+/// static DExceptTraceFn mine;
+/// DException::setTraceFunction(mine);
+/// std::cout << (DExceptStaticPtr::userFunction == &mine) << '\n'; // 1
+/// @endcode
 class KELCL_EXPORT DExceptStaticPtr {
 public:
+    /// There are no objects of this class.
     DExceptStaticPtr() = delete;
 
-    /// The current trace function, never null: #userFunction when set, else #defaultFunction, which is set on
+    /// The current trace function, never null: userFunction if set, else defaultFunction, which is set on
     /// first use.
     static DException::TraceFn* traceFunction() noexcept;
 
-    static DException::TraceFn* defaultFunction; ///< null until first use
-    static DException::TraceFn* userFunction;    ///< null until DException::setTraceFunction()
+    /// The library's own trace function; null until first use.
+    static DException::TraceFn* defaultFunction;
+    /// The host's trace function; null until DException::setTraceFunction().
+    static DException::TraceFn* userFunction;
 };
 
-/// Out-of-memory set-up: an object of this class registers itself as the trace function (reports to standard
-/// error) and installs newHandler() as the process's new-handler. The library makes one when it is loaded, of
-/// which the new-handler stays. One that a host makes must live as long as exceptions may be thrown: its
-/// destructor undoes nothing.
+/// Out-of-memory set-up: installs a new-handler that throws DOutOfMemory, and itself as the trace function.
+///
+/// The library makes one when it is loaded. Of that one only the new-handler stays: the trace functions are
+/// cleared after it. One that a host makes must live as long as exceptions may be thrown: its destructor
+/// undoes nothing.
+///
+/// @code
+/// try {
+///     DKORVA_Init::newHandler();
+/// } catch (DOutOfMemory const& error) {
+///     std::cout << error.errorId() << ' ' << error.isRecoverable() << '\n'; // 4 0
+/// }
+/// @endcode
 class KELCL_EXPORT DKORVA_Init : public DException::TraceFn {
 public:
+    /// Makes this the trace function, and newHandler() the process's new-handler.
     DKORVA_Init();
+    /// Undoes nothing.
     ~DKORVA_Init() = default;
+    /// Not copied: the process keeps its address.
     DKORVA_Init(DKORVA_Init const&) = delete;
+    /// Not assigned: there is nothing to assign.
     DKORVA_Init& operator=(DKORVA_Init const&) = delete;
 
+    /// Writes `line` and a line feed to standard error. Null counts as empty.
     void write(char const* line) override;
 
-    /// Logs and throws a DOutOfMemory with message 4 of the library's catalog, error id 4, unrecoverable.
+    /// Reports and throws a DOutOfMemory with message 4 of the library's catalog, error id 4, unrecoverable.
     [[noreturn]] static void newHandler();
 };
 
 #pragma GCC diagnostic pop
 
 /// Something may not be accessed.
+///
+/// @code
+/// try {
+///     throw DAccessError("the archive is locked", 0, DException::recoverable);
+/// } catch (DException const& error) {
+///     std::cout << error.name() << ": " << error.text(0) << '\n'; // DAccessError: the archive is locked
+/// }
+/// @endcode
 class KELCL_EXPORT DAccessError : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DAccessError"
+
+    /// "DAccessError".
+    char const* name() const override;
 };
 
-/// Something that the code relies on does not hold.
+/// Something that the code relies on does not hold; thrown by DException::assertParameter().
+///
+/// @code
+/// try {
+///     DException::assertParameter("size > 0", DEXCEPTION_LOCATION());
+/// } catch (DAssertionFailure const& failure) {
+///     std::cout << failure.errorCodeGroup() << '\n'; // Other Error Group
+/// }
+/// @endcode
 class KELCL_EXPORT DAssertionFailure : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DAssertionFailure"
+
+    /// "DAssertionFailure".
+    char const* name() const override;
 };
 
 /// A device failed.
+///
+/// @code
+/// try {
+///     errno = ENXIO;
+///     DCLibErrorInfo::throwCLibError("scanner", DEXCEPTION_LOCATION(), DBaseErrorInfo::deviceError,
+///                                    DException::recoverable);
+/// } catch (DDeviceError const& error) {
+///     std::cout << error.text(0) << '\n'; // scanner:No such device or address
+/// }
+/// @endcode
 class KELCL_EXPORT DDeviceError : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DDeviceError"
+
+    /// "DDeviceError".
+    char const* name() const override;
 };
 
-/// An argument has a value that is never valid.
+/// An argument has a value that is never valid; thrown by DExcept__assertParameter().
+///
+/// @code
+/// try {
+///     DExcept__assertParameter("percent <= 100", DEXCEPTION_LOCATION());
+/// } catch (DInvalidParameter const& error) {
+///     std::cout << error.errorId() << ' ' << error.isRecoverable() << '\n'; // 1 1
+/// }
+/// @endcode
 class KELCL_EXPORT DInvalidParameter : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DInvalidParameter"
+
+    /// "DInvalidParameter".
+    char const* name() const override;
 };
 
 /// The object cannot do what it is asked for in its present state.
+///
+/// Strings and buffers throw it: for a text that would be too long (id 1010), an element outside the text
+/// (1011), bytes that are no character (1012) and a collation that fails (the `errno` value).
+///
+/// @code
+/// try {
+///     DString("abc").copy(2000000000);
+/// } catch (DInvalidRequest const& error) {
+///     std::cout << error.errorId() << ' ' << error.isRecoverable() << '\n'; // 1010 1
+/// }
+/// @endcode
 class KELCL_EXPORT DInvalidRequest : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DInvalidRequest"
+
+    /// "DInvalidRequest".
+    char const* name() const override;
 };
 
 /// A resource ran out; base of the three kinds below.
+///
+/// @code
+/// try {
+///     throw DOutOfSystemResource("no semaphore is left", 0, DException::recoverable);
+/// } catch (DResourceExhausted const& error) {
+///     std::cout << error.name() << '\n'; // DOutOfSystemResource
+/// }
+/// @endcode
 class KELCL_EXPORT DResourceExhausted : public DException {
 public:
+    /// Takes text, error id and severity as DException does.
     using DException::DException;
-    char const* name() const override; ///< "DResourceExhausted"
+
+    /// "DResourceExhausted".
+    char const* name() const override;
 };
 
-/// Memory ran out.
+/// Memory ran out; thrown by the new-handler that the library installs, see DKORVA_Init.
+///
+/// @code
+/// try {
+///     std::get_new_handler()();
+/// } catch (DOutOfMemory const& error) {
+///     std::cout << error.errorId() << ' ' << error.isRecoverable() << '\n'; // 4 0
+/// }
+/// @endcode
 class KELCL_EXPORT DOutOfMemory : public DResourceExhausted {
 public:
+    /// Takes text, error id and severity as DResourceExhausted does.
     using DResourceExhausted::DResourceExhausted;
-    char const* name() const override; ///< "DOutOfMemory"
+
+    /// "DOutOfMemory".
+    char const* name() const override;
 };
 
 /// A resource of the operating system ran out.
+///
+/// @code
+/// try {
+///     DSystemErrorInfo::throwSystemError(24, "pipe", DEXCEPTION_LOCATION(),
+///                                        DBaseErrorInfo::outOfSystemResource, DException::recoverable);
+/// } catch (DOutOfSystemResource const& error) {
+///     std::cout << error.errorId() << ", " << error.errorCodeGroup() << '\n'; // 24, Operating System
+/// }
+/// @endcode
 class KELCL_EXPORT DOutOfSystemResource : public DResourceExhausted {
 public:
+    /// Takes text, error id and severity as DResourceExhausted does.
     using DResourceExhausted::DResourceExhausted;
-    char const* name() const override; ///< "DOutOfSystemResource"
+
+    /// "DOutOfSystemResource".
+    char const* name() const override;
 };
 
 /// A resource of the presentation system ran out.
+///
+/// @code
+/// try {
+///     DGUIErrorInfo::throwGUIError("canvas", DEXCEPTION_LOCATION(), DBaseErrorInfo::outOfWindowResource,
+///                                  DException::recoverable);
+/// } catch (DOutOfWindowResource const& error) {
+///     std::cout << error.errorCodeGroup() << '\n'; // Presentation System
+/// }
+/// @endcode
 class KELCL_EXPORT DOutOfWindowResource : public DResourceExhausted {
 public:
+    /// Takes text, error id and severity as DResourceExhausted does.
     using DResourceExhausted::DResourceExhausted;
-    char const* name() const override; ///< "DOutOfWindowResource"
+
+    /// "DOutOfWindowResource".
+    char const* name() const override;
 };
 
 #endif

@@ -1,4 +1,5 @@
-// DTime, a time of day, and DCnrTime, its packed record. Dates are in ddate.h.
+/// @file
+/// DTime, a time of day, and DCnrTime, its packed record. Dates are in ddate.h.
 #ifndef KELCL_DTIME_H
 #define KELCL_DTIME_H
 
@@ -8,18 +9,30 @@
 #include <cstdint>
 #include <iosfwd>
 
-/// A time of day as a record of four bytes.
+/// A time of day as a record of four bytes, for files and messages.
+///
+/// Nothing checks the fields: a DTime made of a record wraps around midnight.
+///
+/// @code
+/// DCnrTime const record = DTime(7, 30).asICnrTime();
+/// std::cout << sizeof(record) << ' ' << DTime(record).asString("%H:%M") << '\n'; // 4 07:30
+/// @endcode
 struct __attribute__((packed)) DCnrTime {
+    /// The hour, 0 to 23.
     std::uint8_t hours;
+    /// The minute, 0 to 59.
     std::uint8_t minutes;
+    /// The second, 0 to 59.
     std::uint8_t seconds;
-    std::uint8_t reserved; ///< Not read; 0 in a record made by DTime.
+    /// Not read; 0 in a record made by DTime.
+    std::uint8_t reserved;
 };
 static_assert(sizeof(DCnrTime) == 4, "the record has no gaps");
 
 /// A time of day, held as the seconds since midnight: always 0 to 86399.
 ///
-/// Only what makes a text can throw, as strings do.
+/// There are no invalid times: values outside a day wrap around midnight. A time is a plain value that owns
+/// nothing; copy it freely. Only what makes a text can throw; it reads the process's locale.
 ///
 /// @code
 /// DTime const start(1, 2, 3);
@@ -28,53 +41,82 @@ static_assert(sizeof(DCnrTime) == 4, "the record has no gaps");
 /// @endcode
 class KELCL_EXPORT DTime {
 public:
-    /// Midnight.
+    /// Makes midnight.
     constexpr DTime() noexcept = default;
-    /// Values beyond a day, or negative ones, wrap around midnight.
+
+    /// Makes a time of three values, of any size and sign: they are added up, and the sum wraps around
+    /// midnight.
     constexpr DTime(int hours, int minutes, int seconds = 0) noexcept
         : secondsOfDay_(withinDay((hours * 60L + minutes) * 60L + seconds)) {}
-    /// 24:00:00 is midnight.
+
+    /// Makes the time of a record; 24:00:00 is midnight.
     constexpr DTime(DCnrTime const& time) noexcept : DTime(time.hours, time.minutes, time.seconds) {}
-    /// Seconds since midnight; values beyond a day, or negative ones, wrap around.
+
+    /// The time `seconds` seconds after midnight, wrapped around; before it if negative.
     static constexpr DTime fromSeconds(long seconds) noexcept {
         DTime time;
         time.secondsOfDay_ = withinDay(seconds);
         return time;
     }
-    /// The time of the moment in the zone of the process.
+
+    /// The present time of day in the time zone of the process.
     static DTime now();
 
+    /// The seconds since midnight, 0 to 86399.
     constexpr long secondsOfDay() const noexcept { return secondsOfDay_; }
+
+    /// The hour, 0 to 23.
     constexpr int hours() const noexcept { return static_cast<int>(secondsOfDay_ / 3600); }
+
+    /// The minute of the hour, 0 to 59.
     constexpr int minutes() const noexcept { return static_cast<int>(secondsOfDay_ % 3600 / 60); }
+
+    /// The second of the minute, 0 to 59.
     constexpr int seconds() const noexcept { return static_cast<int>(secondsOfDay_ % 60); }
+
+    /// The record of the time.
     constexpr DCnrTime asICnrTime() const noexcept {
         return {static_cast<std::uint8_t>(hours()), static_cast<std::uint8_t>(minutes()),
                 static_cast<std::uint8_t>(seconds()), 0};
     }
 
-    /// The time in a `strftime` format; null gives the empty string. A text of more than 64 MiB comes out
-    /// empty. The day given to the C library is the last of 1899: conversions of the date show that, and in a
-    /// zone whose rules have summer time on that day the hour is one too high.
+    /// The time in a `strftime` format, by default the locale's. Null gives the empty string.
+    ///
+    /// A text of more than 64 MiB comes out empty. The day passed to the C library is the last of 1899:
+    /// conversions of the date show that, and in a zone with summer time on that day the hour is one too
+    /// high.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DString asString(char const* format = "%X") const;
-    /// Writes the time in the locale's representation, as a DString is written.
+
+    /// Writes the time in the locale's format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DTime const& time);
 
+    /// Whether both are the same second of the day.
     friend constexpr bool operator==(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ == right.secondsOfDay_;
     }
+
+    /// Whether they are different seconds of the day.
     friend constexpr bool operator!=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ != right.secondsOfDay_;
     }
+
+    /// Whether `left` is earlier in the day.
     friend constexpr bool operator<(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ < right.secondsOfDay_;
     }
+
+    /// Whether `left` is not later in the day.
     friend constexpr bool operator<=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ <= right.secondsOfDay_;
     }
+
+    /// Whether `left` is later in the day.
     friend constexpr bool operator>(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ > right.secondsOfDay_;
     }
+
+    /// Whether `left` is not earlier in the day.
     friend constexpr bool operator>=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ >= right.secondsOfDay_;
     }

@@ -1,5 +1,6 @@
-// DTrace, entry and exit lines of a program's functions, and DTraceSetup, which reads the trace variables.
-// Reports of exceptions go another way, see dexception.h.
+/// @file
+/// DTrace, entry and exit lines of a program's functions, and DTraceSetup, which reads the trace variables.
+/// Exceptions are reported another way, see dexception.h.
 #ifndef KELCL_DTRACE_H
 #define KELCL_DTRACE_H
 
@@ -13,6 +14,8 @@
 class DTraceSetup;
 
 /// Writes a line when it is made and one when it is destroyed, indented by the depth of the calls in between.
+///
+/// Put one at the top of a function, as a local variable; write() adds lines of free text.
 ///
 /// Environment variables say whether, how and where lines are written. They are read on first use, each under
 /// its name with a blank or, where that one does not exist, with an underscore; blanks around a value and its
@@ -53,57 +56,73 @@ class DTraceSetup;
 /// @endcode
 class KELCL_EXPORT DTrace : public DVBase {
 public:
-    /// Flags: 1 alone not set up yet, 2 tracing is on, 4 entry lines show the line number, 8 lines have a
-    /// prefix.
+    /// The state, as flags: 1 alone not set up yet, 2 tracing is on, 4 entry lines show the line number, 8
+    /// lines have a prefix.
     static int iClState;
-    /// Where lines go: 0 and 2 standard output, 1 standard error, 3 the file; nowhere for any other value.
+
+    /// Where lines are written: 0 and 2 standard output, 1 standard error, 3 the file; nowhere for any other
+    /// value.
     static int iClTraceLocation;
-    /// The indentation in blanks, by thread number.
+
+    /// The indentation in blanks, by thread number. Only entry 1 is used: there is one thread number.
     static std::uint32_t uClIndent[256];
+
     /// The process id as last read.
     static unsigned long ulClProcessId;
-    /// 1 when the prefix has the stack field. Once set it stays set.
+
+    /// 1 if the prefix has the stack field. Once set it stays set.
     static std::uint32_t fCheckStack;
+
     /// The number of lines written so far, those without a destination included.
     static unsigned long ulSequence;
 
-    /// Writes the entry line "+name(line)"; without the number when `line` is below 1. A null `name` writes
-    /// nothing. The text is not copied and must outlive the object.
+    /// Writes the entry line "+name(line)" if tracing is on; without the number if `line` is below 1.
+    ///
+    /// A null `name` writes nothing. The text is not copied and must outlive the object.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     DTrace(char const* name, long line) : name_(mayBeOn() ? enter(name, line) : nullptr) {}
+
+    /// Not copied: each object has one exit line.
     DTrace(DTrace const&) = delete;
+    /// Not assigned: each object has one exit line.
     DTrace& operator=(DTrace const&) = delete;
 
-    /// Writes the exit line "-name" if the entry line was written and tracing is still on. A line that cannot
-    /// be made is left out: nothing is thrown.
+    /// Writes the exit line "-name" if the entry line was written and tracing is still on.
+    ///
+    /// A line that cannot be made is left out: nothing is thrown.
     ~DTrace() override {
         if (mayBeOn()) leave(name_);
     }
 
-    /// Writes the line ">text" at the current indentation if tracing is on. Null counts as empty.
+    /// Writes the line ">text" at the current indentation if tracing is on.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
-    /// @{
     static void write(DString const& text) {
         if (mayBeOn()) writeFree(text.c_str(), text.length());
     }
+
+    /// Writes the line ">text" at the current indentation if tracing is on. Null counts as empty.
+    ///
+    /// With tracing off no string is made.
+    /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
     static void write(char const* text) {
         if (mayBeOn()) writeFree(text);
     }
-    /// @}
 
     /// Reads the process id into `ulClProcessId` and returns 1: there is one trace thread number.
     static unsigned long threadId() noexcept;
+
     /// Always 0: the stack is not measured.
     static unsigned long remainingStack() noexcept;
 
-    /// Writes `text` as one line, whether tracing is on or not: prefix, indentation, `marker`, text. Each
-    /// line feed in `text` begins a line with the same lead. The indentation shrinks by 2 blanks before a
-    /// marker that begins with '-' and grows by 2 after one that begins with '+'. A null marker counts as
+    /// Writes `text` as one line, whether tracing is on or not: prefix, indentation, `marker`, text.
+    ///
+    /// Each line feed in `text` begins a line with the same lead. The indentation shrinks by 2 blanks before
+    /// a marker that begins with '-' and grows by 2 after one that begins with '+'. A null marker counts as
     /// empty.
-    /// @throws DInvalidRequest (message 1010, recoverable) when the line would be longer than a string can
-    /// be.
+    /// @throws DInvalidRequest (message 1010, recoverable) if the line would be longer than a string can be.
     static void writeFormattedString(DString const& text, char const* marker);
-    /// Sends `text`, up to its NUL and as it is, to where lines go. Null sends nothing.
+
+    /// Writes `text`, up to its NUL and as it is, to where lines are written. Null writes nothing.
     static void writeString(char const* text);
 
 private:
@@ -129,11 +148,22 @@ private:
     char const* name_;
 };
 
-/// Reads the trace variables of the environment.
+/// Reads the trace variables of the environment, which DTrace lists.
+///
+/// @code
+/// setenv("KORVA_TRACE", "NOPREFIX", 1);
+/// DTraceSetup::initialize();
+/// DTrace::write("on"); // >on
+/// setenv("KORVA_TRACE", "OFF", 1);
+/// DTraceSetup::initialize();
+/// DTrace::write("off");
+/// @endcode
 class KELCL_EXPORT DTraceSetup {
 public:
-    /// Reads them again, for a program that has changed them. Where lines go stays as it was unless a
-    /// destination of more than two characters is given; indentation, sequence number and stack field stay.
+    /// Reads the variables again, for a program that has changed them.
+    ///
+    /// Where lines are written stays as it was unless a destination of more than two characters is given;
+    /// indentation, sequence number and stack field stay. Call it while no other thread traces.
     static void initialize();
 };
 

@@ -1,4 +1,5 @@
-// All of the library.
+/// @file
+/// All of the library.
 #ifndef KELCL_KELCL_H
 #define KELCL_KELCL_H
 
