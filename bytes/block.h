@@ -22,11 +22,12 @@
 #ifndef KELCL_BYTES_BLOCK_H
 #define KELCL_BYTES_BLOCK_H
 
-#include "bytes/multiversion.h"
+#include "bytes/dispatch.h"
 
 #if KELCL_HAS_BLOCKS
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -44,6 +45,17 @@ inline constexpr auto towardsFirst = [] {
         table[i] = static_cast<unsigned char>(i < 16 ? i : 0x80);
     return table;
 }();
+
+/// Bits of a mask: where the lowest and the highest one are, of which there must be one, and how many.
+KELCL_BLOCKS_INLINE std::size_t lowestBit(std::uint64_t mask) {
+    return static_cast<std::size_t>(std::countr_zero(mask));
+}
+KELCL_BLOCKS_INLINE std::size_t highestBit(std::uint64_t mask) {
+    return static_cast<std::size_t>(63 - std::countl_zero(mask));
+}
+KELCL_BLOCKS_INLINE std::size_t bitCount(std::uint64_t mask) {
+    return static_cast<std::size_t>(__builtin_popcountll(mask));
+}
 
 template <class Word>
 KELCL_BLOCKS_INLINE Word loadWord(char const* bytes) {

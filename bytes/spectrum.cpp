@@ -16,7 +16,7 @@
 
 #include "bytes/spectrum.h"
 
-#include "bytes/multiversion.h"
+#include "bytes/dispatch.h"
 
 #include <algorithm>
 #include <array>
