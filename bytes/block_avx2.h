@@ -20,7 +20,7 @@ struct Half {
     KELCL_BLOCKS_INLINE bool isZero() const { return _mm_testz_si128(bytes, bytes) != 0; }
 };
 
-KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {_mm_xor_si128(a.bytes, b.bytes)}; }
+KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {a.bytes ^ b.bytes}; }
 
 KELCL_BLOCKS_INLINE Half lookUp(Half table, Half index) {
     return {_mm_shuffle_epi8(table.bytes, index.bytes)};
@@ -85,15 +85,13 @@ struct Block {
     KELCL_BLOCKS_INLINE bool anyTopBit() const { return _mm256_movemask_epi8(bytes) != 0; }
     KELCL_BLOCKS_INLINE bool isZero() const { return _mm256_testz_si256(bytes, bytes) != 0; }
 
-    KELCL_BLOCKS_INLINE Block lowHalves() const { return {_mm256_and_si256(bytes, _mm256_set1_epi8(15))}; }
-    KELCL_BLOCKS_INLINE Block highHalves() const {
-        return {_mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(15))};
-    }
+    KELCL_BLOCKS_INLINE Block lowHalves() const { return {bytes & of(15).bytes}; }
+    KELCL_BLOCKS_INLINE Block highHalves() const { return {_mm256_srli_epi16(bytes, 4) & of(15).bytes}; }
 };
 
-KELCL_BLOCKS_INLINE Block operator&(Block a, Block b) { return {_mm256_and_si256(a.bytes, b.bytes)}; }
-KELCL_BLOCKS_INLINE Block operator|(Block a, Block b) { return {_mm256_or_si256(a.bytes, b.bytes)}; }
-KELCL_BLOCKS_INLINE Block operator^(Block a, Block b) { return {_mm256_xor_si256(a.bytes, b.bytes)}; }
+KELCL_BLOCKS_INLINE Block operator&(Block a, Block b) { return {a.bytes & b.bytes}; }
+KELCL_BLOCKS_INLINE Block operator|(Block a, Block b) { return {a.bytes | b.bytes}; }
+KELCL_BLOCKS_INLINE Block operator^(Block a, Block b) { return {a.bytes ^ b.bytes}; }
 KELCL_BLOCKS_INLINE Block operator~(Block a) { return a ^ Block::of(-1); }
 KELCL_BLOCKS_INLINE Block operator+(Block a, Block b) { return {_mm256_add_epi8(a.bytes, b.bytes)}; }
 KELCL_BLOCKS_INLINE Block operator-(Block a, Block b) { return {_mm256_sub_epi8(a.bytes, b.bytes)}; }
@@ -110,7 +108,7 @@ KELCL_BLOCKS_INLINE Block lookUp(Block table, Block index) {
 }
 /// Adding 0x70 leaves the low four bits of an index below 16, and sets the top bit of all others.
 KELCL_BLOCKS_INLINE Block lookUpOrZero(Block table, Block index) {
-    return {_mm256_shuffle_epi8(table.bytes, _mm256_adds_epu8(index.bytes, _mm256_set1_epi8(0x70)))};
+    return {_mm256_shuffle_epi8(table.bytes, _mm256_adds_epu8(index.bytes, Block::of(0x70).bytes))};
 }
 KELCL_BLOCKS_INLINE Block lookUpByLowHalf(Block table, Block index) { return lookUp(table, index); }
 
@@ -150,8 +148,8 @@ struct Words {
     KELCL_BLOCKS_INLINE bool isZero() const { return _mm256_testz_si256(words, words) != 0; }
 };
 
-KELCL_BLOCKS_INLINE Words operator&(Words a, Words b) { return {_mm256_and_si256(a.words, b.words)}; }
-KELCL_BLOCKS_INLINE Words operator|(Words a, Words b) { return {_mm256_or_si256(a.words, b.words)}; }
+KELCL_BLOCKS_INLINE Words operator&(Words a, Words b) { return {a.words & b.words}; }
+KELCL_BLOCKS_INLINE Words operator|(Words a, Words b) { return {a.words | b.words}; }
 KELCL_BLOCKS_INLINE Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.words, b.words)}; }
 KELCL_BLOCKS_INLINE Words atMost(Words a, Words b) {
     return {_mm256_cmpeq_epi16(_mm256_max_epu16(b.words, a.words), b.words)};
@@ -186,16 +184,11 @@ struct Sixteen {
     /// Fewer of them, and zeros.
     static KELCL_BLOCKS_INLINE Sixteen loadFewer(wchar_t const* in, std::size_t n) {
         auto const count = static_cast<int>(n);
-        __m128i const places = _mm_setr_epi32(0, 1, 2, 3);
-        auto const* const p = reinterpret_cast<int const*>(in);
-        return {_mm_maskload_epi32(p, _mm_cmpgt_epi32(_mm_set1_epi32(count), places)),
-                _mm_maskload_epi32(p + 4, _mm_cmpgt_epi32(_mm_set1_epi32(count - 4), places)),
-                _mm_maskload_epi32(p + 8, _mm_cmpgt_epi32(_mm_set1_epi32(count - 8), places)),
-                _mm_maskload_epi32(p + 12, _mm_cmpgt_epi32(_mm_set1_epi32(count - 12), places))};
+        return {four(in, count), four(in + 4, count - 4), four(in + 8, count - 8), four(in + 12, count - 12)};
     }
     /// Whether none of them has other bits than these.
     KELCL_BLOCKS_INLINE bool haveOnly(unsigned int bits) const {
-        __m128i const all = _mm_or_si128(_mm_or_si128(first, second), _mm_or_si128(third, fourth));
+        __m128i const all = first | second | third | fourth;
         return _mm_testz_si128(all, _mm_set1_epi32(static_cast<int>(~bits))) != 0;
     }
     /// Their low 16 bits, where they have no others.
@@ -205,6 +198,14 @@ struct Sixteen {
     /// Their low 7 bits, where they have no others.
     KELCL_BLOCKS_INLINE Half ascii() const {
         return {_mm_packus_epi16(_mm_packus_epi32(first, second), _mm_packus_epi32(third, fourth))};
+    }
+
+private:
+    /// The first `count` of four, and zeros. Reads no others.
+    static KELCL_BLOCKS_INLINE __m128i four(wchar_t const* in, int count) {
+        __m128i const places = _mm_setr_epi32(0, 1, 2, 3);
+        return _mm_maskload_epi32(reinterpret_cast<int const*>(in),
+                                  _mm_cmpgt_epi32(_mm_set1_epi32(count), places));
     }
 };
 

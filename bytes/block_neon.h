@@ -20,7 +20,7 @@ struct Half {
     KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u8(bytes) == 0; }
 };
 
-KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {veorq_u8(a.bytes, b.bytes)}; }
+KELCL_BLOCKS_INLINE Half operator^(Half a, Half b) { return {a.bytes ^ b.bytes}; }
 
 KELCL_BLOCKS_INLINE Half lookUp(Half table, Half index) { return {vqtbl1q_u8(table.bytes, index.bytes)}; }
 
@@ -36,7 +36,7 @@ KELCL_BLOCKS_INLINE Half sumsToBase64(Half digits) {
 
 /// The differences of four numbers of 32 bits.
 KELCL_BLOCKS_INLINE Half minusFour(Half a, Half b) {
-    return {vreinterpretq_u8_u32(vsubq_u32(vreinterpretq_u32_u8(a.bytes), vreinterpretq_u32_u8(b.bytes)))};
+    return {vreinterpretq_u8_u32(vreinterpretq_u32_u8(a.bytes) - vreinterpretq_u32_u8(b.bytes))};
 }
 
 struct Block {
@@ -99,17 +99,15 @@ struct Block {
     KELCL_BLOCKS_INLINE std::uint32_t topBits() const {
         return Block{spread(first), spread(last)}.maskOfAnswers();
     }
-    KELCL_BLOCKS_INLINE std::uint32_t lowBits() const {
-        return Block{vshlq_n_u8(first, 7), vshlq_n_u8(last, 7)}.topBits();
-    }
-    KELCL_BLOCKS_INLINE bool anyTopBit() const { return vmaxvq_u8(vorrq_u8(first, last)) >= 0x80; }
-    KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u8(vorrq_u8(first, last)) == 0; }
+    KELCL_BLOCKS_INLINE std::uint32_t lowBits() const { return Block{first << 7, last << 7}.topBits(); }
+    KELCL_BLOCKS_INLINE bool anyTopBit() const { return vmaxvq_u8(first | last) >= 0x80; }
+    KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u8(first | last) == 0; }
 
     KELCL_BLOCKS_INLINE Block lowHalves() const {
         uint8x16_t const low = vdupq_n_u8(15);
-        return {vandq_u8(first, low), vandq_u8(last, low)};
+        return {first & low, last & low};
     }
-    KELCL_BLOCKS_INLINE Block highHalves() const { return {vshrq_n_u8(first, 4), vshrq_n_u8(last, 4)}; }
+    KELCL_BLOCKS_INLINE Block highHalves() const { return {first >> 4, last >> 4}; }
 
 private:
     /// The top bit of each byte in all of its bits.
@@ -120,28 +118,18 @@ private:
     /// mask.
     KELCL_BLOCKS_INLINE std::uint32_t maskOfAnswers() const {
         uint8x16_t const places = vreinterpretq_u8_u64(vdupq_n_u64(0x8040201008040201U));
-        uint8x16_t const twos = vpaddq_u8(vandq_u8(first, places), vandq_u8(last, places));
+        uint8x16_t const twos = vpaddq_u8(first & places, last & places);
         uint8x16_t const fours = vpaddq_u8(twos, twos);
         return vgetq_lane_u32(vreinterpretq_u32_u8(vpaddq_u8(fours, fours)), 0);
     }
 };
 
-KELCL_BLOCKS_INLINE Block operator&(Block a, Block b) {
-    return {vandq_u8(a.first, b.first), vandq_u8(a.last, b.last)};
-}
-KELCL_BLOCKS_INLINE Block operator|(Block a, Block b) {
-    return {vorrq_u8(a.first, b.first), vorrq_u8(a.last, b.last)};
-}
-KELCL_BLOCKS_INLINE Block operator^(Block a, Block b) {
-    return {veorq_u8(a.first, b.first), veorq_u8(a.last, b.last)};
-}
-KELCL_BLOCKS_INLINE Block operator~(Block a) { return {vmvnq_u8(a.first), vmvnq_u8(a.last)}; }
-KELCL_BLOCKS_INLINE Block operator+(Block a, Block b) {
-    return {vaddq_u8(a.first, b.first), vaddq_u8(a.last, b.last)};
-}
-KELCL_BLOCKS_INLINE Block operator-(Block a, Block b) {
-    return {vsubq_u8(a.first, b.first), vsubq_u8(a.last, b.last)};
-}
+KELCL_BLOCKS_INLINE Block operator&(Block a, Block b) { return {a.first & b.first, a.last & b.last}; }
+KELCL_BLOCKS_INLINE Block operator|(Block a, Block b) { return {a.first | b.first, a.last | b.last}; }
+KELCL_BLOCKS_INLINE Block operator^(Block a, Block b) { return {a.first ^ b.first, a.last ^ b.last}; }
+KELCL_BLOCKS_INLINE Block operator~(Block a) { return {~a.first, ~a.last}; }
+KELCL_BLOCKS_INLINE Block operator+(Block a, Block b) { return {a.first + b.first, a.last + b.last}; }
+KELCL_BLOCKS_INLINE Block operator-(Block a, Block b) { return {a.first - b.first, a.last - b.last}; }
 KELCL_BLOCKS_INLINE Block minusDownTo0(Block a, Block b) {
     return {vqsubq_u8(a.first, b.first), vqsubq_u8(a.last, b.last)};
 }
@@ -200,21 +188,17 @@ struct Words {
     }
     template <int bits>
     KELCL_BLOCKS_INLINE Words shiftedLeft() const {
-        return {vshlq_n_u16(first, bits), vshlq_n_u16(last, bits)};
+        return {first << bits, last << bits};
     }
     template <int bits>
     KELCL_BLOCKS_INLINE Words shiftedRight() const {
-        return {vshrq_n_u16(first, bits), vshrq_n_u16(last, bits)};
+        return {first >> bits, last >> bits};
     }
-    KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u16(vorrq_u16(first, last)) == 0; }
+    KELCL_BLOCKS_INLINE bool isZero() const { return vmaxvq_u16(first | last) == 0; }
 };
 
-KELCL_BLOCKS_INLINE Words operator&(Words a, Words b) {
-    return {vandq_u16(a.first, b.first), vandq_u16(a.last, b.last)};
-}
-KELCL_BLOCKS_INLINE Words operator|(Words a, Words b) {
-    return {vorrq_u16(a.first, b.first), vorrq_u16(a.last, b.last)};
-}
+KELCL_BLOCKS_INLINE Words operator&(Words a, Words b) { return {a.first & b.first, a.last & b.last}; }
+KELCL_BLOCKS_INLINE Words operator|(Words a, Words b) { return {a.first | b.first, a.last | b.last}; }
 KELCL_BLOCKS_INLINE Words equal(Words a, Words b) {
     return {vceqq_u16(a.first, b.first), vceqq_u16(a.last, b.last)};
 }
@@ -258,8 +242,8 @@ struct Sixteen {
     }
     /// Whether none of them has other bits than these.
     KELCL_BLOCKS_INLINE bool haveOnly(unsigned int bits) const {
-        uint32x4_t const all = vorrq_u32(vorrq_u32(first, second), vorrq_u32(third, fourth));
-        return vmaxvq_u32(vandq_u32(all, vdupq_n_u32(~bits))) == 0;
+        uint32x4_t const all = first | second | third | fourth;
+        return vmaxvq_u32(all & vdupq_n_u32(~bits)) == 0;
     }
     /// Their low 16 bits, where they have no others.
     KELCL_BLOCKS_INLINE Words words() const {

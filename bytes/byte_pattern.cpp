@@ -1,6 +1,6 @@
-// Searches for patterns. Candidates are the places where both the first and the last byte of the pattern
-// stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear search
-// takes over.
+// Searches for patterns. Candidates are the places where the first, the middle and the last byte of the
+// pattern stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear
+// search takes over.
 
 #include "bytes/byte_scan.h"
 #include "bytes/byte_search.h"
@@ -138,19 +138,13 @@ KELCL_BLOCKS std::size_t findLastByCandidates(std::string_view text, std::string
 std::size_t findPattern(std::string_view text, std::string_view pattern) {
     if (text.size() < pattern.size()) return notFound;
     if (pattern.size() == 1) return findByte(text, pattern.front());
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return findByCandidates(text, pattern);
-#endif
-    return findLinear(text, pattern);
+    return KELCL_DISPATCH(findByCandidates(text, pattern), findLinear(text, pattern));
 }
 
 std::size_t findLastPattern(std::string_view text, std::string_view pattern) {
     if (text.size() < pattern.size()) return notFound;
     if (pattern.size() == 1) return findLastByte(text, pattern.front());
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return findLastByCandidates(text, pattern);
-#endif
-    return findLastLinear(text, pattern);
+    return KELCL_DISPATCH(findLastByCandidates(text, pattern), findLastLinear(text, pattern));
 }
 
 std::size_t countPattern(std::string_view text, std::string_view pattern) {

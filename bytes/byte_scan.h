@@ -7,7 +7,7 @@
 #include "bytes/block.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
-#include "bytes/multiversion.h"
+#include "bytes/dispatch.h"
 
 #include <bit>
 #include <cstddef>
@@ -167,16 +167,6 @@ KELCL_BLOCKS_INLINE std::uint32_t maskOfFewer(char const* bytes, std::size_t n, 
     return mask;
 }
 
-KELCL_BLOCKS_INLINE std::size_t lowestBit(std::uint64_t mask) {
-    return static_cast<std::size_t>(std::countr_zero(mask));
-}
-KELCL_BLOCKS_INLINE std::size_t highestBit(std::uint64_t mask) {
-    return static_cast<std::size_t>(63 - std::countl_zero(mask));
-}
-KELCL_BLOCKS_INLINE std::size_t bitCount(std::uint64_t mask) {
-    return static_cast<std::size_t>(__builtin_popcountll(mask));
-}
-
 template <class Matcher>
 KELCL_BLOCKS std::size_t findFirst(std::string_view text, Matcher matcher) {
     char const* const bytes = text.data();
@@ -270,42 +260,27 @@ KELCL_BLOCKS std::size_t countRuns(std::string_view text, Matcher matcher) {
 
 template <class Matcher>
 std::size_t findFirst(std::string_view text, Matcher matcher) {
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return blocks::findFirst(text, matcher);
-#endif
-    return portable::findFirst(text, matcher);
+    return KELCL_DISPATCH(blocks::findFirst(text, matcher), portable::findFirst(text, matcher));
 }
 
 template <class Matcher>
 std::size_t findLast(std::string_view text, Matcher matcher) {
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return blocks::findLast(text, matcher);
-#endif
-    return portable::findLast(text, matcher);
+    return KELCL_DISPATCH(blocks::findLast(text, matcher), portable::findLast(text, matcher));
 }
 
 template <class Matcher>
 std::size_t count(std::string_view text, Matcher matcher) {
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return blocks::count(text, matcher);
-#endif
-    return portable::count(text, matcher);
+    return KELCL_DISPATCH(blocks::count(text, matcher), portable::count(text, matcher));
 }
 
 template <class Matcher>
 std::uint64_t maskOfStart(std::string_view text, Matcher matcher) {
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return blocks::maskOfStart(text, matcher);
-#endif
-    return portable::maskOfStart(text, matcher);
+    return KELCL_DISPATCH(blocks::maskOfStart(text, matcher), portable::maskOfStart(text, matcher));
 }
 
 template <class Matcher>
 std::size_t countRuns(std::string_view text, Matcher matcher) {
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) return blocks::countRuns(text, matcher);
-#endif
-    return portable::countRuns(text, matcher);
+    return KELCL_DISPATCH(blocks::countRuns(text, matcher), portable::countRuns(text, matcher));
 }
 
 } // namespace kelcl

@@ -65,18 +65,16 @@ private:
     std::size_t count_ = 0;
 };
 
+#endif
+
 // Below this size making the rows costs more than it saves.
 constexpr std::size_t vectorSize = 128;
-
-#endif
 
 } // namespace
 
 void copyTranslated(char* out, char const* in, std::size_t n, unsigned char const (&table)[256]) {
-    std::size_t done = 0;
-#if KELCL_HAS_BLOCKS
-    if (n >= vectorSize && processorHasBlocks()) done = ChangedRows(table).translateBlocks(out, in, n);
-#endif
+    std::size_t const done =
+        n < vectorSize ? 0 : KELCL_DISPATCH(ChangedRows(table).translateBlocks(out, in, n), 0);
     translateEach(out + done, in + done, n - done, table);
 }
 

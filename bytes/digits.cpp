@@ -53,19 +53,13 @@ void readHex(char* out, char const* in, std::size_t digits) {
         *out++ = static_cast<char>(hexValue(*in++));
         --digits;
     }
-    std::size_t i = 0;
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) i = blocks::readHexBlocks(out, in, digits);
-#endif
+    std::size_t i = KELCL_DISPATCH(blocks::readHexBlocks(out, in, digits), 0);
     for (; i < digits; i += 2)
         out[i / 2] = static_cast<char>(hexValue(in[i]) << 4U | hexValue(in[i + 1]));
 }
 
 void writeBinary(char* out, char const* in, std::size_t n) {
-    std::size_t i = 0;
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) i = blocks::writeBinaryBlocks(out, in, n);
-#endif
+    std::size_t i = KELCL_DISPATCH(blocks::writeBinaryBlocks(out, in, n), 0);
     for (; i < n; ++i)
         for (unsigned int bit = 0; bit < 8; ++bit)
             out[8 * i + bit] = static_cast<char>('0' + (static_cast<unsigned char>(in[i]) >> (7 - bit) & 1U));
@@ -77,10 +71,7 @@ void readBinary(char* out, char const* in, std::size_t digits) {
         in += shortGroup;
         digits -= shortGroup;
     }
-    std::size_t i = 0;
-#if KELCL_HAS_BLOCKS
-    if (processorHasBlocks()) i = blocks::readBinaryBlocks(out, in, digits);
-#endif
+    std::size_t i = KELCL_DISPATCH(blocks::readBinaryBlocks(out, in, digits), 0);
     for (; i < digits; i += 8)
         out[i / 8] = byteOfBits(in + i, 8);
 }

@@ -16,7 +16,7 @@
 
 #include "bytes/spectrum.h"
 
-#include "bytes/multiversion.h"
+#include "bytes/dispatch.h"
 
 #include <algorithm>
 #include <array>
@@ -219,6 +219,18 @@ KELCL_INLINED void joinThree(KELCL_STRETCH re0, KELCL_STRETCH im0, KELCL_STRETCH
     }
 }
 
+/// Takes splitInFour or joinFour as a step for each of `blocks` blocks, which share out n coefficients.
+template <auto step>
+KELCL_INLINED void eachInFour(double* re, double* im, std::size_t n, std::size_t blocks, Root const* roots) {
+    std::size_t const m = n / blocks / 4;
+    for (std::size_t b = 0; b < blocks; ++b) {
+        double* const r = re + b * 4 * m;
+        double* const i = im + b * 4 * m;
+        step(r, i, r + m, i + m, r + 2 * m, i + 2 * m, r + 3 * m, i + 3 * m, m, roots[blocks + b],
+             roots[2 * (blocks + b)]);
+    }
+}
+
 /// Splits down to blocks of four, where n is a power of two.
 KELCL_INLINED void splitAll(double* re, double* im, std::size_t n, Root const* roots) {
     std::size_t blocks = 1;
@@ -226,27 +238,13 @@ KELCL_INLINED void splitAll(double* re, double* im, std::size_t n, Root const* r
         splitInTwo(re, im, re + n / 2, im + n / 2, n / 2, roots[1]);
         blocks = 2;
     }
-    for (; n / blocks > blockSize; blocks *= 4) {
-        std::size_t const m = n / blocks / 4;
-        for (std::size_t b = 0; b < blocks; ++b) {
-            double* const r = re + b * 4 * m;
-            double* const i = im + b * 4 * m;
-            splitInFour(r, i, r + m, i + m, r + 2 * m, i + 2 * m, r + 3 * m, i + 3 * m, m, roots[blocks + b],
-                        roots[2 * (blocks + b)]);
-        }
-    }
+    for (; n / blocks > blockSize; blocks *= 4)
+        eachInFour<splitInFour>(re, im, n, blocks, roots);
 }
 
 KELCL_INLINED void joinAll(double* re, double* im, std::size_t n, Root const* roots) {
-    for (std::size_t blocks = n / blockSize / 4; blocks > 0; blocks /= 4) {
-        std::size_t const m = n / blocks / 4;
-        for (std::size_t b = 0; b < blocks; ++b) {
-            double* const r = re + b * 4 * m;
-            double* const i = im + b * 4 * m;
-            joinFour(r, i, r + m, i + m, r + 2 * m, i + 2 * m, r + 3 * m, i + 3 * m, m, roots[blocks + b],
-                     roots[2 * (blocks + b)]);
-        }
-    }
+    for (std::size_t blocks = n / blockSize / 4; blocks > 0; blocks /= 4)
+        eachInFour<joinFour>(re, im, n, blocks, roots);
     if (std::countr_zero(n) % 2 != 0) joinTwo(re, im, re + n / 2, im + n / 2, n / 2, roots[1]);
 }
 

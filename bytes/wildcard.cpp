@@ -6,7 +6,7 @@
 #include "bytes/wildcard.h"
 
 #include "bytes/byte_search.h"
-#include "bytes/multiversion.h"
+#include "bytes/dispatch.h"
 #include "bytes/sequence_search.h"
 
 #include <algorithm>
