@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -13,23 +14,21 @@ using namespace bytes_test;
 using kelcl::matchesWildcard;
 
 bool plainMatch(std::string_view text, std::string_view pattern, char anyString, char anyChar) {
-    std::vector<bool> matches(text.size() + 1); // of the pattern so far with each beginning of the text
+    // Of the pattern so far with each beginning of the text. Not a vector of bool: those are slow without
+    // optimisation.
+    std::unique_ptr<bool[]> const matches(new bool[text.size() + 1]());
+    bool* const row = matches.get();
     matches[0] = true;
     for (char const wanted : pattern) {
-        std::vector<bool> next(text.size() + 1);
         if (wanted == anyString) {
-            bool reached = false;
-            for (std::size_t i = 0; i <= text.size(); ++i) {
-                reached = reached || matches[i];
-                next[i] = reached;
-            }
-        } else {
-            for (std::size_t i = 0; i < text.size(); ++i)
-                next[i + 1] = matches[i] && (wanted == anyChar || wanted == text[i]);
+            std::fill(std::find(row, row + text.size() + 1, true), row + text.size() + 1, true);
+            continue;
         }
-        matches = next;
+        for (std::size_t i = text.size(); i > 0; --i)
+            row[i] = row[i - 1] && (wanted == anyChar || wanted == text[i - 1]);
+        row[0] = false;
     }
-    return matches[text.size()];
+    return row[text.size()];
 }
 
 bool isLike(std::string_view text, std::string_view pattern) {

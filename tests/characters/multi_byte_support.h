@@ -209,21 +209,27 @@ inline std::string bytesOf(wchar_t value) {
 inline bool hasYenSign() { return localeModeIs("sjis") || localeModeIs("sjisx0213"); }
 
 /// The parts that texts are put together of: the samples, and bytes that are no character, NUL among them.
-inline std::vector<std::string> parts() {
-    std::vector<std::string> all = {"a", "B", "7", " ", "\\", "\0"s, "\x80", "\xA1", "\xE4"};
-    for (Sample const& sample : samples().longCharacters())
-        all.push_back(sample.bytes);
-    for (std::string const& bad : {samples().invalid, samples().lead, samples().pair.bytes})
-        if (!bad.empty()) all.push_back(bad);
-    return all;
+inline std::vector<std::string> const& parts() {
+    static std::vector<std::string> const ours = [] {
+        std::vector<std::string> all = {"a", "B", "7", " ", "\\", "\0"s, "\x80", "\xA1", "\xE4"};
+        for (Sample const& sample : samples().longCharacters())
+            all.push_back(sample.bytes);
+        for (std::string const& bad : {samples().invalid, samples().lead, samples().pair.bytes})
+            if (!bad.empty()) all.push_back(bad);
+        return all;
+    }();
+    return ours;
 }
 
 /// The parts that are whole characters only.
-inline std::vector<std::string> wholeParts() {
-    std::vector<std::string> all = {"a", "B", "7", " ", "\\", "\0"s};
-    for (Sample const& sample : samples().longCharacters())
-        all.push_back(sample.bytes);
-    return all;
+inline std::vector<std::string> const& wholeParts() {
+    static std::vector<std::string> const ours = [] {
+        std::vector<std::string> all = {"a", "B", "7", " ", "\\", "\0"s};
+        for (Sample const& sample : samples().longCharacters())
+            all.push_back(sample.bytes);
+        return all;
+    }();
+    return ours;
 }
 
 inline std::string randomText(std::mt19937& random, std::vector<std::string> const& from, std::size_t most) {
@@ -235,11 +241,14 @@ inline std::string randomText(std::mt19937& random, std::vector<std::string> con
 
 /// Bytes as hexadecimal digits, for messages.
 inline std::string hex(std::string_view bytes) {
-    std::string text;
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text(3 * bytes.size(), ' ');
+    char* at = text.data();
     for (char const byte : bytes) {
-        constexpr char digits[] = "0123456789ABCDEF";
         auto const value = static_cast<unsigned char>(byte);
-        text += {digits[value >> 4], digits[value & 15], ' '};
+        at[0] = digits[value >> 4];
+        at[1] = digits[value & 15];
+        at += 3;
     }
     return text;
 }

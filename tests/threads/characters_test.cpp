@@ -9,14 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define KELCL_SEARCHES_FOR_LEAKS
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KELCL_SEARCHES_FOR_LEAKS
-#endif
-#endif
-#ifdef KELCL_SEARCHES_FOR_LEAKS
+#ifdef KELCL_ADDRESS_SANITIZER
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -45,7 +38,7 @@ constexpr int rounds = 500;
 /// The C library's newlocale loses the list of folders that it makes of LOCPATH, which a search for leaks
 /// would find.
 locale_t newLocale(char const* name) {
-#ifdef KELCL_SEARCHES_FOR_LEAKS
+#ifdef KELCL_ADDRESS_SANITIZER
     __lsan::ScopedDisabler const disabled;
 #endif
     return newlocale(LC_ALL_MASK, name, nullptr);

@@ -144,10 +144,17 @@ std::map<std::string, std::function<bool()>> const cases = {{"empty-buffers", em
 
 std::string program;
 
+// AddressSanitizer makes a process slow to start and to end, and looks for no race.
+#ifdef KELCL_ADDRESS_SANITIZER
+constexpr int runs = 5;
+#else
+constexpr int runs = 20;
+#endif
+
 /// Runs the case in many processes, as the race is a different one each time. It prints `outputLines` lines,
 /// and reports on standard error only where that is what it is about.
 void expectOften(std::string const& name, std::size_t outputLines = 0, bool reports = false) {
-    for (int run = 0; run < 20; ++run) {
+    for (int run = 0; run < runs; ++run) {
         ProgramRun const done = runProgram(program, {name});
         ASSERT_EQ(done.status, 0) << done.output << done.errors;
         EXPECT_EQ(linesOf(done.output).size(), outputLines) << done.output;

@@ -6,6 +6,15 @@
 #include <thread>
 #include <vector>
 
+// Defined where the program is compiled for AddressSanitizer, which also searches for leaks.
+#if defined(__SANITIZE_ADDRESS__)
+#define KELCL_ADDRESS_SANITIZER
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KELCL_ADDRESS_SANITIZER
+#endif
+#endif
+
 /// Runs `body(0)` to `body(count - 1)` in a thread each, and waits for all of them.
 template <class Body>
 void together(int count, Body const& body) {
