@@ -8,9 +8,8 @@
 namespace {
 
 using ops::bytes;
+using ops::farEnd;
 using ops::Owned;
-
-constexpr unsigned int farEnd = 0xFFFFFFFF;
 
 Owned abcabc() { return Owned("abcabc"); }
 

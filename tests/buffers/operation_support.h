@@ -18,6 +18,9 @@
 
 namespace ops {
 
+/// A position past the end of every text.
+inline constexpr unsigned int farEnd = 0xFFFFFFFF;
+
 /// A literal with all its bytes, embedded NULs included.
 template <std::size_t n>
 std::string bytes(char const (&literal)[n]) {

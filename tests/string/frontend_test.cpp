@@ -16,12 +16,11 @@ namespace {
 using ops::bytes;
 using ops::contentsOf;
 using ops::failureOf;
+using ops::farEnd;
 using ops::fresh;
 using ops::invalidRequest;
 using ops::refsOf;
 using ops::switchIsOn;
-
-constexpr unsigned int farEnd = 0xFFFFFFFF;
 
 // Element access
 
