@@ -1,6 +1,7 @@
 // Searches of multi-byte text for patterns: where they begin, and where they find what they search for.
 #include "tests/buffers/ddbcs_search_support.h"
 
+#include <kelcl/dnlsutil.h>
 #include <kelcl/dstring.h>
 
 #include <string>
