@@ -3,6 +3,8 @@
 #ifndef KELCL_BENCH_BYTES_H
 #define KELCL_BENCH_BYTES_H
 
+#include "bytes/byte_search.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -2,6 +2,7 @@
 #include "bench/multi_byte_contest.h"
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/dnlsutil.h>
 
 #if KELCL_BENCH_ICU // the build found it, and links it
 #include <unicode/uchar.h>
