@@ -1,15 +1,12 @@
-// DBase's version and message catalog, the new-handler, and the library's start-up: its three static objects.
-// They stand in one unit because their order is relied on.
+// DBase: the version, the message catalog and the new-handler. Reports of the new-handler name this file, and
+// hosts match on that.
 #include "except/environment.h"
 #include "except/raise.h"
 #include "except/text_copy.h"
 
 #include <kelcl/dbase.h>
-#include <kelcl/dstring.h>
 
 #include <atomic>
-#include <cctype>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -61,51 +58,4 @@ void DKORVA_Init::newHandler() {
     kelcl::raise(
         [] { return DOutOfMemory(DBase::messageText(outOfMemory), outOfMemory, DException::unrecoverable); },
         {"dbase", nullptr, newHandlerLine});
-}
-
-// Start-up
-
-int DString::fgI18NState = 0;
-DException::TraceFn* DExceptStaticPtr::defaultFunction = nullptr;
-DException::TraceFn* DExceptStaticPtr::userFunction = nullptr;
-
-namespace {
-
-/// The default trace function, in the state in which the exceptions begin: nobody is registered.
-class TraceFunctions {
-public:
-    TraceFunctions() {
-        DExceptStaticPtr::defaultFunction = nullptr;
-        DExceptStaticPtr::userFunction = nullptr;
-    }
-    DExceptTraceFn standard;
-};
-
-/// Reads the national-language switch: on for "ON" in any case, and nothing else.
-class I18N_Init {
-public:
-    I18N_Init() {
-        char const* const value = kelcl::environmentVariable("KORVA_I18N");
-        bool const isOn =
-            value != nullptr && std::strlen(value) == 2 && upper(value[0]) == 'O' && upper(value[1]) == 'N';
-        DString::fgI18NState = isOn ? 1 : 0;
-    }
-
-private:
-    static int upper(char c) { return std::toupper(static_cast<unsigned char>(c)); }
-};
-
-// In this order: making the trace functions undoes what the first registered, so that after start-up nobody
-// is registered and the new-handler stays.
-DKORVA_Init outOfMemoryHandler;
-TraceFunctions traceFunctions;
-I18N_Init nationalLanguageSwitch;
-
-} // namespace
-
-DException::TraceFn* DExceptStaticPtr::traceFunction() noexcept {
-    if (DException::TraceFn* const user = std::atomic_ref(userFunction).load()) return user;
-    std::atomic_ref const standard(defaultFunction); // two threads may fail at once
-    if (standard.load() == nullptr) standard.store(&traceFunctions.standard);
-    return standard.load();
 }

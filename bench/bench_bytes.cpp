@@ -5,6 +5,7 @@
 #include "bytes/byte_set.h"
 #include "bytes/digits.h"
 #include "bytes/wildcard.h"
+#include "bytes/word_separators.h"
 
 #include <benchmark/benchmark.h>
 

@@ -40,7 +40,7 @@ void turnTracing(char const* traceSwitch, char const* destination) {
     DTraceSetup::initialize();
 }
 
-/// Standard output goes nowhere while this lives.
+/// Discards standard output while this lives.
 class OutputNowhere {
 public:
     OutputNowhere() : kept_(::dup(STDOUT_FILENO)) {

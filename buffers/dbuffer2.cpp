@@ -1,4 +1,5 @@
-// DBuffer: three-way comparison, by bytes or by the locale's collation.
+// DBuffer: three-way comparison, by bytes or by the locale's collation. Reports of a collation that fails
+// name this file, and hosts match on that.
 #include "buffers/collation.h"
 
 #include <kelcl/dstring.h>

@@ -1,4 +1,5 @@
-// DBuffer: whole-text character classes. What the classes contain is told in character_classes.
+// DBuffer: whole-text character classes and kinds of characters. What the classes contain is told in
+// character_classes.
 #include "buffers/buffer_factory.h"
 #include "bytes/byte_search.h"
 #include "characters/character_classes.h"
@@ -29,3 +30,12 @@ bool DBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, *this); 
 bool DBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, *this); }
 
 bool DBuffer::isASCII() const { return length != 0 && kelcl::isAscii({contents(), length}); }
+
+bool DBuffer::isMBCS() const { return false; }
+bool DBuffer::isDBCS() const { return false; }
+bool DBuffer::isSBCS() const { return true; }
+bool DBuffer::isValidMBCS() const { return true; }
+bool DBuffer::isValidDBCS() const { return true; }
+bool DBuffer::includesMBCS() const { return false; }
+bool DBuffer::includesDBCS() const { return false; }
+bool DBuffer::includesSBCS() const { return true; }

@@ -235,6 +235,14 @@ DBuffer* DBuffer::reverse() {
     });
 }
 
+DBuffer* DBuffer::remove(unsigned int start, unsigned int count) {
+    if (length == 0 || start > length) return shared(*this);
+    unsigned int const before = std::max(start, 1U) - 1;
+    unsigned int const removed = std::min(count, length - before);
+    char const* const behind = contents() + before + removed;
+    return newBuffer(contents(), before, behind, length - before - removed);
+}
+
 DBuffer* DBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {
     if (n == 0 && position <= length) return shared(*this);
     unsigned int const before = std::max(position, 1U) - 1;
@@ -255,6 +263,12 @@ DBuffer* DBuffer::leftJustify(unsigned int width, char padCharacter) {
     if (width == length) return shared(*this);
     unsigned int const kept = std::min(length, width);
     return newBuffer(contents(), kept, nullptr, width - kept, nullptr, 0, padCharacter);
+}
+
+DBuffer* DBuffer::rightJustify(unsigned int width, char padCharacter) {
+    if (width == length) return shared(*this);
+    unsigned int const kept = std::min(length, width);
+    return newBuffer(nullptr, width - kept, contents() + length - kept, kept, nullptr, 0, padCharacter);
 }
 
 DBuffer* DBuffer::center(unsigned int width, char padCharacter) {

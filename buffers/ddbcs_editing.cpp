@@ -1,141 +1,32 @@
-// DDBCSBuffer: editing. Each operation chooses between two paths that stand side by side: wide characters
-// with the switch on, and bytes with repair of cut characters with it off.
+// DDBCSBuffer: editing, except for case. Each operation chooses between two paths that stand side by side:
+// wide characters with the switch on, and bytes with repair of cut characters with it off.
 #include "buffers/buffer_factory.h"
 #include "buffers/character_repair.h"
 #include "buffers/length.h"
 #include "buffers/owned_buffer.h"
 #include "buffers/strip.h"
 #include "buffers/translation.h"
-#include "buffers/virtual_answers.h"
-#include "bytes/byte_edit.h"
-#include "bytes/byte_search.h"
+#include "buffers/wide_path.h"
 #include "characters/conversion.h"
-#include "characters/remembered.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
-#include <kelcl/dstring.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <cwctype>
-#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
 
 namespace {
 
-bool isWideMode() { return DString::fgI18NState == 1; }
-
+using kelcl::isPlainUtf8;
+using kelcl::isWideMode;
+using kelcl::narrowed;
+using kelcl::narrowedTo;
 using kelcl::shared;
 using kelcl::sharedEmpty;
-
-/// Whether the text converts to wide characters and back to itself, so that an edit that only moves or leaves
-/// out characters need not convert.
-bool isPlainUtf8(DBuffer const& buffer) { return kelcl::isPlainUtf8Text(buffer.contents(), buffer.length); }
-
-/// A new buffer of wide characters in multi-byte form, as long as they need.
-DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
-    // MB_CUR_MAX may be less than a character has.
-    std::size_t const most = std::max(MB_CUR_MAX, kelcl::BufferSteps::longestCharacter);
-    auto const room =
-        static_cast<unsigned int>(std::min<std::size_t>(std::size_t{count} * most, kelcl::unboundedLength));
-    std::unique_ptr<char[]> const scratch(new char[room]);
-    return like.newBuffer(scratch.get(), cvtWCS2MBS(wide, count, scratch.get(), room, 0, ' '));
-}
-
-/// A new buffer of exactly `width` bytes: as many whole characters as fit, padded.
-DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide, unsigned int count,
-                    char padCharacter) {
-    if (width == 0) return like.newBuffer(nullptr, 0);
-    kelcl::OwnedBuffer result(kelcl::allocateLike(like, width));
-    cvtWCS2MBS(wide, count, result->contents(), width, 1, padCharacter);
-    return result.release();
-}
-
-// Case
-
-/// Plain UTF-8 text with each character mapped in its place. Null when the text is not plain, or a character
-/// becomes one of another length.
-template <class Mapped>
-DBuffer* mapInPlaces(DBuffer const& buffer, Mapped mapped) {
-    kelcl::OwnedBuffer result(kelcl::allocateLike(buffer, buffer.length));
-    for (std::size_t at = 0; at < buffer.length;) {
-        wchar_t values[256];
-        std::size_t const most = std::min(buffer.length - at, std::size(values));
-        kelcl::Stretch const from = kelcl::widenUtf8(values, buffer.contents() + at, most);
-        if (from.bytes == 0) return nullptr;
-        std::transform(values, values + from.characters, values, mapped);
-        kelcl::Stretch const to =
-            kelcl::narrowUtf8(result->contents() + at, from.bytes, values, from.characters);
-        if (to.bytes != from.bytes || to.characters != from.characters) return nullptr;
-        at += from.bytes;
-    }
-    return result.release();
-}
-
-DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
-    if (buffer.length == 0) return shared(buffer);
-    auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    return kelcl::withAnswers<wchar_t>(buffer.length, ask, [&buffer](auto mapped) {
-        if (kelcl::isUtf8Locale())
-            if (DBuffer* const result = mapInPlaces(buffer, mapped)) return result;
-        DWBuffer const wide(buffer.contents(), buffer.length);
-        std::transform(wide.wide, wide.wide + wide.length, wide.wide, mapped);
-        return narrowed(buffer, wide.wide, wide.length);
-    });
-}
-
-/// Where the letters of one case are among the bytes of a text, and how they get the other case.
-struct OtherCase {
-    std::string_view letters;
-    int distance; ///< From a letter to the same in the other case.
-    std::size_t (*find)(std::string_view);
-    void (*copy)(char*, char const*, std::size_t);
-};
-
-/// The offset of the first character that is one of the letters.
-std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::BufferSteps& steps) {
-    kelcl::RisingStarts starts(text.data(), 0, steps);
-    auto const find = [text, &other](std::size_t from) {
-        std::size_t const found = other.find(text.substr(std::min(from, text.size())));
-        return found == kelcl::notFound ? found : from + found;
-    };
-    return kelcl::firstAtStart(starts, find(0), find);
-}
-
-/// Changes the letters that the virtual search of a class of a host's finds, where it calls them characters
-/// of one byte.
-DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
-    return kelcl::editFound(buffer, other.letters, [&](char& letter, unsigned int position) {
-        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + other.distance);
-    });
-}
-
-/// Changes the single-byte letters.
-DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
-    if (!kelcl::isOfLibraryClass(buffer)) return mapFound(buffer, other);
-    kelcl::BufferSteps steps;
-    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, other, steps);
-    if (first == kelcl::notFound) return shared(buffer);
-    DBuffer* const result =
-        buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
-    char* const text = result->contents();
-    if (steps.standsAlone('z')) {
-        other.copy(text + first, text + first, result->length - first);
-        return result;
-    }
-    for (std::size_t at = first; at < result->length;) {
-        unsigned int const bytes = steps.length(text + at);
-        if (bytes == 1 && text[at] >= other.letters.front() && text[at] <= other.letters.back())
-            text[at] = static_cast<char>(text[at] + other.distance);
-        at += bytes;
-    }
-    return result;
-}
 
 // Strip
 
@@ -310,16 +201,6 @@ DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padChara
 
 } // namespace
 
-DBuffer* DDBCSBuffer::upperCase() {
-    if (isWideMode()) return mapWide(*this, std::towupper);
-    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", -32, kelcl::findLowerCase, kelcl::copyUpperCase});
-}
-
-DBuffer* DDBCSBuffer::lowerCase() {
-    if (isWideMode()) return mapWide(*this, std::towlower);
-    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", 32, kelcl::findUpperCase, kelcl::copyLowerCase});
-}
-
 DBuffer* DDBCSBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                                 unsigned int outputLength, char padCharacter) {
     if (isWideMode()) {
@@ -353,6 +234,16 @@ DBuffer* DDBCSBuffer::reverse() {
     return isWideMode() && !isPlainUtf8(*this) ? reverseWide(*this) : reverseBytes(*this);
 }
 
+DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
+    if (length == 0 || start > length) return shared(*this);
+    unsigned int const first = std::max(start, 1U);
+    unsigned int const behind = first + std::min(count, length - first + 1);
+    kelcl::OwnedBuffer result(DBuffer::remove(first, count));
+    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
+    kelcl::blankCutTail(*this, behind, *result, first, ' ');
+    return result.release();
+}
+
 DBuffer* DDBCSBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {
     if (n == 0 && position <= length) return shared(*this);
     unsigned int const first = std::max(position, 1U);
@@ -369,6 +260,13 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
     }
     kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
     kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);
+    return result.release();
+}
+
+DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
+    kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
+    if (width < length && width != 0)
+        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
     return result.release();
 }
 

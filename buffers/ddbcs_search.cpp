@@ -1,10 +1,8 @@
-// DDBCSBuffer: extraction and searches. Scans begin at character starts and stop at character starts; what
+// DDBCSBuffer: searches. Scans begin at character starts and stop at character starts; what
 // can be found by bytes alone is left to the byte kernels.
 #include "buffers/buffer_factory.h"
-#include "buffers/character_repair.h"
-#include "buffers/length.h"
 #include "buffers/overriding.h"
-#include "buffers/owned_buffer.h"
+#include "buffers/wide_path.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
 #include "bytes/pattern_matches.h"
@@ -13,15 +11,13 @@
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dnlsutil.h>
-#include <kelcl/dstring.h>
 
 #include <algorithm>
-#include <cstring>
-#include <memory>
 #include <string_view>
 
 namespace {
 
+using kelcl::isWideMode;
 using kelcl::notFound;
 
 std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
@@ -112,8 +108,6 @@ unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const
     });
 }
 
-bool isWideMode() { return DString::fgI18NState == 1; }
-
 // A class that a host derived may begin a search inside of a character, and say what its characters are. Its
 // searches go from there character by character.
 
@@ -185,34 +179,6 @@ unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int 
     while (last != 0 && charType(last) >= 2)
         --last;
     return last;
-}
-
-// Extraction
-
-DBuffer* DDBCSBuffer::subString(unsigned int start) const {
-    if (start > length) return newBuffer(nullptr, 0);
-    std::size_t const room = 2 * (std::size_t{length} - start + 1);
-    std::unique_ptr<char[]> const scratch(new char[room]);
-    unsigned int const written = getRemainString(contents(), length, start, ' ', scratch.get());
-    return newBuffer(scratch.get(), written);
-}
-
-DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char padCharacter) const {
-    if (isWideMode()) {
-        if (count == 0) return newBuffer(nullptr, 0);
-        kelcl::OwnedBuffer result(kelcl::allocateLike(*this, count));
-        getSubString(contents(), length, start, padCharacter, result->contents(), count);
-        return result.release();
-    }
-    unsigned int const from = start >= 1 && start <= length ? start : 1;
-    unsigned int const available = start <= length ? length - from + 1 : 0;
-    unsigned int const taken = std::min(count, available);
-    kelcl::OwnedBuffer result(
-        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter));
-    kelcl::blankCutTail(*this, from, *result, 1, padCharacter);
-    if (taken == count && count < length - from + 1)
-        kelcl::blankCutHead(*this, from + count, *result, count, padCharacter);
-    return result.release();
 }
 
 // Forward searches

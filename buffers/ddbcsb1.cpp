@@ -1,9 +1,6 @@
-// DDBCSBuffer: identity, character measurement, collating comparison and the edits that repair cut
-// characters.
-#include "buffers/buffer_block.h"
-#include "buffers/character_repair.h"
+// DDBCSBuffer: three-way comparison, by the locale's collation with the switch on. Reports of a collation
+// that fails name this file, and hosts match on that.
 #include "buffers/collation.h"
-#include "buffers/owned_buffer.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -12,69 +9,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <cwchar>
 #include <memory>
 #include <new>
-
-DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
-
-DDBCSBuffer::~DDBCSBuffer() = default;
-
-DBuffer* DDBCSBuffer::allocate(unsigned int size) const {
-    if (size >= kelcl::lengthLimit) overflow();
-    return kelcl::construct<DDBCSBuffer>(size);
-}
-
-char const* DDBCSBuffer::className() const { return "DDBCSBuffer"; }
-
-unsigned int DDBCSBuffer::charType(unsigned int index) const {
-    if (index == 0 || index > length) return 0;
-    kelcl::BufferSteps steps;
-    std::size_t const at = index - 1;
-    std::size_t const start = kelcl::startOfCharacter(contents(), at, steps);
-    if (start == at && steps.length(contents() + at) == 1) return 0;
-    return static_cast<unsigned int>(at - start) + 1;
-}
-
-char* DDBCSBuffer::next(char const* p) { return const_cast<char*>(p) + kelcl::BufferSteps().length(p); }
-char const* DDBCSBuffer::next(char const* p) const { return p + kelcl::BufferSteps().length(p); }
-
-int DDBCSBuffer::charLength(char const* p, std::mbstate_t* state) {
-    // A fresh state is what a walk begins with; within a character only the C library can go on.
-    bool const isFresh = state == nullptr || std::mbsinit(state) != 0;
-    kelcl::BufferSteps steps = isFresh ? kelcl::BufferSteps() : kelcl::BufferSteps(*state);
-    auto const bytes = static_cast<int>(steps.length(p));
-    if (state != nullptr) *state = {}; // the next character begins anew
-    return bytes;
-}
-
-int DDBCSBuffer::charLength(unsigned int index, std::mbstate_t* state) const {
-    return index == 0 || index > length ? 1 : charLength(contents() + index - 1, state);
-}
-
-unsigned int DDBCSBuffer::prevCharLength(unsigned int index) const {
-    return index <= 1 ? 1 : std::max(charType(index - 1), 1U);
-}
-unsigned int DDBCSBuffer::prevCharLength(unsigned int index, std::mbstate_t*) const {
-    return prevCharLength(index);
-}
-
-int DDBCSBuffer::isSBC(char const* p, std::mbstate_t* state) { return charLength(p, state) == 1 ? 1 : 0; }
-
-int DDBCSBuffer::isCharValid(unsigned int index, char const* set, unsigned int setLength) const {
-    if (index == 0 || index > length) return 0;
-    kelcl::BufferSteps steps;
-    char const* const character = contents() + index - 1;
-    unsigned int const bytes = steps.length(character);
-    kelcl::BufferSteps members(steps.encoding());
-    for (unsigned int at = 0; at < setLength && bytes <= setLength - at;) {
-        unsigned int const memberBytes = members.lengthWithin(set + at, setLength - at);
-        if (memberBytes == bytes && std::memcmp(character, set + at, bytes) == 0) return 1;
-        at += memberBytes;
-    }
-    return 0;
-}
-
-// Comparison
 
 namespace {
 
@@ -191,23 +128,4 @@ int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
     default:
         return kelcl::orderOfLengths(length, otherLength);
     }
-}
-
-// Repairing edits
-
-DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
-    if (length == 0 || start > length) return kelcl::shared(*this);
-    unsigned int const first = std::max(start, 1U);
-    unsigned int const behind = first + std::min(count, length - first + 1);
-    kelcl::OwnedBuffer result(DBuffer::remove(first, count));
-    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
-    kelcl::blankCutTail(*this, behind, *result, first, ' ');
-    return result.release();
-}
-
-DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
-    kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
-    if (width < length && width != 0)
-        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
-    return result.release();
 }

@@ -56,16 +56,13 @@ private:
     std::array<unsigned char, 32> rows_{};
 };
 
-/// The six bytes that separate words, in every locale.
-inline constexpr ByteSet wordSeparators{"\t\n\v\f\r "};
-
 /// The offset of the first (last) byte that is in the set (that is not in it), or notFound.
 std::size_t findFirstIn(std::string_view text, ByteSet const& set);
 std::size_t findFirstNotIn(std::string_view text, ByteSet const& set);
 std::size_t findLastIn(std::string_view text, ByteSet const& set);
 std::size_t findLastNotIn(std::string_view text, ByteSet const& set);
 
-/// How many runs of bytes outside of the set the text has: for wordSeparators, its number of words.
+/// How many runs of bytes outside of the set the text has: outside of the separators, its number of words.
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set);
 
 /// How many bytes are in the set.

@@ -92,7 +92,7 @@ void writeDigits(char* out, std::uint32_t value, std::size_t digits) {
     }
 }
 
-/// Puts limbs of sixteen digits, the highest first, into text, without the zeros in front of the number.
+/// Puts limbs of sixteen digits, the highest first, into text, without leading zeros.
 class LimbWriter {
 public:
     explicit LimbWriter(char* out) : begin_(out), end_(out) {}

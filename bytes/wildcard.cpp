@@ -155,7 +155,7 @@ bool matchesWildcard(std::string_view text, std::string_view pattern, char anySt
 
     std::string_view pieces = pattern.substr(firstRun, lastRun - firstRun);
     while (!pieces.empty()) {
-        pieces.remove_prefix(1); // the wildcard in front of the piece
+        pieces.remove_prefix(1); // the wildcard before the piece
         std::size_t const end = std::min(findByte(pieces, anyString), pieces.size());
         Piece const piece(pieces.substr(0, end), anyChar);
         std::size_t const place = piece.findIn(text, steps);

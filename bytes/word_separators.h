@@ -1,5 +1,5 @@
-// The six bytes that separate words, as callers of the virtual searches pass them, and sets made of such
-// arguments.
+// The six bytes that separate words, in every locale: as a set, and as callers of the virtual searches pass
+// them.
 #ifndef KELCL_BYTES_WORD_SEPARATORS_H
 #define KELCL_BYTES_WORD_SEPARATORS_H
 
@@ -10,7 +10,7 @@ namespace kelcl {
 inline constexpr unsigned int separatorCount = 6;
 inline constexpr char separatorBytes[separatorCount + 1] = "\t\n\v\f\r ";
 
-constexpr bool isSeparator(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
+inline constexpr ByteSet wordSeparators{separatorBytes};
 
 /// Calls `search` with the set of the given bytes; the separators' set, which word operations search for all
 /// the time, is not made anew.

@@ -11,8 +11,8 @@ namespace {
 
 constexpr char const* utc = "UTC";
 
-/// Whether what the C library goes by at the moment could be UTC. Looks at numbers only: the zone's name
-/// belongs to the C library, which other threads may be calling.
+/// Whether the zone that the C library uses at the moment could be UTC. Looks at numbers only: the zone's
+/// name belongs to the C library, which other threads may be calling.
 bool mayZoneBeUtc() { return daylight == 0 && timezone == 0; }
 
 /// Whether the machine's zone, which holds while TZ is not set, is UTC by its name too.
@@ -36,10 +36,10 @@ bool isMachineZoneUtc() {
 }
 
 /// Whether local time is UTC, as far as that can be told without looking at the zone file, as `mktime` does
-/// in each call while TZ is not set. What the C library goes by may be left from a TZ that was set before.
+/// in each call while TZ is not set. The C library may still use a TZ that was set before.
 bool isLocalTimeUtc() { return std::getenv("TZ") == nullptr && isMachineZoneUtc() && mayZoneBeUtc(); }
 
-/// Formats into ever more room. The mark in front of the text tells an empty text from one that did not fit,
+/// Formats into ever more room. The mark before the text tells an empty text from one that did not fit,
 /// so that the room grows only as long as it helps; the limit is for C libraries that refuse a conversion.
 DString formattedLong(std::tm const& calendar, char const* format, std::size_t size) {
     constexpr std::size_t longest = std::size_t{64} << 20;

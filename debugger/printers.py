@@ -85,7 +85,7 @@ def quoted(data, whole_length):
 
 
 def buffer_text(text):
-    """The text that stands at an address behind the header of its buffer: virtual table, references, length."""
+    """The text at an address after the header of its buffer: virtual table, references, length."""
     if text == 0:
         raise NotAnObject
     references = number_at(text - 8, 'unsigned int')
@@ -205,7 +205,7 @@ class ExceptionPrinter(Addressed):
             return
         try:
             location_count = self.location_count()
-            # A text's node begins with the address of the block with its characters, behind the block's own header of 32
+            # A text's node begins with the address of the block with its characters, after the block's own header of 32
             # bytes, and the address of the next node.
             node = number_at(self.address + 160)
             for index in range(min(number_at(self.address + 152), shown_elements())):

@@ -52,7 +52,7 @@ struct Contents {
     std::vector<Record> records;
 };
 
-/// Writes the reports of exceptions, behind what the program has printed before them.
+/// Writes the reports of exceptions, after what the program has printed so far.
 class ReportBehindOutput final : public DException::TraceFn {
 public:
     void write(char const* line) override {
@@ -93,7 +93,7 @@ Record recordFrom(DString const& line) {
             dateFrom(line.subString(second + 1))};
 }
 
-/// Adds the record to the contents. One with a wrong date is refused, and reading goes on.
+/// Adds the record to the contents. One with a wrong date is refused, and reading continues.
 void takeRecord(DString const& line, Contents& contents) {
     try {
         contents.records.push_back(recordFrom(line));
@@ -192,7 +192,7 @@ void printRecords(std::vector<Record> const& records) {
     }
 }
 
-/// The bytes in hexadecimal, sixteen to a line behind the position of the first.
+/// The bytes in hexadecimal, sixteen to a line, after the position of the first.
 void printBytes(DString const& text) {
     for (unsigned int position = 1; position <= text.length(); position += 16) {
         unsigned int const count = std::min(16U, text.length() - position + 1);

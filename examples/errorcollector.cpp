@@ -1,6 +1,6 @@
 // A host program that takes the error reports of the library, and its own, into its hands: it installs a
 // trace function that collects them, and prints a summary at the end. The work that it does meanwhile is to
-// check a file of settings. How a report looks and who writes it by default is told in dexception.h.
+// check a file of settings. dexception.h says what a report looks like and who writes it by default.
 #include <kelcl/kelcl.h>
 
 #include <algorithm>
@@ -111,7 +111,7 @@ void checkSetting(DString const& name, DString const& value) {
     }
 }
 
-/// Checks one line. What is wrong with it is in the reports, and checking goes on.
+/// Checks one line. What is wrong with it is in the reports, and checking continues.
 void checkLine(DString line) {
     try {
         line.strip();

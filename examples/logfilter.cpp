@@ -28,7 +28,7 @@ char const* const help =
     "  --help      print this text\n"
     "\n"
     "A FILE named - is standard input. With several, each line has its FILE before it.\n"
-    "What stands behind -- is no option.\n"
+    "What follows -- is not an option.\n"
     "\n"
     "KORVA_TRACE=ON KORVA_TRACETO=stderr in the environment shows what is done.\n"
     "Exit status: 0 when a line was found, 1 when none was, 2 when something failed.\n";
@@ -42,7 +42,7 @@ struct Task {
     bool countsOnly = false;
 };
 
-/// Reports an exception in one line, behind what the program has printed before it.
+/// Reports an exception in one line, after what the program has printed so far.
 class OneLineReports final : public DException::TraceFn {
 public:
     TraceFn& logData(DException& exception) override {

@@ -42,7 +42,8 @@ struct Task {
     DString file; ///< "-" for standard input
 };
 
-/// Keeps the library from reporting: each failure is told where it is caught, with the number of its line.
+/// Keeps the library from reporting: each failure is reported where it is caught, with the number of its
+/// line.
 class NoReports final : public DException::TraceFn {
 public:
     TraceFn& logData(DException&) override { return *this; }
@@ -136,7 +137,7 @@ bool convert(DString const& record, Task const& task, std::string& converted) {
     unsigned int start = 0;
     for (std::size_t i = 0; i < task.fields.size(); ++i) {
         unsigned int const end = std::min(start + task.fields[i].characters, characters.length);
-        unsigned int last = end; // behind the last character that is not blank
+        unsigned int last = end; // past the last character that is not blank
         while (last > start && characters.wide[last - 1] == L' ')
             --last;
         try {

@@ -155,8 +155,3 @@ DException::TraceFn& DException::TraceFn::logData(DException& exception) {
     exceptionLogged();
     return *this;
 }
-
-void DException::setTraceFunction(TraceFn& function) noexcept {
-    DExceptStaticPtr::traceFunction(); // fills in the default one
-    std::atomic_ref(DExceptStaticPtr::userFunction).store(&function);
-}

@@ -13,7 +13,7 @@ namespace kelcl {
 /// One text of an exception and what is older. A node never changes after it was made, and stands in one
 /// block of memory with its characters.
 ///
-/// Chains share a node only when there was no memory to copy it: then a chain goes on with the node itself,
+/// Chains share a node only if out of memory when copying it: then a chain continues with the node itself,
 /// or begins with a node that shows the characters of another one. So a node has owners, and its block has
 /// holders, which keep the characters when the node itself is gone. The counts are atomic because the
 /// exceptions that share may be in different threads, which cannot know of it.
@@ -24,7 +24,7 @@ public:
     };
     using Owner = std::unique_ptr<DExcText, Release>;
 
-    /// A node with a copy of `text` in front of `next`, which it takes over. Null, with `next` untouched,
+    /// A node with a copy of `text` before `next`, which it takes over. Null, with `next` untouched,
     /// when there is no memory.
     static DExcText* create(char const* text, DExcText* next) noexcept { return create(text, "", next); }
 
@@ -52,7 +52,7 @@ private:
     static DExcText* borrowing(DExcText* source) noexcept;
     static void releaseCharacters(DExcText* block) noexcept;
 
-    // debugger/printers.py reads the first two, and the characters behind the last one.
+    // debugger/printers.py reads the first two, and the characters past the last one.
     DExcText* characters_; // the block in which they stand: this one, or the one that they are borrowed from
     DExcText* next_;
     std::atomic<std::size_t> owners_{1};

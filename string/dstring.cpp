@@ -1,7 +1,7 @@
-// DString: construction, copy-on-write, concatenation, removal and justification, debug text.
+// DString: construction, copy-on-write, concatenation.
 #include "buffers/buffer_block.h"
 #include "buffers/buffer_factory.h"
-#include "string/dstring_edit.h"
+#include <kelcl/dstring.h>
 
 #include <algorithm>
 #include <atomic>
@@ -151,29 +151,4 @@ DString& DString::append(char const* data, unsigned int count) {
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,
                         unsigned int rightLength) {
     return DString(left, leftLength, right, rightLength);
-}
-
-DString& DString::remove(unsigned int start, unsigned int count) {
-    if (count == 0 || start > length() || isEmpty()) return *this;
-    return edit<During::heldAlive>([=](DBuffer& text) { return text.remove(start, count); });
-}
-
-DString& DString::remove(unsigned int start) { return remove(start, kelcl::unboundedLength); }
-
-DString DString::remove(DString const& source, unsigned int start, unsigned int count) {
-    return DString(source).remove(start, count);
-}
-
-DString& DString::rightJustify(unsigned int width, char padCharacter) {
-    if (width == length()) return *this;
-    return edit<During::heldAlive>([=](DBuffer& text) { return text.rightJustify(width, padCharacter); });
-}
-
-DString DString::asDebugInfo() const {
-    DString info("DString(@");
-    info += DString(reinterpret_cast<unsigned long>(this));
-    info += ",pBuffer->";
-    info += buffer()->asDebugInfo();
-    info += ")";
-    return info;
 }

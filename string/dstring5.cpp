@@ -1,4 +1,4 @@
-// DString: element access.
+// DString: element access. Reports of indexes outside of the string name this file, and hosts match on that.
 #include "except/raise.h"
 
 #include <kelcl/dexception.h>

@@ -1,5 +1,6 @@
 // DString: the editing members. Each is the buffer's operation of the same name, called by the protocol of
 // `edit`.
+#include "buffers/length.h"
 #include "characters/character_classes.h"
 #include "string/dstring_edit.h"
 
@@ -50,8 +51,20 @@ DString& DString::insert(char const* text, unsigned int textLength, unsigned int
         [=](DBuffer& buffer) { return buffer.insert(text, textLength, index, padCharacter); });
 }
 
+DString& DString::remove(unsigned int start, unsigned int count) {
+    if (count == 0 || start > length() || isEmpty()) return *this;
+    return edit<During::heldAlive>([=](DBuffer& text) { return text.remove(start, count); });
+}
+
+DString& DString::remove(unsigned int start) { return remove(start, kelcl::unboundedLength); }
+
 DString& DString::leftJustify(unsigned int width, char padCharacter) {
     return edit<During::heldAlive>([=](DBuffer& text) { return text.leftJustify(width, padCharacter); });
+}
+
+DString& DString::rightJustify(unsigned int width, char padCharacter) {
+    if (width == length()) return *this;
+    return edit<During::heldAlive>([=](DBuffer& text) { return text.rightJustify(width, padCharacter); });
 }
 
 DString& DString::center(unsigned int width, char padCharacter) {
@@ -63,6 +76,10 @@ DString& DString::copy(unsigned int numCopies) {
 }
 
 DString DString::upperCase(DString const& source) { return DString(source).upperCase(); }
+
+DString DString::remove(DString const& source, unsigned int start, unsigned int count) {
+    return DString(source).remove(start, count);
+}
 
 DString DString::center(DString const& source, unsigned int width, char padCharacter) {
     return DString(source).center(width, padCharacter);

@@ -85,7 +85,7 @@ private:
     std::string_view marker_;
 };
 
-/// Copies `text` with a copy of the lead behind each of its line feeds.
+/// Copies `text` with a copy of the lead after each of its line feeds.
 char* putBody(char* out, std::string_view text, std::string_view lead) {
     while (true) {
         std::size_t const feed = text.find('\n');

@@ -13,7 +13,7 @@ namespace {
 using sweep::bufferOf;
 using sweep::character;
 using sweep::expectNoHarm;
-using sweep::Returned;
+using sweep::Owned;
 
 int isWide(int c) { return c > 127; }
 DStringTest const test(isWide);
@@ -25,12 +25,12 @@ unsigned int lengthOf(DString const& s) { return s.length(); }
 
 TEST(WithoutMemory, OperationsOfBuffersDoNoHarm) {
     expectNoHarm({
-        {"allocate", [](DString& s) { Returned const made(bufferOf(s).allocate(300)); }},
-        {"newBuffer", [](DString& s) { Returned const made(bufferOf(s).newBuffer("ab", 2, nullptr, 300)); }},
-        {"initialize", [](DString&) { Returned const made(DBuffer::initialize()); }},
-        {"subString", [](DString& s) { Returned const made(bufferOf(s).subString(4)); }},
-        {"a padded subString", [](DString& s) { Returned const made(bufferOf(s).subString(4, 2000, '.')); }},
-        {"remove of nothing", [](DString& s) { Returned const made(bufferOf(s).remove(3, 0)); }},
+        {"allocate", [](DString& s) { Owned const made(bufferOf(s).allocate(300)); }},
+        {"newBuffer", [](DString& s) { Owned const made(bufferOf(s).newBuffer("ab", 2, nullptr, 300)); }},
+        {"initialize", [](DString&) { Owned const made(DBuffer::initialize()); }},
+        {"subString", [](DString& s) { Owned const made(bufferOf(s).subString(4)); }},
+        {"a padded subString", [](DString& s) { Owned const made(bufferOf(s).subString(4, 2000, '.')); }},
+        {"remove of nothing", [](DString& s) { Owned const made(bufferOf(s).remove(3, 0)); }},
         {"compare", [](DString& s) { use(static_cast<unsigned int>(bufferOf(s).compare("ab\0c", 4))); }},
         {"asDebugInfo",
          [](DString& s) { use(bufferOf(s).asDebugInfo().length() + bufferOf(s).asString().length()); }},

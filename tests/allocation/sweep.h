@@ -3,6 +3,8 @@
 #ifndef KELCL_TESTS_ALLOCATION_SWEEP_H
 #define KELCL_TESTS_ALLOCATION_SWEEP_H
 
+#include "tests/support/owned_buffer.h"
+
 #include <kelcl/dbuffer.h>
 #include <kelcl/dstring.h>
 
@@ -10,6 +12,8 @@
 #include <string>
 
 namespace sweep {
+
+using support::Owned;
 
 struct Operation {
     char const* name;
@@ -28,20 +32,6 @@ std::string const& character();
 /// copy and their buffer as they were; and no block lost. An operation may also do without the memory, where
 /// it says so, and succeed.
 void expectNoHarm(std::initializer_list<Operation> operations);
-
-/// Releases a buffer that an operation returned.
-class Returned {
-public:
-    explicit Returned(DBuffer* buffer) : buffer_(buffer) {}
-    Returned(Returned const&) = delete;
-    Returned& operator=(Returned const&) = delete;
-    ~Returned() {
-        if (--buffer_->refs == 0) delete buffer_;
-    }
-
-private:
-    DBuffer* buffer_;
-};
 
 inline DBuffer& bufferOf(DString const& text) { return *DBuffer::fromContents(text.c_str()); }
 

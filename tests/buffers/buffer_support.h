@@ -3,6 +3,8 @@
 #ifndef KELCL_TESTS_BUFFERS_BUFFER_SUPPORT_H
 #define KELCL_TESTS_BUFFERS_BUFFER_SUPPORT_H
 
+#include "tests/support/owned_buffer.h"
+
 #include <kelcl/dbuffer.h>
 #include <kelcl/dexception.h>
 #include <kelcl/dstring.h>
@@ -14,7 +16,6 @@
 #include <new>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace support {
@@ -34,29 +35,6 @@ inline std::string textOf(DBuffer const* buffer) { return {buffer->contents(), b
 inline std::string textOf(DString const& text) { return {text.c_str(), text.length()}; }
 inline DBuffer* bufferOf(DString const& text) { return DBuffer::fromContents(text.c_str()); }
 inline unsigned int refsOf(DString const& text) { return bufferOf(text)->refs; }
-
-/// One reference to a buffer.
-class Owned {
-public:
-    Owned() = default;
-    explicit Owned(DBuffer* buffer) : buffer_(buffer) {}
-    Owned(Owned&& other) noexcept : buffer_(std::exchange(other.buffer_, nullptr)) {}
-    Owned& operator=(Owned&& other) noexcept {
-        std::swap(buffer_, other.buffer_);
-        return *this;
-    }
-    ~Owned() {
-        if (buffer_ != nullptr && --buffer_->refs == 0) delete buffer_;
-    }
-
-    DBuffer* get() const { return buffer_; }
-    DBuffer* operator->() const { return buffer_; }
-    DBuffer& operator*() const { return *buffer_; }
-    DBuffer* giveUp() { return std::exchange(buffer_, nullptr); }
-
-private:
-    DBuffer* buffer_ = nullptr;
-};
 
 /// Out of line: a compiler that sees both pairs array new with the class's own delete, which gives back
 /// arrays.

@@ -2,6 +2,7 @@
 #include "tests/buffers/buffer_support.h"
 
 #include <cstdint>
+#include <sstream>
 
 namespace {
 
@@ -126,6 +127,20 @@ TEST(BufferLifetime, TheLastReleaseRunsTheDestructorOfTheSubclass) {
     EXPECT_EQ(destroyed, 0);
     first = DString("other");
     EXPECT_EQ(destroyed, 1);
+}
+
+// As an object of the root classes
+
+TEST(RootClasses, ABufferDoesNotOverrideAsString) {
+    Owned const text = defaultBuffer("abc");
+    EXPECT_EQ(textOf(text->asString()), "DVBase object");
+}
+
+TEST(RootClassesOddity, AnythingWrittenAsADBaseSaysThatItIsOne) {
+    Owned const text = defaultBuffer("abc");
+    std::ostringstream out;
+    out << static_cast<DBase const&>(*text) << '|' << static_cast<DVBase const&>(*text);
+    EXPECT_EQ(out.str(), "DBase object|DVBase object");
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #ifndef KELCL_TESTS_BUFFERS_OPERATION_SUPPORT_H
 #define KELCL_TESTS_BUFFERS_OPERATION_SUPPORT_H
 
+#include "tests/support/owned_buffer.h"
+
 #include <kelcl/dbuffer.h>
 #include <kelcl/dexception.h>
 #include <kelcl/dstring.h>
@@ -14,7 +16,6 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace operations {
 
@@ -38,28 +39,7 @@ inline unsigned int refsOf(DString const& text) { return bufferOf(text)->refs; }
 /// A test of a host: for the letter b.
 inline int isB(int c) { return c == 'b'; }
 
-/// One reference to a buffer.
-class Owned {
-public:
-    /// Takes over the reference that an operation returned.
-    explicit Owned(DBuffer* buffer) : buffer_(buffer) {}
-    /// A new buffer of the default class.
-    explicit Owned(std::string_view text)
-        : buffer_(DBuffer::defaultBuffer()->newBuffer(text.data(), lengthOf(text))) {}
-    Owned(Owned&& other) noexcept : buffer_(std::exchange(other.buffer_, nullptr)) {}
-    Owned& operator=(Owned&&) = delete;
-    ~Owned() {
-        if (buffer_ != nullptr && --buffer_->refs == 0) delete buffer_;
-    }
-
-    DBuffer* get() const { return buffer_; }
-    DBuffer* operator->() const { return buffer_; }
-    DBuffer& operator*() const { return *buffer_; }
-    std::string text() const { return std::string(buffer_->contents(), buffer_->length); }
-
-private:
-    DBuffer* buffer_;
-};
+using support::Owned;
 
 /// A second reference to a buffer for the life of this object, so that nobody may edit it in place.
 class SharedWith {

@@ -2,6 +2,7 @@
 
 #include "bytes/byte_set.h"
 #include "bytes/byte_walk.h"
+#include "bytes/word_separators.h"
 #include "tests/bytes/texts.h"
 
 #include <gtest/gtest.h>

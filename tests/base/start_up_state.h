@@ -1,6 +1,6 @@
 // The one line in which a host program says in what state it found the library, and what asks for it.
-#ifndef KELCL_TESTS_EXCEPT_STARTUP_STATE_H
-#define KELCL_TESTS_EXCEPT_STARTUP_STATE_H
+#ifndef KELCL_TESTS_BASE_START_UP_STATE_H
+#define KELCL_TESTS_BASE_START_UP_STATE_H
 
 #include <string>
 

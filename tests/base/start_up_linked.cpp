@@ -1,6 +1,6 @@
 // The state of the library as a host sees it that is linked with the library: before main, in a static
 // object.
-#include "tests/except/startup_state.h"
+#include "tests/base/start_up_state.h"
 
 #include <kelcl/dexception.h>
 #include <kelcl/dstring.h>

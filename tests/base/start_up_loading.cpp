@@ -1,6 +1,6 @@
 // The state of the library as a host sees it that is not linked with the library and loads it when it needs
 // it.
-#include "tests/except/startup_state.h"
+#include "tests/base/start_up_state.h"
 
 #include <dlfcn.h>
 #include <new>

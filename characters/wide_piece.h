@@ -1,0 +1,49 @@
+// A piece of raw text in wide characters, from which its bytes come back.
+#ifndef KELCL_CHARACTERS_WIDE_PIECE_H
+#define KELCL_CHARACTERS_WIDE_PIECE_H
+
+#include "characters/conversion.h"
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace kelcl {
+
+/// Raises DInvalidRequest for a wide value that is no character of the locale.
+[[noreturn]] void raiseUnconvertible();
+
+/// A piece of a text in wide characters, with the sequences that would not come back from these.
+class WidePiece {
+public:
+    /// @throws DInvalidRequest at bytes that are no character.
+    explicit WidePiece(std::string_view text);
+    /// Calls `use(bytes)` for each character until it returns false.
+    /// @throws DInvalidRequest at a value that does not convert back.
+    template <class Use>
+    void visitBytes(Use use) const {
+        NarrowCharacter character;
+        auto pair = pairs_.begin();
+        for (std::size_t i = 0; i < count_; ++i) {
+            bool const isPair = pair != pairs_.end() && pair->place == i;
+            if (!isPair && !character.convert(wide_[i])) raiseUnconvertible();
+            if (!use(isPair ? pair->bytes : std::string_view(character.bytes(), character.length()))) return;
+            if (isPair) ++pair;
+        }
+    }
+
+private:
+    struct Pair {
+        std::size_t place;
+        std::string_view bytes;
+    };
+
+    std::unique_ptr<wchar_t[]> wide_;
+    std::size_t count_;
+    std::vector<Pair> pairs_;
+};
+
+} // namespace kelcl
+
+#endif
