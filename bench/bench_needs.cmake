@@ -1,9 +1,9 @@
 # What single benchmarks need beyond the others.
 
-# bench_bytes times hidden functions, so it is linked from the library's objects.
+# The benchmarks of the byte kernels time hidden functions, so they are linked from the library's objects.
 function(kelcl_bench_objects target)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:kelcl>)
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/include)
 endfunction()
 
 # GMP beside the number conversions, where it is installed.

@@ -65,7 +65,7 @@ struct Plain {
     }
 };
 
-/// A cut character at the end may be taken together with what stands behind the text, a NUL here, which never
+/// A cut character at the end may be taken together with what stands after the text, a NUL here, which never
 /// completes one: so what the text alone says is all there is.
 void checkPositions(string const& text, Plain const& plain, unsigned int number) {
     auto const length = static_cast<unsigned int>(text.size());

@@ -19,7 +19,7 @@ string converted(string const& text, Conversion conversion) {
     DString const copy(result);
     (result.*conversion)();
     fuzz::same("a copy", string(std::string_view(copy)), text);
-    fuzz::same("the NUL behind the result", result.c_str()[result.length()], '\0', text);
+    fuzz::same("the terminating NUL", result.c_str()[result.length()], '\0', text);
     return string(std::string_view(result));
 }
 

@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
         std::cerr << input << std::endl; // the last one shown is the one that failed
         std::ifstream in(input, std::ios::binary);
         std::string const bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-        // Without a byte behind them, for sanitizers to notice who reads further.
+        // Without a byte after them, for sanitizers to notice who reads further.
         std::vector<std::uint8_t> const exact(bytes.begin(), bytes.end());
         LLVMFuzzerTestOneInput(exact.data(), exact.size());
     }

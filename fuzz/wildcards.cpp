@@ -30,7 +30,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
                anyChar);
     // More of what stands for any run at the end never loses a match.
     if (expected && anyString != anyChar)
-        fuzz::holds("isLike with a run behind",
+        fuzz::holds("isLike with a run after",
                     string.isLike(pattern + anyString, anyString, anyChar) ||
                         !model::isLike(text, pattern + anyString, anyString, anyChar),
                     text, pattern);

@@ -32,7 +32,7 @@ TEST(BinaryLayout, AStringIsOnePointer) {
     EXPECT_EQ(alignof(DString), alignof(void*));
 }
 
-TEST(BinaryLayout, ABufferHasAHeaderOfSixteenBytesWithTheTextRightBehindIt) {
+TEST(BinaryLayout, ABufferHasAHeaderOfSixteenBytesWithTheTextRightAfterIt) {
     EXPECT_EQ(sizeof(DBuffer), 16U);
     EXPECT_EQ(sizeof(DDBCSBuffer), 16U) << "no data of its own";
     DString const text("abc");

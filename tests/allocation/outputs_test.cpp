@@ -1,5 +1,5 @@
 // What writes texts for others without memory: dates, times, trace lines, streams. Exceptions and messages,
-// which never fail for want of memory, are in except/memory_test.cpp.
+// which never fail if memory runs out, are in except/memory_test.cpp.
 #include "tests/allocation/sweep.h"
 #include "tests/support/failing_allocations.h"
 

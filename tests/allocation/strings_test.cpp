@@ -81,7 +81,7 @@ TEST(WithoutMemory, EditsDoNoHarm) {
         {"strip of a set", [](DString& s) { s.strip("ab c" + character(), DStringEnum::leading); }},
         {"strip by a test", [](DString& s) { s.strip(test, DStringEnum::trailing); }},
         {"overlayWith", [](DString& s) { s.overlayWith(character(), 5, '.'); }},
-        {"overlayWith behind the end", [](DString& s) { s.overlayWith("z", 2000, '.'); }},
+        {"overlayWith past the end", [](DString& s) { s.overlayWith("z", 2000, '.'); }},
         {"insert", [](DString& s) { s.insert(character(), 5); }},
         {"insert of a part of the text", [](DString& s) { s.insert(std::string_view(s).substr(0, 2), 5); }},
         {"leftJustify", [](DString& s) { s.leftJustify(5); }},
@@ -95,7 +95,7 @@ TEST(WithoutMemory, EditsDoNoHarm) {
         {"remove to the end", [](DString& s) { s.remove(4); }},
         {"+=", [](DString& s) { s += longText(); }},
         {"+= of itself", [](DString& s) { s += s; }},
-        {"writing behind the end", [](DString& s) { s[2000] = 'x'; }},
+        {"writing past the end", [](DString& s) { s[2000] = 'x'; }},
     });
 }
 

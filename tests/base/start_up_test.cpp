@@ -1,4 +1,4 @@
-// What start-up leaves behind: the new-handler, nobody registered as trace function, and the
+// What start-up leaves: the new-handler, nobody registered as trace function, and the
 // national-language switch. State is made once for each process, so the program runs itself again for each
 // case: with the argument --state it only says in what state it found the library.
 #include "tests/base/start_up_state.h"

@@ -18,10 +18,13 @@
 #include <string_view>
 #include <vector>
 
-namespace core {
+namespace support {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
+
+/// Texts of so many bytes, and longer ones, overflow.
+inline constexpr unsigned int lengthLimit = 0xFFFFFFE7;
 
 inline bool isMultiByte() { return MB_CUR_MAX >= 2; }
 
@@ -33,13 +36,11 @@ inline std::string textOf(DString const& text) { return {text.c_str(), text.leng
 inline DBuffer* bufferOf(DString const& text) { return DBuffer::fromContents(text.c_str()); }
 inline unsigned int refsOf(DString const& text) { return bufferOf(text)->refs; }
 
-using support::Owned;
-
 /// Out of line: a compiler that sees both pairs array new with the class's own delete, which gives back
 /// arrays.
 [[gnu::noinline]] inline void* makeStorage(std::size_t size) { return ::operator new[](size); }
 
-/// A buffer of the given class with `text`, in storage that has `spare` bytes of 0xA5 behind its NUL.
+/// A buffer of the given class with `text`, in storage that has `spare` bytes of 0xA5 after its NUL.
 template <class Buffer>
 Buffer* makeIn(std::string_view text, std::size_t spare) {
     std::size_t const used = sizeof(DBuffer) + text.size() + 1;
@@ -50,7 +51,7 @@ Buffer* makeIn(std::string_view text, std::size_t spare) {
     return buffer;
 }
 
-/// A single-byte buffer whatever the locale, with more room behind it than `allocate` leaves.
+/// A single-byte buffer whatever the locale, with more room after it than `allocate` leaves.
 inline Owned plainBuffer(std::string_view text) { return Owned(makeIn<DBuffer>(text, 64 + 2 * text.size())); }
 
 /// A buffer of the class that the locale asks for.
@@ -58,10 +59,10 @@ inline Owned defaultBuffer(std::string_view text) {
     return Owned(DBuffer::defaultBuffer()->newBuffer(text.data(), static_cast<unsigned int>(text.size())));
 }
 
-/// Bytes behind the NUL of a host's buffer that nobody but the host may write.
+/// Bytes after the NUL of a host's buffer that nobody but the host may write.
 constexpr std::size_t guardSize = 256;
 
-/// Whether the bytes behind the NUL of a text of `length` bytes are what `makeIn` left there.
+/// Whether the bytes after the NUL of a text of `length` bytes are what `makeIn` left there.
 inline bool guardIsIntact(DBuffer const* buffer, std::size_t length) {
     std::string const guard(guardSize, '\xA5');
     return std::memcmp(buffer->contents() + length + 1, guard.data(), guardSize) == 0;
@@ -175,6 +176,6 @@ void expectLengthOverflow(Action action, std::string const& text = textWithoutCa
     expectLengthOverflow(reported[0], text);
 }
 
-} // namespace core
+} // namespace support
 
 #endif

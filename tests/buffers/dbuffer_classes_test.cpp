@@ -8,9 +8,9 @@
 
 namespace {
 
-using ops::bytes;
-using ops::fresh;
-using ops::Owned;
+using operations::bytes;
+using operations::fresh;
+using operations::Owned;
 
 struct Class {
     char const* name;
@@ -61,7 +61,7 @@ TEST(CharacterClasses, HoldEveryByteThatTheLocaleSaysAndNoOther) {
         for (int byte = 0; byte < 256; ++byte) {
             DString const text(static_cast<char>(byte));
             EXPECT_EQ((text.*c.ofString)(), isMember(c, byte)) << c.name << " of byte " << byte;
-            EXPECT_EQ((ops::bufferOf(text)->*c.ofBuffer)(), isMember(c, byte))
+            EXPECT_EQ((operations::bufferOf(text)->*c.ofBuffer)(), isMember(c, byte))
                 << c.name << " of byte " << byte;
         }
     }
@@ -140,7 +140,7 @@ TEST(CharacterClasses, AsciiHoldsTextsWithoutAByteAbove127) {
 }
 
 TEST(CharacterClasses, HoldGermanLettersInAGermanLocaleAndInNoOther) {
-    bool const german = ops::localeModeIs("latin1");
+    bool const german = operations::localeModeIs("latin1");
     ASSERT_STREQ(std::setlocale(LC_CTYPE, nullptr), german ? "de_DE.ISO-8859-1" : "C");
     EXPECT_EQ(fresh("gr\xFC\xDF").isAlphabetic(), german);
     EXPECT_EQ(fresh("gr\xFC\xDF").isLowerCase(), german);
@@ -201,9 +201,9 @@ TEST(CaseMapping, StaysAsciiInEveryLocale) {
         upper += static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
         lower += static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
     }
-    EXPECT_EQ(ops::contentsOf(fresh(all).upperCase()), upper);
-    EXPECT_EQ(ops::contentsOf(fresh(all).lowerCase()), lower);
-    EXPECT_EQ(ops::contentsOf(DString::upperCase(fresh(all))), upper);
+    EXPECT_EQ(operations::contentsOf(fresh(all).upperCase()), upper);
+    EXPECT_EQ(operations::contentsOf(fresh(all).lowerCase()), lower);
+    EXPECT_EQ(operations::contentsOf(DString::upperCase(fresh(all))), upper);
 }
 
 } // namespace

@@ -33,51 +33,53 @@ public:
 };
 
 template <class Action>
-ops::Failure collationFailure(int error, Action action) {
+operations::Failure collationFailure(int error, Action action) {
     FailingCollation const failing(error);
-    return ops::failureOf(action);
+    return operations::failureOf(action);
 }
 
-ops::Failure nothing() { return ops::Failure(); }
+operations::Failure nothing() { return operations::Failure(); }
 
 TEST(Collation, IsAskedOnlyWithTheSwitchOn) {
     FailingCollation const none(0);
     EXPECT_EQ(DString("abc") < "abd", true);
-    EXPECT_EQ(calls, ops::switchIsOn() ? 1u : 0u);
+    EXPECT_EQ(calls, operations::switchIsOn() ? 1u : 0u);
 }
 
 TEST(Collation, ThatSetsErrnoRaisesAnInvalidRequestWithThatNumberAsItsId) {
     for (int const error : {EINVAL, EILSEQ, 1}) {
         DString const text("abc");
-        ops::Failure const failure = collationFailure(error, [&] { (void)(text < "abd"); });
-        if (ops::switchIsOn()) {
-            EXPECT_EQ(failure, ops::invalidRequest(static_cast<unsigned long>(error), "dbuffer2", 247));
+        operations::Failure const failure = collationFailure(error, [&] { (void)(text < "abd"); });
+        if (operations::switchIsOn()) {
+            EXPECT_EQ(failure,
+                      operations::invalidRequest(static_cast<unsigned long>(error), "dbuffer2", 247));
             EXPECT_EQ(failure.text, "strcoll errno = " + std::to_string(error) + "\n");
         } else {
             EXPECT_EQ(failure, nothing());
         }
-        EXPECT_EQ(ops::contentsOf(text), "abc");
-        EXPECT_EQ(ops::refsOf(text), 1u);
+        EXPECT_EQ(operations::contentsOf(text), "abc");
+        EXPECT_EQ(operations::refsOf(text), 1u);
     }
 }
 
 TEST(Collation, ThatSetsErrnoRaisesAlsoWhenItFindsTheTextsEqual) {
     DString const text("abc");
-    ops::Failure const failure = collationFailure(EINVAL, [&] { (void)(text == std::string("abc")); });
-    EXPECT_EQ(failure, ops::switchIsOn() ? ops::invalidRequest(EINVAL, "dbuffer2", 247) : nothing());
+    operations::Failure const failure = collationFailure(EINVAL, [&] { (void)(text == std::string("abc")); });
+    EXPECT_EQ(failure,
+              operations::switchIsOn() ? operations::invalidRequest(EINVAL, "dbuffer2", 247) : nothing());
 }
 
 TEST(Collation, ThatFailsFreesItsCopiesOfTheTexts) {
     DString const text("abc");
     std::string const other = "abdef";
     {
-        ops::Failure const warmUp = collationFailure(EINVAL, [&] { (void)(text < other); });
-        EXPECT_EQ(warmUp.timesLogged, ops::switchIsOn() ? 1u : 0u);
+        operations::Failure const warmUp = collationFailure(EINVAL, [&] { (void)(text < other); });
+        EXPECT_EQ(warmUp.timesLogged, operations::switchIsOn() ? 1u : 0u);
     }
     long const before = allocations.live;
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(collationFailure(EINVAL, [&] { (void)(text < other); }).timesLogged,
-                  ops::switchIsOn() ? 1u : 0u);
+                  operations::switchIsOn() ? 1u : 0u);
     EXPECT_EQ(allocations.live, before);
 }
 
@@ -104,7 +106,7 @@ TEST(Collation, IsAskedOnceForEachSegment) {
     FailingCollation const none(0);
     DString const text(std::string_view("a\0b\0\0c", 6));
     EXPECT_TRUE(text == std::string_view(std::string("a\0b\0\0c", 6)));
-    EXPECT_EQ(calls, ops::switchIsOn() ? 3u : 0u);
+    EXPECT_EQ(calls, operations::switchIsOn() ? 3u : 0u);
 }
 
 TEST(Collation, IsNotAskedForATextAndItself) {
@@ -116,7 +118,8 @@ TEST(Collation, IsNotAskedForATextAndItself) {
 
 TEST(Collation, FailsForEveryOperationThatCompares) {
     DString const text("abc");
-    ops::Failure const expected = ops::switchIsOn() ? ops::invalidRequest(EDOM, "dbuffer2", 247) : nothing();
+    operations::Failure const expected =
+        operations::switchIsOn() ? operations::invalidRequest(EDOM, "dbuffer2", 247) : nothing();
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)text.isAbbrevFor("abcdef"); }), expected);
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)text.isLike("a*"); }), expected);
     EXPECT_EQ(collationFailure(EDOM, [&] { (void)("abd" > text); }), expected);

@@ -11,17 +11,17 @@
 
 namespace {
 
-using ops::bytes;
-using ops::fresh;
-using ops::Owned;
-using ops::switchIsOn;
+using operations::bytes;
+using operations::fresh;
+using operations::Owned;
+using operations::switchIsOn;
 
 constexpr int equal = 0;
 constexpr int after = 1;
 constexpr int before = 2;
 
 int compared(std::string_view receiver, std::string_view other) {
-    return Owned(receiver)->compare(other.data(), ops::lengthOf(other));
+    return Owned(receiver)->compare(other.data(), operations::lengthOf(other));
 }
 
 TEST(BufferCompare, TellsEqualAfterAndBefore) {
@@ -58,7 +58,7 @@ TEST(BufferCompare, FindsItsOwnTextEqual) {
 }
 
 TEST(BufferCompare, ComparesUnsignedBytesUnlessALocaleCollates) {
-    bool const german = ops::localeModeIs("latin1") && switchIsOn();
+    bool const german = operations::localeModeIs("latin1") && switchIsOn();
     EXPECT_EQ(compared("z", "\xE4"), german ? after : before);
     EXPECT_EQ(compared("a", "B"), german ? before : after);
     EXPECT_EQ(compared(bytes("a\0b"), bytes("a\0c")), before);
@@ -101,7 +101,7 @@ int collated(std::string const& receiver, std::string const& other) {
 }
 
 TEST(BufferCompare, CollatesThroughTheLocaleWithTheSwitchOn) {
-    bool const german = ops::localeModeIs("latin1") && switchIsOn();
+    bool const german = operations::localeModeIs("latin1") && switchIsOn();
     // In German text small and capital letters stand together, and umlauts by their base letters.
     EXPECT_EQ(compared("a", "B"), german ? before : after);
     EXPECT_EQ(compared("B", "a"), german ? after : before);
@@ -145,7 +145,7 @@ TEST(BufferCompare, WithTheSwitchOnSortsMoreNulsInFrontBeforeFewer) {
     EXPECT_EQ(compared(bytes("\0a"), bytes("\0\0")), after);
 }
 
-TEST(BufferCompare, WithTheSwitchOnMoreNulsBehindAnEqualSegmentLeaveTheLengthsToDecideButFewerSortAfter) {
+TEST(BufferCompare, WithTheSwitchOnMoreNulsAfterAnEqualSegmentLeaveTheLengthsToDecideButFewerSortAfter) {
     bool const on = switchIsOn();
     EXPECT_EQ(compared(bytes("a\0\0b"), bytes("a\0cb")), on ? equal : before);
     EXPECT_EQ(compared(bytes("a\0cb"), bytes("a\0\0b")), after);
@@ -234,7 +234,7 @@ TEST(StringComparison, CountsEmbeddedNulsInAllButACharacterPointer) {
 }
 
 TEST(StringComparison, CollatesWhereTheSwitchSaysSo) {
-    bool const german = ops::localeModeIs("latin1") && switchIsOn();
+    bool const german = operations::localeModeIs("latin1") && switchIsOn();
     EXPECT_EQ(DString("a") < "B", german);
     EXPECT_EQ("a" < DString("B"), german);
     EXPECT_EQ(DString("\xE4") < std::string("z"), german);

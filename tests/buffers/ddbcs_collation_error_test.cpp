@@ -71,22 +71,22 @@ TEST(WideCollation, ThatReportsAnotherErrorRaisesAnInvalidRequestWithThatNumberA
     mb::SwitchAt const on(1);
     for (int const error : {EILSEQ, ENOMEM, 1})
         for (bool const equal : {false, true}) {
-            ops::Owned const text = mb::buffer("abc");
+            operations::Owned const text = mb::buffer("abc");
             CollationSets const failing(error, equal);
-            ops::Failure const failure = ops::failureOf([&] { text->compare("abd", 3); });
-            EXPECT_EQ(failure, ops::invalidRequest(static_cast<unsigned long>(error), "ddbcsb1", 812));
+            operations::Failure const failure = operations::failureOf([&] { text->compare("abd", 3); });
+            EXPECT_EQ(failure, operations::invalidRequest(static_cast<unsigned long>(error), "ddbcsb1", 812));
             EXPECT_EQ(failure.text, "wcscoll errno = " + std::to_string(error) + "\n");
             EXPECT_EQ(text.text(), "abc");
             EXPECT_EQ(text->refs, 1u);
         }
 }
 
-TEST(WideCollation, ThatFailsLeavesNoArrayBehind) {
+TEST(WideCollation, ThatFailsLeaksNoArray) {
     mb::SwitchAt const on(1);
-    ops::Owned const text = mb::buffer("abc");
+    operations::Owned const text = mb::buffer("abc");
     auto const fail = [&] {
         CollationSets const failing(EILSEQ);
-        return ops::failureOf([&] { text->compare("abd", 3); }).timesLogged;
+        return operations::failureOf([&] { text->compare("abd", 3); }).timesLogged;
     };
     EXPECT_EQ(fail(), 1u);
     long const before = allocations.live;
@@ -98,11 +98,11 @@ TEST(WideCollation, ThatFailsLeavesNoArrayBehind) {
 TEST(WideCollation, IsNotBlamedForAnErrnoThatWasThereBefore) {
     mb::SwitchAt const on(1);
     CollationSets const noError(0);
-    ops::Owned const text = mb::buffer("abc");
+    operations::Owned const text = mb::buffer("abc");
     errno = EILSEQ;
-    EXPECT_EQ(ops::failureOf([&] { EXPECT_EQ(text->compare("abd", 3), 1); }), ops::Failure());
+    EXPECT_EQ(operations::failureOf([&] { EXPECT_EQ(text->compare("abd", 3), 1); }), operations::Failure());
     errno = EILSEQ;
-    EXPECT_EQ(ops::failureOf([&] { EXPECT_EQ(text->compare("\0", 1), 2); }), ops::Failure())
+    EXPECT_EQ(operations::failureOf([&] { EXPECT_EQ(text->compare("\0", 1), 2); }), operations::Failure())
         << "the NULs decide alone";
 }
 
@@ -111,13 +111,14 @@ TEST(WideCollation, IsNotBlamedForBytesThatDoNotConvert) {
     mb::SwitchAt const on(1);
     CollationSets const noError(0);
     std::string const bad = "a" + mb::samples().invalid;
-    EXPECT_EQ(ops::failureOf([&] { EXPECT_EQ(compared(bad + "x", bad + "y"), 0); }), ops::Failure());
+    EXPECT_EQ(operations::failureOf([&] { EXPECT_EQ(compared(bad + "x", bad + "y"), 0); }),
+              operations::Failure());
 }
 
 TEST(WideCollation, IsNotAskedForATextAndItself) {
     mb::SwitchAt const on(1);
     CollationSets const failing(EILSEQ);
-    ops::Owned const text = mb::buffer("abc");
+    operations::Owned const text = mb::buffer("abc");
     EXPECT_EQ(text->compare(text->contents(), 3), 0);
     EXPECT_EQ(calls, 0u);
 }

@@ -19,7 +19,7 @@ TEST(MultiByteSubString, TailBlanksTheBytesOfACutCharacterInBothStates) {
                 EXPECT_EQ(subString(text.owned, inside), string(text.behind - inside, ' ') + "b");
             EXPECT_EQ(subString(text.owned, text.behind), "b");
             EXPECT_EQ(subString(text.owned, text.behind + 1), "");
-            EXPECT_EQ(subString(text.owned, most), "");
+            EXPECT_EQ(subString(text.owned, farEnd), "");
         });
     });
 }
@@ -42,7 +42,7 @@ TEST(MultiByteSubString, TailOfTextThatIsInvalidBeforeTheStartIsBlank) {
     inBothStates([] { EXPECT_EQ(subString(mb::buffer(mb::samples().invalid + "abc"), 2), "   "); });
 }
 
-TEST(MultiByteSubString, TailOfTextThatIsInvalidBehindTheStartFailsInBothStates) {
+TEST(MultiByteSubString, TailOfTextThatIsInvalidAfterTheStartFailsInBothStates) {
     inBothStates([] {
         Owned const text = mb::buffer("ab" + mb::samples().invalid + "c");
         EXPECT_EQ(failureOf([&] { subString(text, 1); }), badSequence(725));
@@ -66,7 +66,7 @@ TEST(MultiByteSubString, PieceNeverSplitsACharacterInBothStates) {
             }
             EXPECT_EQ(subString(text.owned, text.behind, 3, '.'), "b..");
             EXPECT_EQ(subString(text.owned, text.behind + 1, 3, '.'), "...");
-            EXPECT_EQ(subString(text.owned, most, 3, '.'), "...");
+            EXPECT_EQ(subString(text.owned, farEnd, 3, '.'), "...");
             EXPECT_EQ(subString(text.owned, 2, 0, '.'), "");
         });
     });

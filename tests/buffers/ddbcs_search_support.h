@@ -11,11 +11,10 @@ namespace searching {
 
 using mb::Owned;
 using mb::SwitchAt;
-using ops::Failure;
-using ops::failureOf;
+using operations::Failure;
+using operations::failureOf;
+using operations::farEnd;
 using std::string;
-
-inline constexpr unsigned int most = 0xFFFFFFFF;
 
 /// The letter a, a character of several bytes, the letter b.
 struct Sandwich {

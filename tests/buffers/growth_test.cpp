@@ -53,7 +53,7 @@ class HostBuffer : public DDBCSBuffer {
 public:
     using DDBCSBuffer::DDBCSBuffer;
     DBuffer* allocate(unsigned int size) const override {
-        return core::makeIn<HostBuffer>(std::string(size, ' '), 0);
+        return support::makeIn<HostBuffer>(std::string(size, ' '), 0);
     }
 };
 
@@ -92,11 +92,11 @@ std::vector<Case> casesOf(std::size_t bytes) {
 /// Does something with each text and pattern in a class, and expects that it looks at no byte often.
 template <class Buffer, class Work>
 void expectFewLooks(Work work) {
-    DString(core::makeIn<DDBCSBuffer>("\xB0\xA1", 0)).indexOf('a', 2); // learns the encoding
+    DString(support::makeIn<DDBCSBuffer>("\xB0\xA1", 0)).indexOf('a', 2); // learns the encoding
     for (std::size_t const bytes : {std::size_t{1} << 12, std::size_t{1} << 16})
         for (Case const& one : casesOf(bytes))
             for (std::string const& pattern : one.patterns) {
-                DString text(core::makeIn<Buffer>(one.text, 0));
+                DString text(support::makeIn<Buffer>(one.text, 0));
                 looked = 0;
                 work(text, pattern);
                 EXPECT_LE(looked, 20 * bytes)

@@ -31,7 +31,7 @@ struct Failure {
     unsigned long line;
 };
 
-/// Bytes with enough NULs behind them for the C library to look ahead.
+/// Bytes with enough NULs after them for the C library to look ahead.
 class Text {
 public:
     Text(string_view bytes) // NOLINT: a text is what its bytes are
@@ -81,7 +81,7 @@ std::vector<string> broughtBack(Text const& t, unsigned int position);
 unsigned int bytePosition(Text const& t, unsigned int number);
 /// The number of the character that the byte belongs to.
 unsigned int characterNumber(Text const& t, unsigned int position);
-/// The number of the first character that begins at the position or behind it.
+/// The number of the first character that begins at the position or after it.
 unsigned int nextCharacterNumber(Text const& t, unsigned int position);
 
 // Searches; 0 where nothing is found

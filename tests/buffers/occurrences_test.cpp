@@ -7,8 +7,8 @@
 
 namespace {
 
-using core::makeIn;
-using core::textOf;
+using support::makeIn;
+using support::textOf;
 
 /// A class of a host that leaves the searches alone.
 class NamedBuffer : public DDBCSBuffer {

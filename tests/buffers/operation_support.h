@@ -17,7 +17,10 @@
 #include <string>
 #include <string_view>
 
-namespace ops {
+namespace operations {
+
+/// A position past the end of every text.
+inline constexpr unsigned int farEnd = 0xFFFFFFFF;
 
 /// A literal with all its bytes, embedded NULs included.
 template <std::size_t n>
@@ -32,6 +35,9 @@ inline unsigned int lengthOf(std::string_view text) { return static_cast<unsigne
 inline DBuffer* bufferOf(DString const& text) { return DBuffer::fromContents(text.data()); }
 
 inline unsigned int refsOf(DString const& text) { return bufferOf(text)->refs; }
+
+/// A test of a host: for the letter b.
+inline int isB(int c) { return c == 'b'; }
 
 using support::Owned;
 
@@ -133,6 +139,6 @@ inline bool switchIsOn() { return DString::fgI18NState == 1; }
 /// A new string of its own buffer.
 inline DString fresh(std::string_view text) { return DString(text); }
 
-} // namespace ops
+} // namespace operations
 
 #endif

@@ -103,11 +103,11 @@ constexpr Edit edits[] = {
 constexpr unsigned int editsOfStrings = std::size(edits) - 2;
 
 /// Whether the right buffer came back, and the others stay.
-void checkBuffers(Trial& trial, Receiver const& receiver, unsigned int refs, ops::Owned const& result,
+void checkBuffers(Trial& trial, Receiver const& receiver, unsigned int refs, operations::Owned const& result,
                   Edited const& expected) {
     DBuffer const& buffer = *receiver;
     string const& before = trial.inputs().text;
-    if (result->contents()[result->length] != '\0') trial.fail("no NUL behind the result");
+    if (result->contents()[result->length] != '\0') trial.fail("no NUL after the result");
     if (std::strcmp(result->className(), "DDBCSBuffer") != 0) trial.fail("the result is of another class");
     bool const isReceiver = result.get() == &buffer;
     bool const inPlace = expected.where == Edited::Where::inPlace && refs < 2;
@@ -134,7 +134,7 @@ void editBuffer(Trial& trial) {
         expected = edit.expected(arguments);
         return escaped(expected.bytes);
     });
-    std::optional<ops::Owned> result;
+    std::optional<operations::Owned> result;
     string const is = Trial::outcomeOf([&] {
         result.emplace(edit.ofBuffer(*receiver, arguments));
         return escaped(result->text());

@@ -47,7 +47,7 @@ public:
     /// What an operation gave or how it failed, in a form to be compared and printed.
     template <class Operation>
     static std::string outcomeOf(Operation operation) {
-        ops::LogOfExceptions const log;
+        operations::LogOfExceptions const log;
         std::ostringstream out;
         try {
             out << operation();
@@ -80,15 +80,15 @@ public:
     std::string text() const { return buffer_.text(); }
 
 private:
-    ops::Owned buffer_;
-    std::optional<ops::SharedWith> other_;
+    operations::Owned buffer_;
+    std::optional<operations::SharedWith> other_;
 };
 
-/// As many bytes as a text has, so that a sanitizer sees a look behind them.
+/// As many bytes as a text has, so that a sanitizer sees a read past them.
 class ExactBytes {
 public:
     explicit ExactBytes(std::string const& text)
-        : length(ops::lengthOf(text)), bytes_(new char[std::max<std::size_t>(text.size(), 1)]) {
+        : length(operations::lengthOf(text)), bytes_(new char[std::max<std::size_t>(text.size(), 1)]) {
         std::memcpy(bytes_.get(), text.data(), text.size());
     }
     char const* data() const { return bytes_.get(); }

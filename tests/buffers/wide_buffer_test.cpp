@@ -52,15 +52,15 @@ TEST(WideBuffer, OfNoBytesHasAWideNulAndNoLength) {
 }
 
 TEST(WideBuffer, FailsAtBadSequences) {
-    EXPECT_EQ(ops::failureOf([] { DWBuffer const buffer("abc", 3); }), nothing());
+    EXPECT_EQ(operations::failureOf([] { DWBuffer const buffer("abc", 3); }), nothing());
     if (!mb::isMultiByte()) return;
     std::string const bad = "a" + mb::samples().invalid;
     std::string const cut = "a" + mb::samples().lead;
-    EXPECT_EQ(ops::failureOf([&] { DWBuffer const buffer(bad.data(), lengthOf(bad)); }),
+    EXPECT_EQ(operations::failureOf([&] { DWBuffer const buffer(bad.data(), lengthOf(bad)); }),
               badSequence(invalidLine));
-    EXPECT_EQ(ops::failureOf([&] { DWBuffer const buffer(cut.data(), lengthOf(cut)); }),
+    EXPECT_EQ(operations::failureOf([&] { DWBuffer const buffer(cut.data(), lengthOf(cut)); }),
               badSequence(incompleteLine));
-    EXPECT_EQ(ops::failureOf([&] { DWBuffer const buffer(cut.c_str()); }), badSequence(invalidLine))
+    EXPECT_EQ(operations::failureOf([&] { DWBuffer const buffer(cut.c_str()); }), badSequence(invalidLine))
         << "the NUL is converted with the text";
 }
 
@@ -106,7 +106,7 @@ TEST(WideBufferSearch, AgreesWithALoopOverThePositions) {
     }
 }
 
-TEST(WideBufferSearch, ComparesAPatternNoFurtherThanToANulWhichIsWanted) {
+TEST(WideBufferSearch, ComparesAPatternOnlyUpToANulByDesign) {
     EXPECT_EQ(wideOf("xa\0b"s).positionOf(wideOf("a\0c"s), 1), 2u);
     EXPECT_EQ(wideOf("xa\0b"s).lastPositionOf(wideOf("a\0c"s), 4), 2u);
     EXPECT_EQ(wideOf("xa\0"s).positionOf(wideOf("a\0c"s), 1), 0u) << "the whole pattern must fit";

@@ -24,7 +24,7 @@ std::string plainMapped(std::string_view text, Map map) {
 }
 
 /// Checks an edit into other memory, at every alignment of either side and beside guard pages: the result,
-/// and that no byte before or behind it changes.
+/// and that no byte before or after it changes.
 template <class Edit>
 void expectCopies(std::string_view text, std::string_view wanted, Edit edit) {
     static GuardedPages pages;

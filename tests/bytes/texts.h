@@ -18,7 +18,7 @@ namespace bytes_test {
 
 inline constexpr std::size_t longest = 130;
 
-/// Some pages of memory with an inaccessible page before and behind them.
+/// Some pages of memory with an inaccessible page before and after them.
 class GuardedPages {
 public:
     explicit GuardedPages(std::size_t pages = 1)
@@ -32,7 +32,7 @@ public:
     GuardedPages(GuardedPages const&) = delete;
     GuardedPages& operator=(GuardedPages const&) = delete;
 
-    /// Room for n bytes that begins right behind the first guard page (that ends right at the second).
+    /// Room for n bytes that begins right after the first guard page (that ends right at the second).
     char* roomAtBegin() { return whole_ + page_; }
     char* roomAtEnd(std::size_t n) { return whole_ + page_ + size_ - n; }
 

@@ -48,7 +48,7 @@ std::multiset<char> markersOf(std::string const& text) {
     std::multiset<char> markers;
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] != '%') continue;
-        ++i; // behind %% no digit makes a marker
+        ++i; // after %% no digit makes a marker
         if (std::isdigit(static_cast<unsigned char>(text[i]))) markers.insert(text[i]);
     }
     return markers;

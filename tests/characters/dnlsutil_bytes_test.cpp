@@ -22,7 +22,7 @@ TEST(DigitTests, AreTrueOfNoBytes) {
     EXPECT_EQ(isAllHexDigits(nullptr, 0), 1);
 }
 
-TEST(DigitTests, LookAtEveryByteAndAtNoneBehind) {
+TEST(DigitTests, LookAtEveryByteAndAtNonePastTheEnd) {
     for (std::size_t size = 1; size <= 70; ++size) {
         mb::AtMemoryEnd const text(std::string(size, '7'));
         unsigned int const n = static_cast<unsigned int>(size);

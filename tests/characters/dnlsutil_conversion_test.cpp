@@ -22,16 +22,16 @@ using mb::nothing;
 /// A value that no locale has a character for.
 constexpr wchar_t surrogate = 0xD800;
 
-ops::Failure unconvertible() { return ops::invalidRequest(0, "dnlsutil", 880); }
+operations::Failure unconvertible() { return operations::invalidRequest(0, "dnlsutil", 880); }
 
-/// Converts into room with marks behind it, and checks what it says of a failure.
+/// Converts into room with marks after it, and checks what it says of a failure.
 void expectConversion(std::string const& bytes) {
     Conversion const expected = converted(bytes);
     std::wstring out(bytes.size() + 4, L'#');
     unsigned long stored = 0;
     mb::AtMemoryEnd const text(bytes);
-    ops::Failure const failure =
-        ops::failureOf([&] { stored = cvtMBS2WCS(text.data(), lengthOf(bytes), out.data()); });
+    operations::Failure const failure =
+        operations::failureOf([&] { stored = cvtMBS2WCS(text.data(), lengthOf(bytes), out.data()); });
     EXPECT_EQ(failure, expected.failure == 0 ? nothing() : badSequence(expected.failure)) << hex(bytes);
     EXPECT_EQ(out.substr(bytes.size()), L"####") << hex(bytes);
     if (expected.failure != 0) return;
@@ -39,7 +39,7 @@ void expectConversion(std::string const& bytes) {
     EXPECT_EQ(out.substr(0, stored), expected.wide) << hex(bytes);
 }
 
-TEST(ConversionToWide, ConvertsAsTheCLibraryDoesAndReadsNoByteBehindTheText) {
+TEST(ConversionToWide, ConvertsAsTheCLibraryDoesAndReadsNoBytePastTheText) {
     forRandomTexts(2, 3000, [](std::string const& text, unsigned int length) {
         expectConversion(text.substr(0, length));
     });
@@ -81,7 +81,7 @@ TEST(ConversionToWide, TellsInvalidBytesFromACharacterThatTheEndCuts) {
     mb::Samples const& s = mb::samples();
     wchar_t out[32];
     auto const failureAt = [&out](std::string const& bytes) {
-        return ops::failureOf([&] { cvtMBS2WCS(bytes.data(), lengthOf(bytes), out); });
+        return operations::failureOf([&] { cvtMBS2WCS(bytes.data(), lengthOf(bytes), out); });
     };
     EXPECT_EQ(failureAt("abc"), nothing());
     if (!mb::isMultiByte()) return;
@@ -91,9 +91,9 @@ TEST(ConversionToWide, TellsInvalidBytesFromACharacterThatTheEndCuts) {
     EXPECT_EQ(failureAt(s.lead), badSequence(incompleteLine));
     for (mb::Sample const& sample : s.longCharacters()) {
         std::string const text = "a" + sample.bytes;
-        EXPECT_EQ(ops::failureOf([&] { cvtMBS2WCS(text.data(), lengthOf(text) - 1, out); }),
+        EXPECT_EQ(operations::failureOf([&] { cvtMBS2WCS(text.data(), lengthOf(text) - 1, out); }),
                   badSequence(incompleteLine))
-            << "what completes the character is behind the bytes given";
+            << "what completes the character is after the bytes given";
     }
 }
 
@@ -101,7 +101,7 @@ TEST(ConversionToWide, NamesNoFunctionAndTakesItsTextFromTheCatalog) {
     if (!mb::isMultiByte()) return;
     std::string const bad = mb::samples().invalid;
     wchar_t out[4];
-    ops::LogOfExceptions const log;
+    operations::LogOfExceptions const log;
     try {
         cvtMBS2WCS(bad.data(), lengthOf(bad), out);
         ADD_FAILURE() << "nothing was thrown";
@@ -155,7 +155,7 @@ TEST(ConversionOfOneCharacter, GoesOnFromTheStateOfTheCaller) {
 TEST(ConversionOfOneCharacter, FailsAtBadSequences) {
     wchar_t value = L'#';
     auto const failureAt = [&value](std::string const& bytes) {
-        return ops::failureOf([&] {
+        return operations::failureOf([&] {
             std::mbstate_t state{};
             cvtMB2WC(bytes.data(), lengthOf(bytes), &value, &state);
         });
@@ -214,7 +214,8 @@ TEST(ConversionFromWide, ConvertsEveryValueAsTheCLibraryDoes) {
     EXPECT_EQ(differences, 0u);
     for (wchar_t const value : {surrogate, wchar_t{0xDFFF}, static_cast<wchar_t>(-1)}) {
         char out[MB_LEN_MAX];
-        EXPECT_EQ(ops::failureOf([&] { cvtWCS2MBS(&value, 1, out, sizeof out, 0, ' '); }), unconvertible());
+        EXPECT_EQ(operations::failureOf([&] { cvtWCS2MBS(&value, 1, out, sizeof out, 0, ' '); }),
+                  unconvertible());
     }
 }
 
@@ -233,14 +234,15 @@ TEST(ConversionFromWide, OfNothingWritesNothing) {
 TEST(ConversionFromWide, FailsAtAValueThatIsNoCharacterAndKeepsWhatWasWritten) {
     wchar_t const wide[] = {L'a', L'b', surrogate, L'c'};
     std::string out(6, '#');
-    EXPECT_EQ(ops::failureOf([&] { cvtWCS2MBS(wide, 4, out.data(), 6, 1, '*'); }), unconvertible());
+    EXPECT_EQ(operations::failureOf([&] { cvtWCS2MBS(wide, 4, out.data(), 6, 1, '*'); }), unconvertible());
     EXPECT_EQ(out, "ab####");
-    ops::Failure const failure = ops::failureOf([&] { cvtWCS2MBS(wide, 4, out.data(), 3, 0, '*'); });
+    operations::Failure const failure =
+        operations::failureOf([&] { cvtWCS2MBS(wide, 4, out.data(), 3, 0, '*'); });
     EXPECT_EQ(failure, unconvertible());
     EXPECT_EQ(failure.text, "cvtWCS2MBS");
 }
 
-TEST(ConversionFromWide, DoesNotLookAtCharactersBehindAFullField) {
+TEST(ConversionFromWide, DoesNotLookAtCharactersAfterAFullField) {
     wchar_t const wide[] = {L'a', L'b', surrogate};
     std::string out(3, '#');
     EXPECT_EQ(cvtWCS2MBS(wide, 3, out.data(), 2, 1, '*'), 2u);
@@ -259,7 +261,7 @@ TEST(ConversionFromWide, TakesAWideBuffer) {
     EXPECT_EQ(cvtWCS2MBS(wide, nullptr, 3, 1, '*'), 0u);
 }
 
-TEST(Insertion, PutsTheInsertBehindTheFirstCharacters) {
+TEST(Insertion, PutsTheInsertAfterTheFirstCharacters) {
     std::wstring source = L"abcd";
     std::wstring insert = L"XY";
     for (int pos = -1; pos <= 4; ++pos)

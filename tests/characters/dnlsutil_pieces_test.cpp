@@ -59,14 +59,14 @@ testing::AssertionResult isExpected(std::string const& bytes, std::string const&
     return testing::AssertionFailure() << hex(bytes) << ", not " << hex(expected);
 }
 
-TEST(Remainder, IsWhatTheCharactersBehindTheStartConvertTo) {
+TEST(Remainder, IsWhatTheCharactersAfterTheStartConvertTo) {
     mb::forRandomTexts(4, 2500, [](std::string const& text, unsigned int length) {
         for (unsigned int start = 0; start <= length + 2; ++start) {
             unsigned long line = 0;
             std::optional<std::string> const expected = expectedRemainder(text, length, start, line);
             std::string out(2 * length + 4, '#');
             unsigned int written = 0;
-            ops::Failure const failure = ops::failureOf(
+            operations::Failure const failure = operations::failureOf(
                 [&] { written = getRemainString(text.data(), length, start, '*', out.data()); });
             EXPECT_EQ(failure, line == 0 ? nothing() : badSequence(line)) << start;
             std::string const bytes = expected.value_or("");
@@ -76,7 +76,7 @@ TEST(Remainder, IsWhatTheCharactersBehindTheStartConvertTo) {
     });
 }
 
-TEST(Remainder, IsTheWholeTextFromZeroAndNothingBehindTheEnd) {
+TEST(Remainder, IsTheWholeTextFromZeroAndNothingPastTheEnd) {
     char out[] = "#########";
     EXPECT_EQ(getRemainString("a\0b", 3, 0, '*', out), 3u);
     EXPECT_EQ(std::string(out, 4), "a\0b#"s);
@@ -108,19 +108,19 @@ TEST(Remainder, BeginsWithPadsInPlaceOfACutCharacter) {
     }
 }
 
-TEST(Remainder, OfTextWithABadSequenceIsAllPadBehindItAndFailsBeforeIt) {
+TEST(Remainder, OfTextWithABadSequenceIsAllPadAfterItAndFailsBeforeIt) {
     if (!mb::isMultiByte()) return;
     std::string const text = "ab" + mb::samples().invalid + "cd";
     std::string out(8, '#');
     EXPECT_EQ(getRemainString(text.c_str(), 5, 4, '*', out.data()), 2u);
     EXPECT_EQ(out, "**######");
     out.assign(8, '#');
-    EXPECT_EQ(ops::failureOf([&] { getRemainString(text.c_str(), 5, 1, '*', out.data()); }),
+    EXPECT_EQ(operations::failureOf([&] { getRemainString(text.c_str(), 5, 1, '*', out.data()); }),
               badSequence(invalidLine));
     EXPECT_EQ(out, "########");
 }
 
-TEST(Remainder, NeedsNoMoreThanANulBehindTheText) {
+TEST(Remainder, NeedsNoMoreThanATerminatingNul) {
     for (mb::Sample const& sample : mb::samples().characters()) {
         mb::AtMemoryEnd const text(sample.bytes + sample.bytes + '\0');
         unsigned int const length = 2 * lengthOf(sample.bytes);
@@ -151,7 +151,7 @@ TEST(Field, HoldsTheWholeCharactersThatFitAndPads) {
                 unsigned long const line = count == 0 ? 0 : piece.failure;
                 std::string out(count + 2, '#');
                 char* result = out.data();
-                ops::Failure const failure = ops::failureOf(
+                operations::Failure const failure = operations::failureOf(
                     [&] { result = getSubString(text.data(), length, start, '*', out.data(), count); });
                 EXPECT_EQ(failure, line == 0 ? nothing() : badSequence(line)) << start << ' ' << count;
                 EXPECT_EQ(result, out.data());
@@ -163,7 +163,7 @@ TEST(Field, HoldsTheWholeCharactersThatFitAndPads) {
     });
 }
 
-TEST(Field, OfNoTextAndBehindTheEndIsAllPad) {
+TEST(Field, OfNoTextAndPastTheEndIsAllPad) {
     std::string out(5, '#');
     EXPECT_EQ(getSubString(nullptr, 3, 1, '*', out.data(), 4), out.data());
     EXPECT_EQ(out, "****#");
@@ -191,7 +191,7 @@ TEST(Field, CutsNoCharacterAtEitherEdge) {
     }
 }
 
-TEST(Field, NeedsNoMoreThanANulBehindTheText) {
+TEST(Field, NeedsNoMoreThanATerminatingNul) {
     for (std::string const& part : mb::wholeParts()) {
         mb::AtMemoryEnd const text(part + '\0');
         std::string out(part.size() + 1, '#');

@@ -81,7 +81,7 @@ TEST(Positions, OfNoTextAndOfPositionsOutsideAreZero) {
     }
 }
 
-TEST(Positions, BehindAnInvalidByteAreZeroAndThoseBeforeItAreKnown) {
+TEST(Positions, AfterAnInvalidByteAreZeroAndThoseBeforeItAreKnown) {
     if (!mb::isMultiByte()) {
         EXPECT_EQ(findCharNum("abc", 3, 3), 3u);
         return;
@@ -100,7 +100,7 @@ TEST(Positions, BehindAnInvalidByteAreZeroAndThoseBeforeItAreKnown) {
     }
 }
 
-TEST(Positions, LookBehindTheTextToCompleteItsLastCharacterWhichIsWanted) {
+TEST(Positions, LookPastTheTextToCompleteItsLastCharacterByDesign) {
     for (mb::Sample const& sample : mb::samples().longCharacters()) {
         std::string const text = "a" + sample.bytes;
         unsigned int const cut = lengthOf(text) - 1;
@@ -110,7 +110,7 @@ TEST(Positions, LookBehindTheTextToCompleteItsLastCharacterWhichIsWanted) {
     }
 }
 
-TEST(Positions, NeedNoMoreThanANulBehindTheText) {
+TEST(Positions, NeedNoMoreThanATerminatingNul) {
     for (std::string const& part : mb::parts())
         for (std::size_t size = 1; size <= part.size(); ++size) {
             std::string const bytes = "a" + part.substr(0, size);

@@ -7,10 +7,10 @@
 
 namespace mb {
 
-inline ops::Failure badSequence(unsigned long line) {
+inline operations::Failure badSequence(unsigned long line) {
     return {"DInvalidRequest", 1012, false, "Kel Class Library", "dnlsutil", line, 1, 1, ""};
 }
-inline ops::Failure nothing() { return {}; }
+inline operations::Failure nothing() { return {}; }
 
 constexpr unsigned long invalidLine = 725;
 constexpr unsigned long incompleteLine = 760;
@@ -57,12 +57,12 @@ inline std::string narrowed(std::wstring_view wide) {
     return bytes;
 }
 
-/// The positions of the first `length` bytes of a text that goes on behind them, by the words of the
+/// The positions of the first `length` bytes of a text that goes on after them, by the words of the
 /// functions' descriptions. In these locales no character is longer than MB_CUR_MAX, so a sequence is a
 /// character or it is invalid.
 class Positions {
 public:
-    /// `bytes` has at least MB_CUR_MAX - 1 bytes behind the first `length`.
+    /// `bytes` has at least MB_CUR_MAX - 1 bytes after the first `length`.
     Positions(std::string const& bytes, std::size_t length) : length_(length) {
         std::size_t at = 0;
         while (at < length) {
@@ -72,7 +72,7 @@ public:
             if (size == invalidSequence) return;
             at += std::max<std::size_t>(size, 1);
         }
-        starts_.push_back(at); // behind the last character
+        starts_.push_back(at); // after the last character
     }
 
     unsigned int bytePos(std::size_t number) const {
@@ -98,10 +98,10 @@ public:
 
 private:
     std::size_t length_;
-    std::vector<std::size_t> starts_; // ends at a sequence that is invalid, or behind the text
+    std::vector<std::size_t> starts_; // ends at a sequence that is invalid, or after the text
 };
 
-/// Random texts, of whole characters and of all sorts of bytes in turn, each with bytes behind its end.
+/// Random texts, of whole characters and of all sorts of bytes in turn, each with bytes past its end.
 template <class Check>
 void forRandomTexts(unsigned int seed, int rounds, Check check) {
     std::mt19937 random(seed);

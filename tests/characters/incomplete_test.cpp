@@ -13,7 +13,7 @@ constexpr wchar_t longValue = 0x20000;
 std::string const text = "a" + longOne + "b";
 unsigned int const length = lengthOf(text);
 
-ops::Failure incomplete() {
+operations::Failure incomplete() {
     return {"DInvalidRequest", 1012, false, "Kel Class Library", "dnlsutil", 760, 1, 1, ""};
 }
 
@@ -41,7 +41,7 @@ TEST(IncompleteRuns, AreOneCharacterWithTheOneThatClosesThem) {
     EXPECT_EQ(answers(findBytePos, text), (Positions{1, 2, 6, 0, 0, 0}));
 }
 
-TEST(IncompleteRuns, AreNotRememberedAsTheStartOfACharacterWhichIsWanted) {
+TEST(IncompleteRuns, AreNotKeptAsTheStartOfACharacterByDesign) {
     EXPECT_EQ(answers(findNextCharNum, text), (Positions{1, 3, 3, 3, 3, 3}));
     EXPECT_EQ(findNextCharNum(longOne.c_str(), 4, 1), 1u) << "the front of the text is a start";
     std::string out(12, '#');
@@ -85,22 +85,22 @@ TEST(IncompleteRuns, AreCutAndCopiedWhole) {
 TEST(IncompleteRuns, ThatEndTheBytesGivenFailToConvert) {
     wchar_t wide[6] = {};
     for (unsigned int size = 2; size < 5; ++size)
-        EXPECT_EQ(ops::failureOf([&] { cvtMBS2WCS(text.data(), size, wide); }), incomplete()) << size;
+        EXPECT_EQ(operations::failureOf([&] { cvtMBS2WCS(text.data(), size, wide); }), incomplete()) << size;
     std::mbstate_t state{};
-    EXPECT_EQ(ops::failureOf([&] { cvtMB2WC(longOne.data(), 4, wide, &state); }), incomplete())
+    EXPECT_EQ(operations::failureOf([&] { cvtMB2WC(longOne.data(), 4, wide, &state); }), incomplete())
         << "no more than MB_CUR_MAX bytes are looked at";
-    EXPECT_EQ(cvtMB2WC(longOne.data() + 2, 2, wide, &state), 2) << "the state goes on behind those";
+    EXPECT_EQ(cvtMB2WC(longOne.data() + 2, 2, wide, &state), 2) << "the state goes on after those";
     EXPECT_EQ(wide[0], longValue);
 }
 
 TEST(IncompleteRuns, DoNotAriseInTheMultiByteBufferWhichLooksAtSixBytes) {
-    ops::Owned const owned = mb::buffer(text);
+    operations::Owned const owned = mb::buffer(text);
     for (unsigned int place = 1; place <= 4; ++place)
         EXPECT_EQ(owned->charType(1 + place), place);
     EXPECT_EQ(mb::asMultiByte(owned).prevCharLength(6), 4u);
     EXPECT_TRUE(mb::buffer(longOne)->isValidMBCS());
-    EXPECT_EQ(ops::Owned(owned->remove(2, 1)).text(), "a   b");
-    EXPECT_EQ(ops::Owned(owned->rightJustify(3, '*')).text(), "**b");
+    EXPECT_EQ(operations::Owned(owned->remove(2, 1)).text(), "a   b");
+    EXPECT_EQ(operations::Owned(owned->rightJustify(3, '*')).text(), "**b");
 }
 
 } // namespace

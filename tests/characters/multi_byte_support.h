@@ -30,10 +30,10 @@ namespace mb {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-using ops::lengthOf;
-using ops::localeModeIs;
-using ops::Owned;
-using ops::switchIsOn;
+using operations::lengthOf;
+using operations::localeModeIs;
+using operations::Owned;
+using operations::switchIsOn;
 
 inline bool isUtf8() { return localeModeIs("utf8") || localeModeIs("turkish"); }
 /// Whether the locale of this process has characters of several bytes at all.
@@ -155,7 +155,7 @@ constexpr auto invalidSequence = static_cast<std::size_t>(-1);
 constexpr auto incompleteSequence = static_cast<std::size_t>(-2);
 
 /// Bytes of the character at offset `at` by the rule of the multi-byte buffer. The text is a std::string for
-/// the NUL behind it, which ends every sequence.
+/// the terminating NUL, which ends every sequence.
 inline std::size_t lengthAt(std::string const& text, std::size_t at) {
     std::size_t const length = mbrlenOf(text.c_str() + at, std::min<std::size_t>(6, text.size() - at + 1));
     return length == 0 || length == invalidSequence || length == incompleteSequence ? 1 : length;

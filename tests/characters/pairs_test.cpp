@@ -26,7 +26,7 @@ constexpr int on = 1;
 /// A letter that the C library holds back when it is converted from wide, and its value.
 mb::Sample const held = mb::localeModeIs("hkscs") ? mb::samples().narrow : mb::samples().two;
 
-ops::Failure refused() { return mb::badSequence(mb::invalidLine); }
+operations::Failure refused() { return mb::badSequence(mb::invalidLine); }
 
 TEST(Pairs, AreWhatTheCLibraryGivesTwoWideCharactersFor) {
     std::mbstate_t state{};
@@ -81,16 +81,17 @@ TEST(Pairs, AreSearchedForAndEditedAsBytesWithTheSwitchOff) {
 TEST(Pairs, AreRefusedWithTheSwitchOnAndTheTextStaysAsItWas) {
     SwitchAt const at(on);
     Owned const text = buffer(pair + "Abc");
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->upperCase()); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->lowerCase()); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->reverse()); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->translate("A", 1, "B", 1, ' ')); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->strip("c", 1, DStringEnum::both)); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->leftJustify(3, ' ')); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->center(3, ' ')); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(text->insert("x", 1, 3, ' ')); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { (void)text->indexOfAnyOf(DStringTest(std::isdigit), 1); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { Owned(buffer("abc")->translate("a", 1, pair.data(), 2, ' ')); }),
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->upperCase()); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->lowerCase()); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->reverse()); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->translate("A", 1, "B", 1, ' ')); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->strip("c", 1, DStringEnum::both)); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->leftJustify(3, ' ')); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->center(3, ' ')); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(text->insert("x", 1, 3, ' ')); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { (void)text->indexOfAnyOf(DStringTest(std::isdigit), 1); }),
+              refused());
+    EXPECT_EQ(operations::failureOf([&] { Owned(buffer("abc")->translate("a", 1, pair.data(), 2, ' ')); }),
               refused());
     EXPECT_EQ(text.text(), pair + "Abc");
     EXPECT_EQ(text->refs, 1u);
@@ -110,7 +111,7 @@ TEST(Pairs, AreCutAndCopiedWholeInBothStates) {
     }
 }
 
-TEST(Pairs, ThatDifferFromOthersBehindThemDoNotCollateEqual) {
+TEST(Pairs, ThatDifferFromOthersAfterThemDoNotCollateEqual) {
     SwitchAt const at(on);
     auto const compared = [](string const& left, string const& right) {
         return buffer(left)->compare(right.data(), lengthOf(right));
@@ -137,11 +138,11 @@ TEST(Pairs, CountAsOneCharacterWhereBytesAreWalked) {
 TEST(Pairs, AreRefusedByTheConverters) {
     wchar_t wide[8] = {};
     string const text = "a" + pair + "b";
-    EXPECT_EQ(ops::failureOf([&] { cvtMBS2WCS(text.data(), 4, wide); }), refused());
-    EXPECT_EQ(ops::failureOf([&] { DWBuffer const made(text.c_str()); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { cvtMBS2WCS(text.data(), 4, wide); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { DWBuffer const made(text.c_str()); }), refused());
     wchar_t value = L'#';
     std::mbstate_t state{};
-    EXPECT_EQ(ops::failureOf([&] { cvtMB2WC(pair.data(), pairLength, &value, &state); }), refused());
+    EXPECT_EQ(operations::failureOf([&] { cvtMB2WC(pair.data(), pairLength, &value, &state); }), refused());
     EXPECT_EQ(value, L'#');
     EXPECT_TRUE(std::mbsinit(&state));
 }
@@ -165,8 +166,8 @@ TEST(LettersThatAreHeldBack, ConvertToTheirOwnBytesWhateverFollows) {
     EXPECT_EQ(out, bytes + "..");
     EXPECT_EQ(cvtWCS2MBS(wide.data(), 4, out.data(), 3, 0, '.'), 2u) << "only whole characters";
     wchar_t const withMark[] = {held.value, mark};
-    EXPECT_EQ(ops::failureOf([&] { cvtWCS2MBS(withMark, 2, out.data(), 4, 0, ' '); }),
-              ops::invalidRequest(0, "dnlsutil", 880))
+    EXPECT_EQ(operations::failureOf([&] { cvtWCS2MBS(withMark, 2, out.data(), 4, 0, ' '); }),
+              operations::invalidRequest(0, "dnlsutil", 880))
         << "the mark has no bytes of its own";
 }
 
@@ -199,8 +200,8 @@ TEST(EveryCharacter, ComesBackByteForByteOrIsRefused) {
             mb::Conversion const conversion = mb::convertedWithPairs(character);
             Owned const text = buffer(character + character);
             string result;
-            ops::Failure const failure =
-                ops::failureOf([&] { result = Owned(text->translate("", 0, "", 0, ' ')).text(); });
+            operations::Failure const failure =
+                operations::failureOf([&] { result = Owned(text->translate("", 0, "", 0, ' ')).text(); });
             EXPECT_EQ(failure, conversion.isPair[0] ? refused() : mb::nothing()) << mb::hex(character);
             if (conversion.isPair[0])
                 ++refusedOnes;

@@ -31,7 +31,7 @@ TEST(Samples, AreTheCharactersThatTheTestsTakeThemFor) {
 }
 
 /// Calls `check` with every sequence of bytes up to three, and of four, five and six bytes with samples of
-/// the ones from the third on. What stands behind a sequence that is already decided is sampled too.
+/// the ones from the third on. What follows a sequence that is already decided is sampled too.
 class Sequences {
 public:
     explicit Sequences(std::function<void(std::string const&)> check) : check_(std::move(check)) {}
@@ -127,7 +127,7 @@ TEST(UtilitySteps, AgreeWithTheCLibraryForEverySequence) {
     }).run();
 }
 
-TEST(Steps, ReadNothingBehindTheBytesThatAreAvailable) {
+TEST(Steps, ReadNothingPastTheBytesThatAreAvailable) {
     for (std::string const& part : mb::parts())
         for (std::size_t size = 1; size <= part.size(); ++size) {
             mb::AtMemoryEnd const text(part.substr(0, size));
@@ -143,7 +143,7 @@ TEST(Steps, ReadNothingBehindTheBytesThatAreAvailable) {
         }
 }
 
-TEST(Steps, NeedNoMoreThanANulBehindACutCharacter) {
+TEST(Steps, NeedNoMoreThanANulAfterACutCharacter) {
     for (mb::Sample const& sample : mb::samples().longCharacters())
         for (std::size_t size = 1; size < sample.bytes.size(); ++size) {
             mb::AtMemoryEnd const text(sample.bytes.substr(0, size) + '\0');

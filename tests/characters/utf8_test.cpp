@@ -92,7 +92,7 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(run.bytes, model.bytes);
     ASSERT_EQ(run.characters, model.values.size());
 
-    // Room for exactly as many characters as there are: nothing may be written behind the last one.
+    // Room for exactly as many characters as there are: nothing may be written past the last one.
     auto* const wide = reinterpret_cast<wchar_t*>(output.last(model.values.size() * sizeof(wchar_t)));
     kelcl::Stretch const widened = kelcl::widenUtf8(wide, p, text.size());
     ASSERT_EQ(widened.bytes, model.bytes);

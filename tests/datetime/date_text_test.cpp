@@ -209,13 +209,13 @@ TEST_F(DateFormats, AYearBeforeYearOneIsANegativeNumber) {
     EXPECT_EQ(bytes(DDate(DDate::January, 1, -44).asString("%Y/%m")), "-44/01");
 }
 
-TEST(DateFormatOddities, AFormatWithASmallYMakesTheFullYear1900TooHighAsWanted) {
+TEST(DateFormatOddities, AFormatWithASmallYMakesTheFullYear1900TooHighByDesign) {
     EXPECT_EQ(bytes(firstOf1752.asString("%Y %y")), "3652 52");
     EXPECT_EQ(bytes(firstOf1752.asString("%Y my year")), "3652 my year");
     EXPECT_EQ(bytes(DDate(DDate::January, 1, 1900).asString("%Y my year")), "1900 my year");
 }
 
-TEST(DateFormatOddities, LeapDaysOfTheJulianCalendarAloneComeOutAsFirstOfMarchAsWanted) {
+TEST(DateFormatOddities, LeapDaysOfTheJulianCalendarAloneComeOutAsFirstOfMarchByDesign) {
     EXPECT_EQ(bytes(DDate(DDate::February, 29, 1700).asString("%d.%m.%Y")), "01.03.1700");
     EXPECT_EQ(bytes(DDate(DDate::February, 29, 1600).asString("%d.%m.%Y")), "29.02.1600");
     // Given as year 3600 and year 3500 here.
@@ -223,7 +223,7 @@ TEST(DateFormatOddities, LeapDaysOfTheJulianCalendarAloneComeOutAsFirstOfMarchAs
     EXPECT_EQ(bytes(DDate(DDate::February, 29, 1600).asString("%d.%m.%y")), "01.03.00");
 }
 
-TEST(DateFormatOddities, WeekdaysInFormatsAreGregorianForJulianDaysTooAsWanted) {
+TEST(DateFormatOddities, WeekdaysInFormatsAreGregorianForJulianDaysTooByDesign) {
     EXPECT_EQ(bytes(DDate(DDate::September, 2, 1752).asString("%u")), "6");
     EXPECT_EQ(bytes(DDate(DDate::September, 14, 1752).asString("%u")), "4");
 }

@@ -122,13 +122,13 @@ TEST(DateZones, AChangeOfTheZoneShowsAtOnce) {
     }
 }
 
-TEST(DateZoneOddities, DatesInSummerTimeHaveTheHourOneAsWanted) {
+TEST(DateZoneOddities, DatesInSummerTimeHaveTheHourOneByDesign) {
     ZoneForNow const now("EST5EDT,M3.2.0,M11.1.0");
     EXPECT_EQ(bytes(DDate(DDate::July, 4, 2021).asString("%d %H:%M")), "04 01:00");
     EXPECT_EQ(bytes(DDate(DDate::January, 4, 2021).asString("%d %H:%M")), "04 00:00");
 }
 
-TEST(DateZoneOddities, TimesAreAnHourLaterWhereTheEndOf1899IsInSummerTimeAsWanted) {
+TEST(DateZoneOddities, TimesAreAnHourLaterWhereTheEndOf1899IsInSummerTimeByDesign) {
     ZoneForNow const now("NZST-12NZDT,M9.5.0,M4.1.0/3");
     EXPECT_EQ(bytes(DTime(1, 2, 3).asString("%H:%M:%S")), "02:02:03");
 }

@@ -158,7 +158,7 @@ TEST(TimeFormats, AFormatThatGivesNothingGivesTheEmptyString) {
     EXPECT_EQ(DTime(1, 2, 3).asString("%p").isEmpty(), !hasMarkers);
 }
 
-TEST(TimeFormatOddities, TheDateOfATimeIsTheLastDayOf1899AsWanted) {
+TEST(TimeFormatOddities, TheDateOfATimeIsTheLastDayOf1899ByDesign) {
     EXPECT_EQ(bytes(DTime(1, 2, 3).asString("%Y-%m-%d %u")), "1899-12-31 7");
 }
 

@@ -95,7 +95,7 @@ std::vector<Block> blocksOfHeader(Lines const& lines, std::string const& path) {
     return blocks;
 }
 
-/// The comments that stand behind code.
+/// The comments that follow code.
 Lines trailingComments(Lines const& code) {
     Lines comments;
     for (std::string const& line : code) {

@@ -5,7 +5,7 @@
 
 #include "tests/support/program_run.h"
 
-/// Runs the demo with `arguments`. In its output the line "Reported on …" ends behind these two words; in its
+/// Runs the demo with `arguments`. In its output the line "Reported on …" ends after these two words; in its
 /// reports a source file stands without its folder, and "line: #" for its line.
 ProgramRun runDemo(std::vector<std::string> const& arguments);
 

@@ -97,7 +97,7 @@ std::string lineRefusalOf(std::string const& condition) {
 
 // Listing ---------------------------------------------------------------------------------------------
 
-TEST(DemoListing, EveryLineStandsBehindItsRightJustifiedNumber) {
+TEST(DemoListing, EveryLineStandsAfterItsRightJustifiedNumber) {
     ProgramRun const run = runDemo({makeFile(prose)});
     EXPECT_EQ(run.output, "     1  The day and the year\n"
                           "     2  \n"
@@ -241,14 +241,14 @@ TEST(DemoFailures, AFolderCannotBeReadAndEndsInStatus2) {
     EXPECT_EQ(run.status, 2);
 }
 
-TEST(DemoFailures, ALineThatIsTooLongEndsInStatus2BehindWhatWasReadBefore) {
+TEST(DemoFailures, ALineThatIsTooLongEndsInStatus2AfterWhatWasReadBefore) {
     ProgramRun const run = runDemo({makeFile("one\ntwo\n" + std::string(1001, 'x') + "\nfour\n")});
     EXPECT_EQ(run.output, "     1  one\n     2  two\n\nStopped. Lines read: 2\n");
     EXPECT_EQ(run.errors, lineRefusalOf("line 3 has at most 1000 bytes"));
     EXPECT_EQ(run.status, 2);
 }
 
-TEST(DemoFailures, ANulByteEndsInStatus2BehindWhatWasReadBefore) {
+TEST(DemoFailures, ANulByteEndsInStatus2AfterWhatWasReadBefore) {
     std::string const nul(1, '\0');
     ProgramRun const run = runDemo({makeFile("one\na" + nul + "b\n")});
     EXPECT_EQ(run.output, "     1  one\n\nStopped. Lines read: 1\n");
@@ -256,7 +256,7 @@ TEST(DemoFailures, ANulByteEndsInStatus2BehindWhatWasReadBefore) {
     EXPECT_EQ(run.status, 2);
 }
 
-TEST(DemoFailures, OnATerminalAReportStandsBehindWhatWasPrintedBeforeIt) {
+TEST(DemoFailures, OnATerminalAReportStandsAfterWhatWasPrintedBeforeIt) {
     std::string const nul(1, '\0');
     ProgramRun const run = runDemoOnTerminal({makeFile("one\nx;GB;2001-02-30\nthree\n" + nul + "\n")});
     EXPECT_EQ(run.output, "     1  one\n     2  x;GB;2001-02-30\n" + refusalOf("2001-02-30") +

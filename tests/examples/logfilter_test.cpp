@@ -54,7 +54,7 @@ TEST(LogFilter, NamesTheFileBeforeEachLineOfSeveral) {
     EXPECT_EQ(run.status, 0);
 }
 
-TEST(LogFilter, GoesOnBehindAFileThatCannotBeRead) {
+TEST(LogFilter, GoesOnAfterAFileThatCannotBeRead) {
     ProgramRun const run = runFilter({"*", "nothing-here", ".", makeFile("one\n")});
     EXPECT_EQ(run.output, "input.txt:one\n");
     EXPECT_EQ(run.errors, std::string("logfilter: nothing-here:") + std::strerror(ENOENT) +

@@ -2,95 +2,15 @@
 // nothing may escape, leak, or call the new-handler while a text is stored. A program of its own, because it
 // replaces operator new.
 #include "tests/except/except_support.h"
+#include "tests/except/memory_support.h"
 #include "tests/support/failing_allocations.h"
 
 #include <kelcl/derrorinfo.h>
 
 #include <cerrno>
-#include <cstdint>
-#include <limits>
 #include <memory>
-#include <new>
-#include <utility>
 
 namespace {
-
-/// Which allocation from now on fails (1 is the next, 0 none), whether all behind it do, and all from a size
-/// on. A failure calls the new-handler, as the standard prescribes.
-struct Plan {
-    long failing = 0;
-    bool alsoAllLater = false;
-    std::size_t failingSize = std::numeric_limits<std::size_t>::max();
-};
-
-void follow(Plan const& plan) {
-    allocations.countdown = plan.failing - 1;
-    allocations.onlyOnce = !plan.alsoAllLater;
-    allocations.failingSize = plan.failingSize;
-    allocations.failing = Failing::byHandler;
-}
-
-void countedHandler() { throw std::bad_alloc(); }
-
-/// Writes nowhere, and allocates nothing.
-class Silent final : public DException::TraceFn {
-public:
-    void write(char const*) override {}
-};
-
-/// Runs `action` under a plan, with a new-handler in place, and tells what it did.
-struct Outcome {
-    long failures;
-    long handlerCalls;
-    bool handlerIsBack;
-};
-
-template <class Action>
-Outcome runUnder(Plan const& plan, Action const& action) {
-    std::new_handler const before = std::set_new_handler(countedHandler);
-    long const failures = allocations.failures;
-    long const handlerCalls = allocations.handlerCalls;
-    follow(plan);
-    action();
-    follow({});
-    bool const handlerIsBack = std::set_new_handler(before) == countedHandler;
-    return {allocations.failures - failures, allocations.handlerCalls - handlerCalls, handlerIsBack};
-}
-
-/// Makes the first, the second, … allocation of `action` fail, then that one and all later ones, until none
-/// fails any more. `action` throws nothing itself and frees all that it takes; it returns what must hold.
-template <class Action>
-void sweep(char const* what, Action const& action) {
-    for (bool const alsoAllLater : {false, true})
-        for (long nth = 1;; ++nth) {
-            bool holds = false;
-            long const before = allocations.live;
-            Outcome const outcome = runUnder({nth, alsoAllLater}, [&] { holds = action(); });
-            EXPECT_EQ(allocations.live, before) << what << ": leak when allocation " << nth << " fails";
-            EXPECT_TRUE(holds) << what << ": allocation " << nth;
-            EXPECT_EQ(outcome.handlerCalls, 0) << what << ": allocation " << nth;
-            EXPECT_TRUE(outcome.handlerIsBack) << what << ": allocation " << nth;
-            if (outcome.failures == 0) break;
-            ASSERT_LT(nth, 1000) << what;
-        }
-}
-
-bool isSame(char const* left, char const* right) {
-    return left == right || (left != nullptr && right != nullptr && std::string_view(left) == right);
-}
-
-bool isEither(char const* text, char const* one, char const* other) {
-    return isSame(text, one) || isSame(text, other);
-}
-
-/// The chain is as long as the count says, and null follows it.
-bool isWhole(DException const& exception) {
-    for (unsigned long i = 0; i < exception.textCount(); ++i)
-        if (exception.text(i) == nullptr) return false;
-    return exception.text(exception.textCount()) == nullptr;
-}
-
-DExceptionLocation const here("unit", "function", 77);
 
 class OutOfMemory : public ::testing::Test {
 protected:
@@ -190,8 +110,8 @@ TEST_F(OutOfMemory, ACopySharesTheTextsThatItCannotCopy) {
                 EXPECT_NE(copy->text(i), source->text(i));
         }
 
-        // Each array is freed once, when the last node that holds it goes; and a change to one shows in no
-        // other.
+        // Each array is freed once, when the last node that holds it is destroyed; and a change to one shows
+        // in no other.
         DException const second(*copy);
         copy->appendText("+").setText("newest");
         EXPECT_EQ(source->text(0)[position == 0 ? large.size() : 1], '\0');
@@ -348,115 +268,4 @@ TEST_F(OutOfMemory, ThrowHelpersThrowWhatTheyWereAskedToThrow) {
             return isWhole(exception) && isEither(exception.text(0), "x", nullptr);
         }
     });
-}
-
-// The report without a line buffer
-// ------------------------------------------------------------------------------------------------------------
-
-namespace {
-
-/// What a report writes to standard error when its line buffer cannot be allocated.
-std::string reportWithoutMemory(DException& exception) {
-    return standardErrorOf([&] {
-        class Recording final : public DException::TraceFn {
-        public:
-            void write(char const*) override { std::fputs("write was called\n", stderr); }
-            void exceptionLogged() override { std::fputs("exceptionLogged was called\n", stderr); }
-        } recording;
-        DException::setTraceFunction(recording);
-        Outcome const outcome = runUnder({1, true}, [&] { exception.logExceptionData(); });
-        if (outcome.handlerCalls != 0 || !outcome.handlerIsBack)
-            std::fputs("the new-handler was called or lost\n", stderr);
-    });
-}
-
-} // namespace
-
-TEST(ReportWithoutMemory, GoesStraightToStandardErrorInItsOwnWords) {
-    DInvalidRequest exception("first", 12, DException::recoverable);
-    exception.setText("second").addLocation({"old", "old", 1}).addLocation({"unit", "open", 0x1'0000'0005ul});
-    EXPECT_EQ(reportWithoutMemory(exception),
-              "DInvalidRequest exception thrown.\n   function: open\n   file: unit\n   line: 4294967301.\n"
-              "   Error ID is 12\n"
-              " Error Code group is Kel Class Library\n"
-              "   Exception text is:\n"
-              "      first\n"
-              "      second\n");
-}
-
-TEST(ReportWithoutMemory, OfAnExceptionWithNothingSaysSo) {
-    DException exception(nullptr);
-    exception.setErrorCodeGroup(nullptr);
-    EXPECT_EQ(reportWithoutMemory(exception),
-              "\nDException exception thrown.\n   Location information is unavailable.\n"
-              "   Error ID is unavailable.\n"
-              "   Error Code group is unavailable.\n"
-              "   Exception text is unavailable.\n");
-}
-
-TEST(ReportWithoutMemory, ShowsNullNamesAsUnknown) {
-    DException exception(nullptr, 1);
-    exception.addLocation({nullptr, nullptr, 2});
-    EXPECT_EQ(reportWithoutMemory(exception),
-              "DException exception thrown.\n   function: Unknown\n   file: Unknown\n   line: 2.\n"
-              "   Error ID is 1\n Error Code group is Kel Class Library\n"
-              "   Exception text is unavailable.\n");
-}
-
-TEST(ReportWithoutMemory, ListsManyTextsFromTheOldestToTheNewest) {
-    DException exception(nullptr);
-    std::string expected = "\nDException exception thrown.\n   Location information is unavailable.\n"
-                           "   Error ID is unavailable.\n Error Code group is Kel Class Library\n"
-                           "   Exception text is:\n";
-    for (int i = 0; i < 1000; ++i) {
-        exception.setText(std::to_string(i).c_str());
-        expected += "      " + std::to_string(i) + "\n";
-    }
-    EXPECT_EQ(reportWithoutMemory(exception), expected);
-}
-
-// The new-handler at work
-// ------------------------------------------------------------------------------------------------------------
-
-namespace {
-
-void* volatile wanted =
-    nullptr; // an allocation whose result nobody looks at might be left out by the compiler
-
-} // namespace
-
-TEST(NewHandlerAtWork, TurnsAFailedAllocationIntoALoggedOutOfMemory) {
-    MessageFile const catalog(englishCatalog);
-    std::new_handler const before = std::set_new_handler(DKORVA_Init::newHandler);
-    long const blocks = allocations.live;
-    {
-        Facts const facts = thrownBy([] {
-            follow({0, false, 1'000'000});
-            wanted = ::operator new(1'000'000);
-        });
-        follow({});
-        expectClass<DOutOfMemory>(facts, "DOutOfMemory");
-        EXPECT_EQ(facts.texts, std::vector<std::string>{"There is not enough memory for the operation."});
-        EXPECT_EQ(facts.errorId, 4u);
-    }
-    EXPECT_EQ(allocations.live, blocks);
-    EXPECT_EQ(std::get_new_handler(), &DKORVA_Init::newHandler);
-    std::set_new_handler(before);
-}
-
-TEST(NewHandlerAtWork, WithoutAnyMemoryStillThrowsAndReportsToStandardError) {
-    EXPECT_EQ(standardErrorOf([] {
-                  follow({1, true});
-                  bool caught = false;
-                  try {
-                      wanted = ::operator new(16);
-                  } catch (DOutOfMemory const& exception) {
-                      caught = exception.errorId() == 4 && exception.textCount() == 0;
-                  }
-                  follow({});
-                  if (!caught) std::fputs("not caught\n", stderr);
-              }),
-              "DOutOfMemory exception thrown.\n   function: Unknown\n   file: dbase\n   line: 175.\n"
-              "   Error ID is 4\n Error Code group is Kel Class Library\n"
-              "   Exception text is unavailable.\n");
 }

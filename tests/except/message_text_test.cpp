@@ -247,7 +247,7 @@ TEST(ReplaceVars, LeavesMarkersWithoutAValueAsTheyAre) {
 
 TEST(ReplaceVars, ZeroIsNoMarker) { EXPECT_EQ(replaced("%0 %1", {"x"}), "%0 x"); }
 
-TEST(ReplaceVars, DoublePercentHidesTheMarkerBehindIt) {
+TEST(ReplaceVars, DoublePercentHidesTheMarkerAfterIt) {
     EXPECT_EQ(replaced("%%1", {"x"}), "%%1");
     EXPECT_EQ(replaced("%%%1", {"x"}), "%%x");
     EXPECT_EQ(replaced("%%%%1", {"x"}), "%%%%1");

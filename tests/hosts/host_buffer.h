@@ -3,6 +3,8 @@
 #ifndef KELCL_TESTS_HOSTS_HOST_BUFFER_H
 #define KELCL_TESTS_HOSTS_HOST_BUFFER_H
 
+#include "tests/hosts/answered_positions.h"
+
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dstring.h>
 
@@ -74,9 +76,9 @@ private:
 
 /// A `Base` whose answers the current Host gives. What an operation that is called by itself asks is noted.
 template <class Base>
-class HostBuffer : public Base {
+class HostBuffer : public AnsweredPositions<HostBuffer<Base>, Base> {
 public:
-    using Base::Base;
+    using AnsweredPositions<HostBuffer, Base>::AnsweredPositions;
 
     static HostBuffer* make(std::string_view text) {
         auto const size = static_cast<unsigned int>(text.size());
@@ -93,9 +95,6 @@ public:
     }
     char const* className() const override { return "HostBuffer"; }
 
-    unsigned int charType(unsigned int index) const override {
-        return host().answer("charType", index, [&] { return Base::charType(index); });
-    }
     int compare(void const* other, unsigned int n) const override {
         if (host().order)
             if (auto const own = host().order({static_cast<char const*>(other), n})) return *own;
@@ -107,26 +106,11 @@ public:
     bool isHexDigits() const override {
         return truth("isHexDigits", [&] { return Base::isHexDigits(); });
     }
-#define KELCL_HOST_SEARCH(name)                                                                              \
-    unsigned int name(char const* p, unsigned int n, unsigned int start) const override {                    \
-        return host().answer(#name " " + std::to_string(n), start, [&] { return Base::name(p, n, start); }); \
-    }                                                                                                        \
-    unsigned int name(DStringTest const& test, unsigned int start) const override {                          \
-        return host().answer(#name " test", start, [&] { return Base::name(test, start); });                 \
-    }
-    KELCL_HOST_SEARCH(indexOf)
-    KELCL_HOST_SEARCH(indexOfAnyOf)
-    KELCL_HOST_SEARCH(indexOfAnyBut)
-    KELCL_HOST_SEARCH(lastIndexOf)
-    KELCL_HOST_SEARCH(lastIndexOfAnyOf)
-    KELCL_HOST_SEARCH(lastIndexOfAnyBut)
-#undef KELCL_HOST_SEARCH
-    unsigned int startSearch(unsigned int start, unsigned int n) const override {
-        return host().answer("startSearch", start, [&] { return Base::startSearch(start, n); });
-    }
-    unsigned int startBackwardsSearch(unsigned int start, unsigned int n) const override {
-        return host().answer("startBackwardsSearch", start,
-                             [&] { return Base::startBackwardsSearch(start, n); });
+
+    template <class Argument, class Library>
+    unsigned int position(char const* question, Argument const& argument, unsigned int start,
+                          Library library) const {
+        return host().answer(question + argumentOf(argument), start, library);
     }
 
 private:

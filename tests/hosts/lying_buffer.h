@@ -3,6 +3,7 @@
 #ifndef KELCL_TESTS_HOSTS_LYING_BUFFER_H
 #define KELCL_TESTS_HOSTS_LYING_BUFFER_H
 
+#include "tests/hosts/answered_positions.h"
 #include "tests/support/choices.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -58,9 +59,9 @@ inline void checkBlock(void const* block) {
 }
 
 template <class Base>
-class LyingBuffer final : public Base {
+class LyingBuffer final : public AnsweredPositions<LyingBuffer<Base>, Base> {
 public:
-    using Base::Base;
+    using AnsweredPositions<LyingBuffer, Base>::AnsweredPositions;
     ~LyingBuffer() override { checkBlock(this); }
 
     static LyingBuffer* make(std::string_view text) {
@@ -88,9 +89,6 @@ public:
     DString asDebugInfo() const override { return Base::asDebugInfo(); }
 
     // Characters
-    unsigned int charType(unsigned int index) const override {
-        return position(index, [&] { return Base::charType(index); });
-    }
     char* next(char const* p) override { return Base::next(p); }
     char const* next(char const* p) const override { return Base::next(p); }
     int compare(void const* other, unsigned int n) const override {
@@ -124,28 +122,6 @@ public:
     KELCL_LYING_TEST(includesDBCS)
     KELCL_LYING_TEST(includesSBCS)
 #undef KELCL_LYING_TEST
-
-    // Searches
-#define KELCL_LYING_SEARCH(name)                                                                             \
-    unsigned int name(char const* p, unsigned int n, unsigned int start) const override {                    \
-        return position(start, [&] { return Base::name(p, n, start); });                                     \
-    }                                                                                                        \
-    unsigned int name(DStringTest const& test, unsigned int start) const override {                          \
-        return position(start, [&] { return Base::name(test, start); });                                     \
-    }
-    KELCL_LYING_SEARCH(indexOf)
-    KELCL_LYING_SEARCH(indexOfAnyOf)
-    KELCL_LYING_SEARCH(indexOfAnyBut)
-    KELCL_LYING_SEARCH(lastIndexOf)
-    KELCL_LYING_SEARCH(lastIndexOfAnyOf)
-    KELCL_LYING_SEARCH(lastIndexOfAnyBut)
-#undef KELCL_LYING_SEARCH
-    unsigned int startSearch(unsigned int start, unsigned int n) const override {
-        return position(start, [&] { return Base::startSearch(start, n); });
-    }
-    unsigned int startBackwardsSearch(unsigned int start, unsigned int n) const override {
-        return position(start, [&] { return Base::startBackwardsSearch(start, n); });
-    }
 
     // Pieces and edits
     DBuffer* subString(unsigned int start, unsigned int n, char pad) const override {
@@ -199,13 +175,13 @@ public:
         return text([&] { return Base::upperCase(); });
     }
 
-private:
-    template <class Truth>
-    unsigned int position(unsigned int start, Truth truth) const {
+    template <class Argument, class Truth>
+    unsigned int position(char const*, Argument const&, unsigned int start, Truth truth) const {
         Lies& lies = Lies::ofRun();
         return lies.oneIn(3) ? lies.number(this->length, start) : truth();
     }
 
+private:
     /// Another text in place of the true one: the same as before, none, or any.
     template <class Truth>
     DBuffer* text(Truth truth) const {

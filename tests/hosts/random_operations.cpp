@@ -192,7 +192,7 @@ public:
         failed_.clear();
         report_.str("");
         {
-            ops::LogOfExceptions const log;
+            operations::LogOfExceptions const log;
             tryOperation();
         }
         DString::fgI18NState = before;

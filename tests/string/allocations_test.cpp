@@ -11,8 +11,8 @@
 
 namespace {
 
-using ops::contentsOf;
-using ops::refsOf;
+using operations::contentsOf;
+using operations::refsOf;
 
 int isX(int c) { return c == 'x'; }
 int isBlank(int c) { return c == ' '; }
@@ -85,7 +85,7 @@ TEST(Allocations, AreNotNeededToReadAText) {
 TEST(Allocations, AreNotNeededToMatchUnlessThePatternIsCollated) {
     DString text(longText);
     auto const match = [](DString& s) { sink = s.isLike("*fox*fo? ") + s.isLike("*x*y*z*"); };
-    EXPECT_LE(allocationsOf(match, text), ops::switchIsOn() ? 4 : 0);
+    EXPECT_LE(allocationsOf(match, text), operations::switchIsOn() ? 4 : 0);
 }
 
 TEST(Allocations, AreNotNeededToCompareBytesAndAtMostTwoToCollate) {
@@ -94,7 +94,7 @@ TEST(Allocations, AreNotNeededToCompareBytesAndAtMostTwoToCollate) {
     long const before = allocations.made;
     EXPECT_TRUE(text < other);
     EXPECT_TRUE(text == DString(text));
-    EXPECT_LE(allocations.made - before, ops::switchIsOn() ? 2 : 0);
+    EXPECT_LE(allocations.made - before, operations::switchIsOn() ? 2 : 0);
     DString const withNul(std::string_view("ab\0", 3));
     std::string_view const otherWithNul("ac\0", 3);
     long const again = allocations.made;
@@ -180,7 +180,7 @@ std::vector<Case> const changing = {
     {"complement", longText, [](DString& s) { DString const other = ~s; }},
     {"concatenation", longText, [](DString& s) { DString const other = s + "abc"; }},
     {"static upperCase", longText, [](DString& s) { DString const other = DString::upperCase(s); }},
-    {"writing behind the end", longText, [](DString& s) { s[2000] = 'x'; }},
+    {"writing past the end", longText, [](DString& s) { s[2000] = 'x'; }},
 };
 
 TEST(Allocations, AreOneForANewText) {
@@ -280,7 +280,7 @@ TEST(Allocations, OfDecimalConversionsAreSmallMultiplesOfTheText) {
 }
 
 TEST(Collation, WithoutMemoryForItsCopiesSortsTheStringBefore) {
-    if (!ops::switchIsOn()) {
+    if (!operations::switchIsOn()) {
         EXPECT_FALSE(DString("b") < "a");
         return;
     }

@@ -1,32 +1,27 @@
-// Appending to a string: when the text grows where it stands, and when it must not. This program counts every
-// allocation.
+// Appending to a string: what it adds, and when the text grows where it stands. This program counts
+// allocations.
 #include "tests/buffers/buffer_support.h"
 #include "tests/support/failing_allocations.h"
 
-#include <clocale>
-#include <cstdlib>
-
 namespace {
 
-using namespace core;
+using namespace support;
 
-constexpr unsigned int lengthLimit = 0xFFFFFFE7;
-
-/// Appends 'x' until the text stands elsewhere, so that its block is new and has room behind it.
+/// Appends 'x' until the text stands elsewhere, so that its block is new and has room after it.
 void moveToNewBlock(DString& text) {
     char const* const before = text.c_str();
     while (text.c_str() == before)
         text += 'x';
 }
 
-/// The sole owner of a text that has room for more bytes behind it.
+/// The sole owner of a text that has room for more bytes after it.
 DString withRoom() {
     DString text(nullptr, 1000, 'a');
     moveToNewBlock(text);
     return text;
 }
 
-TEST(StringAppend, AddsTheBytesBehindTheText) {
+TEST(StringAppend, AddsTheBytesAfterTheText) {
     DString text("abc");
     EXPECT_EQ(&(text += "def"), &text);
     EXPECT_EQ(textOf(text), "abcdef");
@@ -172,7 +167,7 @@ TEST(StringAppendInPlace, ATextHeldByABufferPointerIsShared) {
     EXPECT_EQ(textOf(text), before + 'y');
 }
 
-TEST(StringAppendInPlace, AfterTheOtherOwnerWentTheTextGrowsInPlaceAgain) {
+TEST(StringAppendInPlace, AfterTheOtherOwnerIsDestroyedTheTextGrowsInPlaceAgain) {
     DString text = withRoom();
     { DString const other(text); }
     char const* const before = text.c_str();
@@ -226,7 +221,7 @@ TEST(StringAppendOfItself, OneOfItsElements) {
     EXPECT_EQ(textOf(text), "abc" + std::string(100, 'a'));
 }
 
-TEST(StringAppendOfItself, TheNulBehindTheTextMayBeAPartOfIt) {
+TEST(StringAppendOfItself, TheTerminatingNulMayBeAPartOfIt) {
     DString text("abc");
     for (int i = 0; i < 20; ++i)
         text += std::string_view(text.c_str() + text.length() - 1, 2);
@@ -243,168 +238,6 @@ TEST(StringAppendOfItself, WhileShared) {
     EXPECT_EQ(textOf(text), "abcabc");
     EXPECT_EQ(textOf(witness), "abc");
     EXPECT_EQ(refsOf(witness), 1U);
-}
-
-// Which buffers have room
-
-/// A class of a host whose buffers look, when they go, whether anybody wrote behind their text.
-template <class Base>
-class Guarded : public Base {
-public:
-    using Base::Base;
-    ~Guarded() override {
-        ++gone;
-        if (this->length != builtLength || !guardIsIntact(this, builtLength)) ++overwritten;
-    }
-    DBuffer* allocate(unsigned int size) const override { return Base::allocate(size); }
-
-    static DBuffer* make(std::string_view text) {
-        gone = 0;
-        overwritten = 0;
-        builtLength = static_cast<unsigned int>(text.size());
-        return makeIn<Guarded>(text, guardSize);
-    }
-
-    inline static unsigned int builtLength = 0;
-    inline static int gone = 0;
-    inline static int overwritten = 0;
-};
-
-/// The same without a word about making buffers.
-class GuardedAsInherited : public DBuffer {
-public:
-    using DBuffer::DBuffer;
-    ~GuardedAsInherited() override {
-        ++gone;
-        if (length != builtLength || !guardIsIntact(this, builtLength)) ++overwritten;
-    }
-    static DBuffer* make(std::string_view text) {
-        gone = 0;
-        overwritten = 0;
-        builtLength = static_cast<unsigned int>(text.size());
-        return makeIn<GuardedAsInherited>(text, guardSize);
-    }
-
-    inline static unsigned int builtLength = 0;
-    inline static int gone = 0;
-    inline static int overwritten = 0;
-};
-
-template <class Host>
-void expectNeverGrownInPlace() {
-    for (unsigned int length : {1U, 3U, 5U, 20U, 100U, 129U, 1000U, 1025U}) {
-        SCOPED_TRACE(length);
-        std::string const before(length, 'a');
-        DString text(Host::make(before));
-        text += 'x';
-        EXPECT_EQ(textOf(text), before + 'x');
-        EXPECT_EQ(Host::gone, 1) << "the text moved to a new buffer";
-        EXPECT_EQ(Host::overwritten, 0);
-        text += "yz";
-        EXPECT_EQ(textOf(text), before + "xyz");
-    }
-}
-
-TEST(StringAppendToAHostsBuffer, OfAClassThatInheritsEverythingNeverGrowsInPlace) {
-    expectNeverGrownInPlace<GuardedAsInherited>();
-}
-
-TEST(StringAppendToAHostsBuffer, OfAClassThatOverridesTheFactoryNeverGrowsInPlace) {
-    expectNeverGrownInPlace<Guarded<DBuffer>>();
-}
-
-TEST(StringAppendToAHostsBuffer, OfAClassThatMakesItsOwnKindKeepsTheClass) {
-    DString text(makeIn<HostFactoryBuffer>("abc", guardSize));
-    for (unsigned int i = 0; i < 50; ++i) {
-        text += 'x';
-        ASSERT_STREQ(bufferOf(text)->className(), "HostFactoryBuffer");
-        ASSERT_EQ(HostFactoryBuffer::lastAllocated, 4 + i) << "each text gets a buffer of its own";
-        ASSERT_TRUE(guardIsIntact(bufferOf(text), text.length()));
-    }
-    EXPECT_EQ(textOf(text), "abc" + std::string(50, 'x'));
-}
-
-TEST(StringAppendToAPlainBuffer, GivesTheClassOfTheLocale) {
-    DString text;
-    {
-        std::string const locale = std::setlocale(LC_ALL, nullptr);
-        std::setlocale(LC_ALL, "C");
-        Owned const plain = plainBuffer("");
-        text = DString(plain->newBuffer("abc", 3));
-        std::setlocale(LC_ALL, locale.c_str());
-    }
-    ASSERT_STREQ(bufferOf(text)->className(), "DBuffer");
-    text += "d";
-    EXPECT_EQ(bufferOf(text)->className(), defaultClass());
-    EXPECT_EQ(textOf(text), "abcd");
-}
-
-TEST(StringAppendToAMultiByteBuffer, KeepsTheClassWhenTheLocaleIsSingleByteLater) {
-    if (!isMultiByte()) {
-        DString text("abc");
-        text += "d";
-        EXPECT_STREQ(bufferOf(text)->className(), "DBuffer");
-        return;
-    }
-    std::string const locale = std::setlocale(LC_ALL, nullptr);
-    DString text("abc");
-    std::setlocale(LC_ALL, "C");
-    for (int i = 0; i < 200; ++i) {
-        text += 'x';
-        EXPECT_STREQ(bufferOf(text)->className(), "DDBCSBuffer");
-    }
-    std::setlocale(LC_ALL, locale.c_str());
-    EXPECT_EQ(textOf(text), "abc" + std::string(200, 'x'));
-}
-
-// The limit
-
-/// Expects that appending `added` bytes to `claimed` ones overflows before a byte is looked at.
-void expectAppendOverflows(unsigned int claimed, std::string const& added) {
-    SCOPED_TRACE(testing::Message() << claimed << " and " << added.size());
-    DString text("abc");
-    DString const argument(added);
-    DBuffer* const buffer = bufferOf(text);
-    buffer->length = claimed;
-    expectLengthOverflow([&] { text += argument; });
-    expectLengthOverflow([&] { text += added; });
-    expectLengthOverflow([&] { text += added.c_str(); });
-    EXPECT_EQ(bufferOf(text), buffer);
-    EXPECT_EQ(buffer->length, claimed);
-    EXPECT_EQ(buffer->refs, 1U);
-    buffer->length = 3;
-    EXPECT_EQ(textOf(text), "abc");
-}
-
-TEST(StringAppendOverflow, BeginsWhereTheSumReachesTheLimit) {
-    expectAppendOverflows(lengthLimit - 1, "x");
-    expectAppendOverflows(lengthLimit - 1, "twenty-five bytes or more");
-    expectAppendOverflows(lengthLimit - 5, "12345");
-    expectAppendOverflows(lengthLimit - 5, std::string(100, 'x'));
-    expectAppendOverflows(lengthLimit - 1000, std::string(1000, 'x'));
-    expectAppendOverflows(lengthLimit - 1, std::string(70000, 'x'));
-}
-
-TEST(StringAppendOverflow, OfASharedTextLeavesAllOwnersAsTheyWere) {
-    DString text("abc");
-    DString const witness(text);
-    DBuffer* const buffer = bufferOf(text);
-    buffer->length = lengthLimit - 1;
-    expectLengthOverflow([&] { text += "x"; });
-    expectLengthOverflow([&] { text += text; });
-    expectLengthOverflow([&] { text += 'x'; });
-    buffer->length = 3;
-    EXPECT_EQ(buffer->refs, 2U);
-    EXPECT_EQ(text.c_str(), witness.c_str());
-}
-
-TEST(StringAppendOverflow, OfAStandardStringViewBeyond32BitsIsRaisedUnread) {
-    char const one = 'x';
-    DString text("abc");
-    for (std::size_t const size :
-         {(std::size_t{1} << 32) - 1, std::size_t{1} << 32, (std::size_t{1} << 32) + 1})
-        expectLengthOverflow([&] { text += std::string_view(&one, size); });
-    EXPECT_EQ(textOf(text), "abc");
 }
 
 } // namespace

@@ -6,8 +6,8 @@
 
 namespace {
 
-using ops::contentsOf;
-using ops::fresh;
+using operations::contentsOf;
+using operations::fresh;
 
 int isVowel(int c) { return c == 'a' || c == 'e' || c == 'i' || c == 'o' || c == 'u'; }
 

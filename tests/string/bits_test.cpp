@@ -3,10 +3,10 @@
 
 namespace {
 
-using ops::bytes;
-using ops::contentsOf;
-using ops::fresh;
-using ops::refsOf;
+using operations::bytes;
+using operations::contentsOf;
+using operations::fresh;
+using operations::refsOf;
 
 class BitString : public DString {
 public:
@@ -16,7 +16,7 @@ public:
 
 std::string applied(char const* text, std::string const& operand, DString::BitOperator op) {
     BitString string(text);
-    EXPECT_EQ(&string.applyBitOp(operand.data(), ops::lengthOf(operand), op), &string);
+    EXPECT_EQ(&string.applyBitOp(operand.data(), operations::lengthOf(operand), op), &string);
     return contentsOf(string);
 }
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-using core::textOf;
+using support::textOf;
 
 std::string bytesOf(std::filesystem::path const& file) {
     std::ifstream in(file, std::ios::binary);

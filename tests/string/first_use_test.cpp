@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace core;
+using namespace support;
 
 /// The exit status of a child that runs `body`, which answers whether all is well.
 #define EXPECT_IN_FRESH_PROCESS(...)                                                                         \

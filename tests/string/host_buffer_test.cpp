@@ -5,10 +5,10 @@
 
 namespace {
 
-using core::HostBuffer;
-using core::makeIn;
-using core::Owned;
-using core::textOf;
+using support::HostBuffer;
+using support::makeIn;
+using support::Owned;
+using support::textOf;
 
 TEST(HostBuffers, AreTranslatedInPlaceWhereTheyHaveOneOwner) {
     Owned const text(makeIn<HostBuffer>("abcab", 64));

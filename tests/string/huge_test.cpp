@@ -4,9 +4,9 @@
 
 namespace {
 
-using ops::failureOf;
-using ops::lengthOverflow;
-using ops::refsOf;
+using operations::failureOf;
+using operations::lengthOverflow;
+using operations::refsOf;
 
 constexpr unsigned int longest = 0xFFFFFFE6;
 
@@ -30,8 +30,8 @@ TEST(HugeText, OfTheLongestLengthIsMadeSearchedAndCut) {
     EXPECT_EQ(text.lastIndexOf('.'), longest);
     EXPECT_EQ(text.lastIndexOfAnyOf("ab"), 2u);
     EXPECT_EQ(text.occurrencesOf("ab"), 1u);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest)), ".");
-    EXPECT_EQ(ops::contentsOf(text.subString(longest, 3, '-')), ".--");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest)), ".");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest, 3, '-')), ".--");
     EXPECT_EQ(text.numWords(), 1u);
     EXPECT_EQ(text.lengthOfWord(1), longest);
 
@@ -40,13 +40,13 @@ TEST(HugeText, OfTheLongestLengthIsMadeSearchedAndCut) {
     EXPECT_EQ(text.lastIndexOf('z'), longest);
     EXPECT_EQ(text.indexOf(".z"), longest - 1);
     text.reverse();
-    EXPECT_EQ(ops::contentsOf(text.subString(1, 3)), "z..");
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 2)), ".ba");
+    EXPECT_EQ(operations::contentsOf(text.subString(1, 3)), "z..");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 2)), ".ba");
     text.upperCase();
     EXPECT_EQ(text[1], 'Z');
     EXPECT_EQ(text[longest], 'A');
     text.strip("Z.", DStringEnum::leading);
-    EXPECT_EQ(ops::contentsOf(text), "BA");
+    EXPECT_EQ(operations::contentsOf(text), "BA");
 }
 
 TEST(HugeText, ThatWouldPassTheLimitFailsAndStaysWhatItWas) {
@@ -74,26 +74,26 @@ TEST(HugeText, IsInsertedChangedAndOverlaidUpToTheLimit) {
     DString text("abc");
     text.insert("xy", longest - 2, '.');
     ASSERT_EQ(text.length(), longest);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 2)), ".xy");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 2)), ".xy");
     text.change("xy", "-", longest - 1);
     ASSERT_EQ(text.length(), longest - 1);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 2)), ".-");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 2)), ".-");
     text.overlayWith("++", longest - 1);
     ASSERT_EQ(text.length(), longest);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 2)), ".++");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 2)), ".++");
     text.remove(2, longest - 2);
-    EXPECT_EQ(ops::contentsOf(text), "a+");
+    EXPECT_EQ(operations::contentsOf(text), "a+");
 }
 
 TEST(HugeText, IsCopiedAndJustifiedToTheLimit) {
     DString text("0123456789ABCDE");
     text.copy(longest / 15); // 286331151 times
     ASSERT_EQ(text.length(), longest / 15 * 15);
-    EXPECT_EQ(ops::contentsOf(text.subString(text.length() - 15)), "E0123456789ABCDE");
+    EXPECT_EQ(operations::contentsOf(text.subString(text.length() - 15)), "E0123456789ABCDE");
     EXPECT_EQ(text.indexOf("EE"), 0u);
     text.rightJustify(longest, '>');
     ASSERT_EQ(text.length(), longest);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 2)), "CDE");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 2)), "CDE");
     text.center(5);
     EXPECT_EQ(text.length(), 5u);
 }
@@ -102,14 +102,14 @@ TEST(HugeText, BecomesHexadecimalAndBinaryDigitsAndBack) {
     DString text(nullptr, 0x7FFFFFF3, '\x5A');
     text.c2x();
     ASSERT_EQ(text.length(), longest);
-    EXPECT_EQ(ops::contentsOf(text.subString(longest - 3)), "5A5A");
+    EXPECT_EQ(operations::contentsOf(text.subString(longest - 3)), "5A5A");
     text.x2c();
     ASSERT_EQ(text.length(), 0x7FFFFFF3u);
     EXPECT_TRUE(isAll(text, 0, text.length(), '\x5A'));
     text.remove(0x1FFFFFFC + 1);
     text.c2b();
     ASSERT_EQ(text.length(), 8 * 0x1FFFFFFCu);
-    EXPECT_EQ(ops::contentsOf(text.subString(text.length() - 7)), "01011010");
+    EXPECT_EQ(operations::contentsOf(text.subString(text.length() - 7)), "01011010");
     text.b2c();
     ASSERT_EQ(text.length(), 0x1FFFFFFCu);
     EXPECT_TRUE(isAll(text, 0, text.length(), '\x5A'));

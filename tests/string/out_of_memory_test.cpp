@@ -9,7 +9,7 @@
 
 namespace {
 
-using namespace core;
+using namespace support;
 
 std::string const longText(300, 'l');
 
@@ -63,7 +63,7 @@ std::vector<Operation> const& operations() {
         {"+= of characters", [](DString& text) { text += longText.c_str(); }},
         {"+= of a string", [](DString& text) { text += other; }},
         {"+= of itself", [](DString& text) { text += text; }},
-        {"+= of a character with room behind the text", [](DString& text) { text += 'c'; }, false, false},
+        {"+= of a character with room after the text", [](DString& text) { text += 'c'; }, false, false},
         {"+= of a view", [](DString& text) { text += std::string_view(longText); }},
         {"+= while shared",
          [](DString& text) {

@@ -9,14 +9,14 @@
 
 namespace {
 
-using ops::contentsOf;
-using ops::failureOf;
-using ops::lengthOverflow;
-using ops::Owned;
-using ops::refsOf;
+using operations::contentsOf;
+using operations::failureOf;
+using operations::lengthOverflow;
+using operations::Owned;
+using operations::refsOf;
 
 constexpr unsigned int limit = 0xFFFFFFE7; ///< The shortest length that is too long.
-constexpr unsigned int most = 0xFFFFFFFF;
+constexpr unsigned int maximum = 0xFFFFFFFF;
 
 /// The operation fails on a sole owner's and on a shared text, and changes neither.
 void expectOverflow(std::string_view start, std::function<void(DString&)> const& operation,
@@ -43,9 +43,9 @@ void expectBufferOverflow(std::string_view start, std::function<DBuffer*(DBuffer
 }
 
 TEST(LengthOverflow, HasATextAndOneLocationWithoutAFunctionName) {
-    ops::LogOfExceptions const log;
+    operations::LogOfExceptions const log;
     try {
-        DString("ab").copy(most);
+        DString("ab").copy(maximum);
         FAIL();
     } catch (DInvalidRequest const& thrown) {
         ASSERT_NE(thrown.text(0), nullptr);
@@ -58,13 +58,14 @@ TEST(LengthOverflow, HasATextAndOneLocationWithoutAFunctionName) {
 TEST(LengthOverflow, IsRaisedByTheBufferItself) {
     expectBufferOverflow("abc", [](DBuffer& b) -> DBuffer* { b.overflow(); });
     expectBufferOverflow("abc", [](DBuffer& b) { return b.allocate(limit); });
-    expectBufferOverflow("abc", [](DBuffer& b) { return b.allocate(most); });
+    expectBufferOverflow("abc", [](DBuffer& b) { return b.allocate(maximum); });
 }
 
 TEST(LengthOverflow, IsRaisedByCopy) {
     for (std::string_view const text : {"a", "ab", "abc", "abcde", "abcdefghijklmnopq"}) {
-        unsigned int const quotient = most / ops::lengthOf(text);
-        for (unsigned int const times : {quotient, quotient + (quotient == most ? 0 : 1), most, most - 1}) {
+        unsigned int const quotient = maximum / operations::lengthOf(text);
+        for (unsigned int const times :
+             {quotient, quotient + (quotient == maximum ? 0 : 1), maximum, maximum - 1}) {
             expectOverflow(
                 text, [=](DString& s) { s.copy(times); }, times);
             expectBufferOverflow(text, [=](DBuffer& b) { return b.copy(times); });
@@ -84,7 +85,7 @@ TEST(LengthOverflow, IsRaisedByCopy) {
 }
 
 TEST(LengthOverflow, IsRaisedByWidthsAtTheLimit) {
-    for (unsigned int const width : {limit, limit + 1, most - 1, most}) {
+    for (unsigned int const width : {limit, limit + 1, maximum - 1, maximum}) {
         expectOverflow(
             "abc", [=](DString& s) { s.leftJustify(width); }, width);
         expectOverflow(
@@ -108,7 +109,7 @@ TEST(LengthOverflow, IsRaisedByWidthsAtTheLimit) {
 
 TEST(LengthOverflow, IsRaisedByTheBuffersSubStringFromBeyondTheEndInSingleByteLocalesOnly) {
     for (std::string_view const text : {"abc", ""})
-        for (unsigned int const start : {ops::lengthOf(text) + 2, 100u, 0x80000000u, most}) {
+        for (unsigned int const start : {operations::lengthOf(text) + 2, 100u, 0x80000000u, maximum}) {
             auto const tail = [start](DBuffer& b) { return b.subString(start); };
             if (MB_CUR_MAX == 1)
                 expectBufferOverflow(text, tail);
@@ -118,7 +119,7 @@ TEST(LengthOverflow, IsRaisedByTheBuffersSubStringFromBeyondTheEndInSingleByteLo
 }
 
 TEST(LengthOverflow, IsRaisedByInsertingFarBeyondTheEnd) {
-    for (unsigned int const position : {limit - 2, limit, most - 2, most - 1, most}) {
+    for (unsigned int const position : {limit - 2, limit, maximum - 2, maximum - 1, maximum}) {
         expectOverflow(
             "abc", [=](DString& s) { s.insert("xy", position); }, position);
         expectOverflow(
@@ -127,11 +128,11 @@ TEST(LengthOverflow, IsRaisedByInsertingFarBeyondTheEnd) {
     expectOverflow(
         "abc", [](DString& s) { s.insert("", limit); }, limit);
     expectOverflow(
-        "abc", [](DString& s) { s.insert("", most); }, most);
+        "abc", [](DString& s) { s.insert("", maximum); }, maximum);
 }
 
 TEST(LengthOverflow, IsRaisedByInsertingAVeryLongText) {
-    for (unsigned int const length : {limit - 3, most - 3, most - 2, most})
+    for (unsigned int const length : {limit - 3, maximum - 3, maximum - 2, maximum})
         for (unsigned int const position : {0u, 2u, 3u, 5u})
             expectOverflow(
                 "abc", [=](DString& s) { s.insert("", length, position); }, length);
@@ -140,7 +141,7 @@ TEST(LengthOverflow, IsRaisedByInsertingAVeryLongText) {
 }
 
 TEST(LengthOverflow, IsRaisedByOverlayingFarBeyondTheEnd) {
-    for (unsigned int const position : {limit - 1, limit, most - 2, most - 1, most}) {
+    for (unsigned int const position : {limit - 1, limit, maximum - 2, maximum - 1, maximum}) {
         expectOverflow(
             "abc", [=](DString& s) { s.overlayWith("xy", position); }, position);
         expectOverflow(
@@ -149,11 +150,11 @@ TEST(LengthOverflow, IsRaisedByOverlayingFarBeyondTheEnd) {
     expectOverflow(
         "abc", [](DString& s) { s.overlayWith("", limit + 1); }, limit + 1);
     expectOverflow(
-        "abc", [](DString& s) { s.overlayWith("", most); }, most);
+        "abc", [](DString& s) { s.overlayWith("", maximum); }, maximum);
 }
 
 TEST(LengthOverflow, IsRaisedByOverlayingWithAVeryLongText) {
-    for (unsigned int const length : {limit, most - 1, most})
+    for (unsigned int const length : {limit, maximum - 1, maximum})
         for (unsigned int const position : {0u, 1u, 3u, 4u, 6u})
             expectOverflow(
                 "abc", [=](DString& s) { s.overlayWith("", length, position); }, length);
@@ -164,13 +165,14 @@ TEST(LengthOverflow, IsRaisedByOverlayingWithAVeryLongText) {
 /// Changes every `pattern` into a text of so many bytes, of which none is looked at.
 void expectChangeOverflow(std::string_view text, std::string_view pattern, unsigned int length) {
     expectOverflow(
-        text, [=](DString& s) { s.change(pattern.data(), ops::lengthOf(pattern), "", length, 1, most); },
+        text,
+        [=](DString& s) { s.change(pattern.data(), operations::lengthOf(pattern), "", length, 1, maximum); },
         length);
 }
 
 TEST(LengthOverflow, IsRaisedByChangesThatGrow) {
     // One occurrence: the new length alone.
-    for (unsigned int const length : {limit, most - 1, most})
+    for (unsigned int const length : {limit, maximum - 1, maximum})
         expectChangeOverflow("a", "a", length);
     expectChangeOverflow("abc", "b", limit - 2);
     expectChangeOverflow("abc", "abc", limit);
@@ -188,10 +190,10 @@ TEST(LengthOverflow, IsRaisedByChangesThatGrow) {
 }
 
 TEST(LengthOverflow, IsRaisedBySpaceWithVeryManyFillCharacters) {
-    for (unsigned int const n : {limit - 2, limit, most - 2, most - 1, most})
+    for (unsigned int const n : {limit - 2, limit, maximum - 2, maximum - 1, maximum})
         expectOverflow(
             " a b ", [=](DString& s) { s.space(n, '-'); }, n);
-    for (unsigned int const n : {0x7FFFFFF2u, 0x7FFFFFFEu, 0x7FFFFFFFu, 0x80000000u, most})
+    for (unsigned int const n : {0x7FFFFFF2u, 0x7FFFFFFEu, 0x7FFFFFFFu, 0x80000000u, maximum})
         expectOverflow(
             "a b c", [=](DString& s) { s.space(n, '-'); }, n);
     for (unsigned int const n : {0x3FFFFFFFu, 0x40000000u, 0x80000000u, 0xC0000000u})
@@ -200,7 +202,7 @@ TEST(LengthOverflow, IsRaisedBySpaceWithVeryManyFillCharacters) {
 }
 
 TEST(LengthOverflow, IsRaisedByWritingToAnElementFarBeyondTheEnd) {
-    for (unsigned int const index : {limit, limit + 1, most - 1, most}) {
+    for (unsigned int const index : {limit, limit + 1, maximum - 1, maximum}) {
         expectOverflow(
             "abc", [=](DString& s) { s[index] = 'x'; }, index);
         expectOverflow(
@@ -244,8 +246,8 @@ void expectOverflowOf(unsigned int length, std::function<void(DString&)> const& 
                       std::string_view front = {"\0\0\0\0", 4}) {
     DString& text = untouched();
     char const* const data = text.data();
-    std::memcpy(ops::bufferOf(text)->contents(), front.data(), front.size());
-    ops::bufferOf(text)->length = length;
+    std::memcpy(operations::bufferOf(text)->contents(), front.data(), front.size());
+    operations::bufferOf(text)->length = length;
     EXPECT_EQ(failureOf([&] { operation(text); }), lengthOverflow()) << length;
     EXPECT_EQ(text.data(), data);
     EXPECT_EQ(text.length(), length);

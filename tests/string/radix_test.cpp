@@ -7,11 +7,11 @@
 
 namespace {
 
-using ops::bytes;
-using ops::contentsOf;
-using ops::fresh;
-using ops::refsOf;
-using ops::switchIsOn;
+using operations::bytes;
+using operations::contentsOf;
+using operations::fresh;
+using operations::refsOf;
+using operations::switchIsOn;
 
 std::string c2x(std::string_view text) { return contentsOf(fresh(text).c2x()); }
 std::string x2c(std::string_view text) { return contentsOf(fresh(text).x2c()); }
@@ -334,7 +334,7 @@ TEST(BinaryMath, MultipliesByTenAndAddsTheDigit) {
     EXPECT_EQ(binaryStep("\x19\x99", 6), bytes("\x01\0\0")); // 6553 * 10 + 6
 }
 
-TEST(BinaryMath, WithTheSwitchOffGrowsByAByteAlsoBehindALeadingZero) {
+TEST(BinaryMath, WithTheSwitchOffGrowsByAByteAlsoAfterALeadingZero) {
     if (switchIsOn()) {
         EXPECT_EQ(binaryStep(bytes("\0"), 5), bytes("\x05"));
         EXPECT_EQ(binaryStep(bytes("\0\x05"), 5), bytes("\0\x37"));

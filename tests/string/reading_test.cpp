@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace core;
+using namespace support;
 
 /// The text of `before` after a word was read into it.
 std::string afterReading(DString before, std::string const& word) {
@@ -22,7 +22,7 @@ bool modeIs(std::string_view name) {
     return mode != nullptr && std::string_view(mode).starts_with(name);
 }
 
-TEST(ReadingIntoAText, RepairsWhatTheWordAndTheOldTextAfterItMakeACharacterWhichIsWanted) {
+TEST(ReadingIntoAText, RepairsWhatTheWordAndTheOldTextAfterItMakeACharacterByDesign) {
     // The word ends in the first byte of a character, and the old text goes on with its second byte.
     bool const isLeadOfTwo = modeIs("utf8") || modeIs("eucjp");
     EXPECT_EQ(afterReading(DString("ab\xA4"), "x\xC3"), isLeadOfTwo ? "x " : "x\xC3");

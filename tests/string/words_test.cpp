@@ -5,13 +5,13 @@
 
 namespace {
 
-using ops::bytes;
-using ops::contentsOf;
-using ops::failureOf;
-using ops::fresh;
-using ops::refsOf;
+using operations::bytes;
+using operations::contentsOf;
+using operations::failureOf;
+using operations::fresh;
+using operations::refsOf;
 
-constexpr unsigned int most = 0xFFFFFFFF;
+constexpr unsigned int maximum = 0xFFFFFFFF;
 
 std::string edited(DString& text) { return contentsOf(text); }
 
@@ -50,7 +50,7 @@ TEST(Words, AreCutOut) {
     EXPECT_EQ(contentsOf(text.word(1)), "alpha");
     EXPECT_EQ(contentsOf(text.word(2)), "beta");
     EXPECT_EQ(contentsOf(text.word(3)), "");
-    EXPECT_EQ(contentsOf(text.word(most)), "");
+    EXPECT_EQ(contentsOf(text.word(maximum)), "");
     EXPECT_EQ(contentsOf(fresh("a").word(1)), "a");
     EXPECT_EQ(contentsOf(fresh("").word(1)), "");
     EXPECT_EQ(contentsOf(fresh("  ").word(1)), "");
@@ -81,10 +81,10 @@ TEST(Words, AreCutOutWithTheSeparatorsBetweenThem) {
 TEST(Words, BeyondTheLastAreNotMissed) {
     DString const text("  a  b  c ");
     EXPECT_EQ(contentsOf(text.words(2, 3)), "b  c");
-    EXPECT_EQ(contentsOf(text.words(2, most)), "b  c");
-    EXPECT_EQ(contentsOf(text.words(1, most)), "a  b  c");
-    EXPECT_EQ(contentsOf(text.words(most, most)), "");
-    EXPECT_EQ(contentsOf(text.words(most, 1)), "");
+    EXPECT_EQ(contentsOf(text.words(2, maximum)), "b  c");
+    EXPECT_EQ(contentsOf(text.words(1, maximum)), "a  b  c");
+    EXPECT_EQ(contentsOf(text.words(maximum, maximum)), "");
+    EXPECT_EQ(contentsOf(text.words(maximum, 1)), "");
     EXPECT_EQ(contentsOf(fresh("a b").words(2, 7)), "b");
 }
 
@@ -105,7 +105,7 @@ TEST(Words, AreLocatedFromAPositionWithWordsTakenAsSeen) {
     EXPECT_EQ(text.indexOfWord(3, 4, 1), 7u);
     EXPECT_EQ(text.indexOfWord(1, 4, 1), 0u) << "the counter has passed it";
     EXPECT_EQ(text.indexOfWord(1, 9, 0), 0u);
-    EXPECT_EQ(text.indexOfWord(1, most, 0), 0u);
+    EXPECT_EQ(text.indexOfWord(1, maximum, 0), 0u);
 }
 
 TEST(Words, AreNotLocatedFromPositionZero) {
@@ -128,7 +128,7 @@ TEST(Words, AreMeasured) {
     EXPECT_EQ(fresh("").lengthOfWord(1), 0u);
 }
 
-TEST(RemoveWords, TakesTheSeparatorsBehindTheWordsAlong) {
+TEST(RemoveWords, TakesTheSeparatorsAfterTheWordsAlong) {
     EXPECT_EQ(withoutWords("a b  c", 2, 1), "a c");
     EXPECT_EQ(withoutWords("a b  c", 1, 1), "b  c");
     EXPECT_EQ(withoutWords("  a b  c", 1, 2), "  c");
@@ -141,19 +141,19 @@ TEST(RemoveWords, OfTheLastWordsLeavesTheSeparatorsBeforeThem) {
     EXPECT_EQ(withoutWords("a  b", 2, 1), "a  ");
     EXPECT_EQ(withoutWords("  a  ", 1, 1), "  ");
     EXPECT_EQ(withoutWords("a b c", 1, 3), "");
-    EXPECT_EQ(withoutWords("a b c  ", 2, most), "a ");
-    EXPECT_EQ(withoutWords("a b c  ", 1, most), "");
-    EXPECT_EQ(withoutWords("a b c  ", 3, most - 2), "a b ");
+    EXPECT_EQ(withoutWords("a b c  ", 2, maximum), "a ");
+    EXPECT_EQ(withoutWords("a b c  ", 1, maximum), "");
+    EXPECT_EQ(withoutWords("a b c  ", 3, maximum - 2), "a b ");
 }
 
 TEST(RemoveWords, OfNoWordChangesNothing) {
-    for (unsigned int const first : {0u, 1u, 2u, 9u, most}) {
+    for (unsigned int const first : {0u, 1u, 2u, 9u, maximum}) {
         DString text("a b");
         DString const copy(text);
         text.removeWords(first, 0);
         EXPECT_EQ(text.data(), copy.data());
     }
-    for (unsigned int const first : {0u, 3u, most}) {
+    for (unsigned int const first : {0u, 3u, maximum}) {
         DString text("a b");
         DString const copy(text);
         text.removeWords(first, 1);
@@ -188,7 +188,7 @@ TEST(Space, JoinsTheWordsByExactlyAsManyFillCharacters) {
 
 TEST(Space, OfNothingButSeparatorsGivesTheNullString) {
     EXPECT_EQ(spaced("   ", 1, ' '), "");
-    EXPECT_EQ(spaced("\t\n", most, 'x'), "");
+    EXPECT_EQ(spaced("\t\n", maximum, 'x'), "");
 }
 
 TEST(Space, LeavesAnEmptyStringEmpty) {
@@ -212,15 +212,15 @@ TEST(Space, AlwaysMakesANewBufferEvenOfATextThatHasThatForm) {
 }
 
 TEST(Space, ThatWouldBecomeTooLongFailsAndLeavesTheStringAlone) {
-    for (unsigned int const n : {most, most - 1, most - 3, 0x7FFFFFFFu, 0x80000000u}) {
+    for (unsigned int const n : {maximum, maximum - 1, maximum - 3, 0x7FFFFFFFu, 0x80000000u}) {
         DString text("a b c");
         DString const copy(text);
-        EXPECT_EQ(failureOf([&] { text.space(n, '-'); }), ops::lengthOverflow()) << n;
+        EXPECT_EQ(failureOf([&] { text.space(n, '-'); }), operations::lengthOverflow()) << n;
         EXPECT_EQ(text.data(), copy.data());
         EXPECT_EQ(refsOf(text), 2u);
     }
     DString one(" word ");
-    EXPECT_EQ(contentsOf(one.space(most, '-')), "word") << "one word needs no fill characters";
+    EXPECT_EQ(contentsOf(one.space(maximum, '-')), "word") << "one word needs no fill characters";
 }
 
 TEST(FindPhrase, ReportsTheWordNumberOrThePosition) {
@@ -290,10 +290,10 @@ TEST(FindPhrase, AnEmptyPhraseIsFoundAtTheStartWordAtOnce) {
     EXPECT_EQ(text.findPhrase("", 2), 2u);
     EXPECT_EQ(text.findPhrase("  ", 2), 2u);
     EXPECT_EQ(text.findPhrase("", 2, DString::charIndex), 3u);
-    EXPECT_EQ(text.findPhrase("", 3), 3u) << "one behind the last word still passes";
+    EXPECT_EQ(text.findPhrase("", 3), 3u) << "one after the last word still passes";
     EXPECT_EQ(text.findPhrase("", 3, DString::charIndex), 0u) << "but there is no such word";
     EXPECT_EQ(text.findPhrase("", 4), 0u);
-    EXPECT_EQ(text.findPhrase("", most), 0u);
+    EXPECT_EQ(text.findPhrase("", maximum), 0u);
     EXPECT_EQ(fresh("").findPhrase("", 1), 1u);
     EXPECT_EQ(fresh("").findPhrase("", 1, DString::charIndex), 0u);
 }
@@ -311,12 +311,12 @@ TEST(FindPhrase, FromWordZeroGoesOnToTheFirstWord) {
 }
 
 TEST(FindPhrase, FromAStartWordNearTheLimitWrapsRoundToTheFirstWord) {
-    EXPECT_EQ(fresh("a b").findPhrase("a b", most), 1u);
-    EXPECT_EQ(fresh("a b c").findPhrase("b c", most), 2u);
-    EXPECT_EQ(fresh("a b c").findPhrase("a b c", most - 1), 1u);
-    EXPECT_EQ(fresh("a b c").findPhrase("a", most), 0u) << "no sum wraps with a phrase of one word";
-    EXPECT_EQ(fresh("a b c").findPhrase("b c", most - 1), 0u);
-    EXPECT_EQ(fresh("a b").findPhrase("a b c", most), 0u);
+    EXPECT_EQ(fresh("a b").findPhrase("a b", maximum), 1u);
+    EXPECT_EQ(fresh("a b c").findPhrase("b c", maximum), 2u);
+    EXPECT_EQ(fresh("a b c").findPhrase("a b c", maximum - 1), 1u);
+    EXPECT_EQ(fresh("a b c").findPhrase("a", maximum), 0u) << "no sum wraps with a phrase of one word";
+    EXPECT_EQ(fresh("a b c").findPhrase("b c", maximum - 1), 0u);
+    EXPECT_EQ(fresh("a b").findPhrase("a b c", maximum), 0u);
 }
 
 TEST(FindPhrase, FindsAStringInItself) {

@@ -34,7 +34,7 @@ private:
     std::mt19937_64 random_;
 };
 
-/// Takes each choice from as many of the bytes as it needs; behind the last one every choice is 0.
+/// Takes each choice from as many of the bytes as it needs; after the last one every choice is 0.
 class ByteChoices final : public Choices {
 public:
     ByteChoices(std::uint8_t const* bytes, std::size_t n) : next_(bytes), left_(n) {}

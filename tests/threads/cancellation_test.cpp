@@ -1,5 +1,5 @@
-// A thread that is cancelled in the middle of a trace line, a report or a look-up finishes it, and goes then.
-// Each case runs in a child process, whose exit status says whether it survived.
+// A thread that is cancelled in the middle of a trace line, a report or a look-up finishes it, and ends only
+// then. Each case runs in a child process, whose exit status says whether it survived.
 #include <kelcl/kelcl.h>
 
 #include <atomic>

@@ -1,5 +1,5 @@
 // A host program for the trace tests: does what its arguments say, one after the other. What comes out is
-// judged by trace_test.cpp.
+// judged by the tests beside it.
 #include <kelcl/dexception.h>
 #include <kelcl/dtrace.h>
 

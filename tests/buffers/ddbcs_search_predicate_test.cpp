@@ -1,7 +1,6 @@
 // Searches of multi-byte text with a test of the host: what the test sees, by the national-language switch.
 #include "tests/buffers/ddbcs_search_support.h"
 
-#include <kelcl/dnlsutil.h>
 #include <kelcl/dstring.h>
 
 #include <string>
@@ -20,7 +19,7 @@ int isAnything(int) { return 1; }
 int isNothing(int) { return 0; }
 int throwsOut(int) { throw 5; }
 
-TEST(MultiByteTest, WithTheSwitchOffAnyOfSeesEveryByteAndAnyButOnlyFirstBytesWhichIsWanted) {
+TEST(MultiByteTest, WithTheSwitchOffAnyOfSeesEveryByteAndAnyButOnlyFirstBytesByDesign) {
     SwitchAt const off(0);
     mb::Sample const& trail = mb::samples().asciiTrail;
     string const two = trail.exists() ? trail.bytes : mb::samples().two.bytes;
@@ -32,11 +31,11 @@ TEST(MultiByteTest, WithTheSwitchOffAnyOfSeesEveryByteAndAnyButOnlyFirstBytesWhi
     EXPECT_EQ(text->indexOfAnyOf(isTail, 1), 3U);
     EXPECT_EQ(text->indexOf(isTail, 1), 3U);
     EXPECT_EQ(text->indexOfAnyBut(isNotTail, 1), 0U);
-    EXPECT_EQ(text->lastIndexOfAnyOf(isTail, most), 0U);
-    EXPECT_EQ(text->lastIndexOfAnyBut(isNotTail, most), 0U);
+    EXPECT_EQ(text->lastIndexOfAnyOf(isTail, farEnd), 0U);
+    EXPECT_EQ(text->lastIndexOfAnyBut(isNotTail, farEnd), 0U);
 }
 
-TEST(MultiByteTest, WithTheSwitchOffAnyOfFindsAContinuationByteBehindARefusedLead) {
+TEST(MultiByteTest, WithTheSwitchOffAnyOfFindsAContinuationByteAfterARefusedLead) {
     SwitchAt const off(0);
     mb::Sample const& sample = mb::samples().asciiTrail;
     if (!sample.exists()) {
@@ -50,7 +49,7 @@ TEST(MultiByteTest, WithTheSwitchOffAnyOfFindsAContinuationByteBehindARefusedLea
     tail = sample.bytes[1];
     DStringTest const isTail([](int c) -> int { return c == tail; });
     EXPECT_EQ(text->indexOfAnyOf(isTail, 1), 3U);
-    EXPECT_EQ(text->lastIndexOfAnyOf(isTail, most), 0U); // backwards only first bytes are seen
+    EXPECT_EQ(text->lastIndexOfAnyOf(isTail, farEnd), 0U); // backwards only first bytes are seen
 }
 
 TEST(MultiByteTest, BytesArriveAsSignedValuesWithTheSwitchOff) {
@@ -61,10 +60,10 @@ TEST(MultiByteTest, BytesArriveAsSignedValuesWithTheSwitchOff) {
         EXPECT_EQ(text->indexOfAnyOf(negative, 1), 2U);
         EXPECT_EQ(text->indexOfAnyOf(above, 1), 0U);
         EXPECT_EQ(text->indexOfAnyBut(negative, 2), text.behind);
-        EXPECT_EQ(text->lastIndexOf(negative, most), 2U);
-        EXPECT_EQ(text->lastIndexOfAnyOf(negative, most), 2U);
+        EXPECT_EQ(text->lastIndexOf(negative, farEnd), 2U);
+        EXPECT_EQ(text->lastIndexOfAnyOf(negative, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyBut(negative, 3), 1U);
-        EXPECT_EQ(text->lastIndexOfAnyOf(above, most), 0U);
+        EXPECT_EQ(text->lastIndexOfAnyOf(above, farEnd), 0U);
     });
 }
 
@@ -81,10 +80,10 @@ TEST(MultiByteTest, CharactersArriveAsWideValuesWithTheSwitchOn) {
         EXPECT_EQ(text->indexOfAnyOf(isIt, 3), 0U);
         EXPECT_EQ(text->indexOfAnyBut(isNotIt, 1), 2U);
         EXPECT_EQ(text->indexOfAnyBut(isIt, 2), text.behind);
-        EXPECT_EQ(text->lastIndexOf(isIt, most), 2U);
+        EXPECT_EQ(text->lastIndexOf(isIt, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyOf(isIt, 3), 2U);
         EXPECT_EQ(text->lastIndexOfAnyOf(isIt, 1), 0U);
-        EXPECT_EQ(text->lastIndexOfAnyBut(isNotIt, most), 2U);
+        EXPECT_EQ(text->lastIndexOfAnyBut(isNotIt, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyBut(isIt, 2), 1U);
     }
 }
@@ -101,15 +100,15 @@ TEST(MultiByteTest, BeginAtCharactersInBothStates) {
             EXPECT_EQ(text->lastIndexOfAnyOf(anything, 3), 2U);
             EXPECT_EQ(text->lastIndexOfAnyBut(nothing, 3), 2U);
             EXPECT_EQ(text->indexOfAnyOf(letterB, 1), text.behind);
-            EXPECT_EQ(text->lastIndexOfAnyOf(letterA, most), 1U);
+            EXPECT_EQ(text->lastIndexOfAnyOf(letterA, farEnd), 1U);
             EXPECT_EQ(text->indexOfAnyOf(nothing, 1), 0U);
-            EXPECT_EQ(text->lastIndexOfAnyOf(nothing, most), 0U);
+            EXPECT_EQ(text->lastIndexOfAnyOf(nothing, farEnd), 0U);
             EXPECT_EQ(text->indexOfAnyBut(anything, 1), 0U);
-            EXPECT_EQ(text->lastIndexOfAnyBut(anything, most), 0U);
+            EXPECT_EQ(text->lastIndexOfAnyBut(anything, farEnd), 0U);
             EXPECT_EQ(text->indexOfAnyOf(anything, text.behind + 1), 0U);
             EXPECT_EQ(text->lastIndexOfAnyOf(anything, 0), 0U);
             EXPECT_EQ(text->indexOf(anything, 0), 1U);
-            EXPECT_EQ(text->lastIndexOf(anything, most), text.behind);
+            EXPECT_EQ(text->lastIndexOf(anything, farEnd), text.behind);
         });
     });
 }
@@ -120,8 +119,8 @@ TEST(MultiByteTest, EmptyTextHasNothingToTest) {
         DStringTest const anything(isAnything);
         EXPECT_EQ(text->indexOfAnyOf(anything, 1), 0U);
         EXPECT_EQ(text->indexOfAnyBut(anything, 0), 0U);
-        EXPECT_EQ(text->lastIndexOfAnyOf(anything, most), 0U);
-        EXPECT_EQ(text->lastIndexOfAnyBut(anything, most), 0U);
+        EXPECT_EQ(text->lastIndexOfAnyOf(anything, farEnd), 0U);
+        EXPECT_EQ(text->lastIndexOfAnyBut(anything, farEnd), 0U);
         EXPECT_EQ(mb::asMultiByte(text).windexOfAnyBut(anything, 1), 0U);
     });
 }
@@ -132,7 +131,7 @@ TEST(MultiByteTest, NulIsTestedLikeAnyOtherCharacter) {
         Owned const text = mb::buffer("a" + two + string("\0b", 2));
         DStringTest const nul(isNul);
         EXPECT_EQ(text->indexOfAnyOf(nul, 1), 4U);
-        EXPECT_EQ(text->lastIndexOfAnyOf(nul, most), 4U);
+        EXPECT_EQ(text->lastIndexOfAnyOf(nul, farEnd), 4U);
         EXPECT_EQ(text->indexOfAnyBut(nul, 4), 5U);
         EXPECT_EQ(text->lastIndexOfAnyBut(nul, 4), 2U);
     });
@@ -151,7 +150,7 @@ TEST(MultiByteTest, TextThatDoesNotConvertFailsWithTheSwitchOn) {
                                   &DBuffer::lastIndexOf),
                               &DBuffer::lastIndexOfAnyOf, &DBuffer::lastIndexOfAnyBut}) {
         EXPECT_EQ(failureOf([&] { (void)(*text.*search)(nothing, 2); }), badSequence(725));
-        EXPECT_EQ((*text.*search)(nothing, 4), 0U); // the start cannot be located behind it
+        EXPECT_EQ((*text.*search)(nothing, 4), 0U); // the start cannot be located after it
     }
     EXPECT_EQ(text->indexOfAnyOf(nothing, 4), 0U);
     EXPECT_EQ(text->indexOfAnyOf(nothing, 5), 0U);
@@ -163,7 +162,7 @@ TEST(MultiByteTest, TextThatDoesNotConvertIsSearchedByBytesWithTheSwitchOff) {
     SwitchAt const off(0);
     Owned const text = mb::buffer("ab" + mb::samples().invalid + "c");
     EXPECT_EQ(text->indexOfAnyOf(DStringTest(isNegative), 1), 3U);
-    EXPECT_EQ(text->lastIndexOfAnyOf(DStringTest(isNegative), most), 3U);
+    EXPECT_EQ(text->lastIndexOfAnyOf(DStringTest(isNegative), farEnd), 3U);
     EXPECT_EQ(text->indexOfAnyBut(DStringTest(isNegative), 3), 4U);
     EXPECT_EQ(text->lastIndexOfAnyBut(DStringTest(isNegative), 3), 2U);
 }
@@ -174,8 +173,8 @@ TEST(MultiByteTest, ThatThrowsLeavesTheTextAsItWas) {
             DStringTest const thrower(throwsOut);
             EXPECT_THROW((void)text->indexOfAnyOf(thrower, 1), int);
             EXPECT_THROW((void)text->indexOfAnyBut(thrower, 1), int);
-            EXPECT_THROW((void)text->lastIndexOfAnyOf(thrower, most), int);
-            EXPECT_THROW((void)text->lastIndexOfAnyBut(thrower, most), int);
+            EXPECT_THROW((void)text->lastIndexOfAnyOf(thrower, farEnd), int);
+            EXPECT_THROW((void)text->lastIndexOfAnyBut(thrower, farEnd), int);
             EXPECT_THROW((void)mb::asMultiByte(text.owned).windexOfAnyBut(thrower, 1), int);
             EXPECT_EQ(text.owned.text(), "a" + text.character + "b");
             EXPECT_EQ(text->refs, 1U);

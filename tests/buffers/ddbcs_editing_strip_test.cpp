@@ -1,0 +1,112 @@
+// strip of multi-byte text.
+#include "tests/buffers/ddbcs_editing_support.h"
+#include "tests/characters/multi_byte_support.h"
+
+#include <kelcl/dstring.h>
+
+#include <string>
+
+namespace {
+
+using namespace editing;
+
+TEST(MultiByteStrip, TakesWholeCharactersOffTheEndsThatTheModeNames) {
+    inBothStates([] {
+        forEachCharacter([](string const& c, unsigned int) {
+            string const text = "  " + c + "a" + c + " ";
+            EXPECT_EQ(strip(text, " ", DStringEnum::leading), c + "a" + c + " ");
+            EXPECT_EQ(strip(text, " ", DStringEnum::trailing), "  " + c + "a" + c);
+            EXPECT_EQ(strip(text, " ", DStringEnum::both), c + "a" + c);
+            EXPECT_EQ(strip(text, " " + c, DStringEnum::both), "a");
+            EXPECT_EQ(strip(text, " " + c, DStringEnum::leading), "a" + c + " ");
+            EXPECT_EQ(strip(text, " " + c, DStringEnum::trailing), "  " + c + "a");
+            EXPECT_EQ(strip(text, isBlank, DStringEnum::leading), c + "a" + c + " ");
+            EXPECT_EQ(strip(text, isBlank, DStringEnum::trailing), "  " + c + "a" + c);
+            EXPECT_EQ(strip(text, isBlank, DStringEnum::both), c + "a" + c);
+            EXPECT_EQ(strip(text, isBlank, static_cast<DStringEnum::StripMode>(7)), c + "a" + c);
+            EXPECT_EQ(strip("a" + c, "a", DStringEnum::both), c);
+        });
+    });
+}
+
+TEST(MultiByteStrip, LastByteOfACharacterIsNoMember) {
+    SwitchAt const at(off);
+    forEachCharacter([](string const& c, unsigned int) {
+        string const tail = "x" + c.substr(c.size() - 1);
+        EXPECT_EQ(strip("a" + c, tail, DStringEnum::trailing), "a" + c);
+        EXPECT_EQ(strip("a" + c, tail, DStringEnum::both), "a" + c);
+    });
+}
+
+TEST(MultiByteStrip, OfEverythingGivesTheSharedEmptyBuffer) {
+    inBothStates([] {
+        forEachCharacter([](string const& c, unsigned int) {
+            for (auto const mode : {DStringEnum::leading, DStringEnum::both}) {
+                Owned const text = mb::buffer(" " + c + " ");
+                string const set = " " + c;
+                DBuffer* const empty = text->null();
+                unsigned int const refs = empty->refs;
+                Owned const bySet(text->strip(set.data(), mb::lengthOf(set), mode));
+                EXPECT_EQ(bySet.get(), empty);
+                EXPECT_EQ(empty->refs, refs + 1);
+                Owned const byTest(text->strip(DStringTest(isAnything), mode));
+                EXPECT_EQ(byTest.get(), empty);
+                EXPECT_EQ(empty->refs, refs + 2);
+            }
+            EXPECT_EQ(strip(" " + c, " " + c, DStringEnum::trailing), "");
+            EXPECT_EQ(strip(" " + c, isAnything, DStringEnum::trailing), "");
+        });
+    });
+}
+
+TEST(MultiByteStrip, NothingToStripGivesTheReceiverWithTheSwitchOffAndACopyWithItOn) {
+    string const two = mb::samples().two.bytes;
+    auto const bySet = [](DBuffer& b) { return b.strip(" ", 1, DStringEnum::both); };
+    auto const byTest = [](DBuffer& b) { return b.strip(DStringTest(isBlank), DStringEnum::both); };
+    {
+        SwitchAt const at(off);
+        EXPECT_TRUE(returnsItself(two + "a" + two, bySet));
+        EXPECT_TRUE(returnsItself(two + "a" + two, byTest));
+    }
+    SwitchAt const at(on);
+    EXPECT_FALSE(returnsItself(two + "a" + two, bySet));
+    EXPECT_FALSE(returnsItself(two + "a" + two, byTest));
+    EXPECT_EQ(strip(two + "a" + two, " ", DStringEnum::both), two + "a" + two);
+}
+
+TEST(MultiByteStrip, EmptyTextIsReturnedInBothStates) {
+    inBothStates([] {
+        EXPECT_TRUE(returnsItself("", [](DBuffer& b) { return b.strip(" ", 1, DStringEnum::both); }));
+        EXPECT_TRUE(returnsItself(
+            "", [](DBuffer& b) { return b.strip(DStringTest(isBlank), DStringEnum::trailing); }));
+    });
+}
+
+TEST(MultiByteStrip, EmptySetStripsNothing) {
+    inBothStates([] {
+        string const two = mb::samples().two.bytes;
+        for (auto const mode : {DStringEnum::leading, DStringEnum::trailing, DStringEnum::both})
+            EXPECT_EQ(strip(" " + two, "", mode), " " + two);
+    });
+}
+
+TEST(MultiByteStrip, LeadByteAloneAsTheSetStripsTheEndToNothingByDesign) {
+    SwitchAt const at(off);
+    forEachCharacter([](string const& c, unsigned int) {
+        string const lead = c.substr(0, 1);
+        EXPECT_EQ(strip("a" + c, lead, DStringEnum::leading), "a" + c);
+        EXPECT_EQ(strip("a" + c, lead, DStringEnum::trailing), "");
+        EXPECT_EQ(strip("a" + c, lead, DStringEnum::both), "");
+    });
+}
+
+TEST(MultiByteStrip, TestThatThrowsLeavesTheReceiver) {
+    inBothStates([] {
+        Owned const text = mb::buffer(" " + mb::samples().two.bytes);
+        EXPECT_THROW(Owned(text->strip(DStringTest(throwsOut), DStringEnum::both)), int);
+        EXPECT_EQ(text->refs, 1U);
+        EXPECT_EQ(text.text(), " " + mb::samples().two.bytes);
+    });
+}
+
+} // namespace
