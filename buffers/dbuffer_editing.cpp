@@ -24,8 +24,7 @@
 
 namespace {
 
-std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
-
+using kelcl::bytesOf;
 using kelcl::GapList;
 using kelcl::shared;
 using kelcl::sharedEmpty;
@@ -155,7 +154,7 @@ DBuffer* changeOtherLength(DBuffer& buffer, Gaps const& found, unsigned int patt
     if (newLength == 0) return sharedEmpty(buffer);
     DBuffer* const result = kelcl::allocateLike(buffer, newLength);
     Writer writer(*result);
-    std::string_view rest = textOf(buffer);
+    std::string_view rest = bytesOf(buffer);
     found.forEach([&](unsigned int gap) {
         writer.write(rest.substr(0, gap), rest.size());
         writer.write(replacement, replacement.size());
@@ -180,7 +179,7 @@ DBuffer* DBuffer::upperCase() {
     if (!kelcl::isOfLibraryClass(*this))
         return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
                                 [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
-    std::size_t const first = kelcl::findLowerCase(textOf(*this));
+    std::size_t const first = kelcl::findLowerCase(bytesOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
 }
 
@@ -188,7 +187,7 @@ DBuffer* DBuffer::lowerCase() {
     if (!kelcl::isOfLibraryClass(*this))
         return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
                                 [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
-    std::size_t const first = kelcl::findUpperCase(textOf(*this));
+    std::size_t const first = kelcl::findUpperCase(bytesOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
 }
 
@@ -196,7 +195,7 @@ DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char
                             unsigned int outputLength, char padCharacter) {
     bool const isOfLibraryClass = kelcl::isOfLibraryClass(*this);
     std::size_t const first =
-        isOfLibraryClass ? kelcl::findFirstIn(textOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
+        isOfLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
     if (first == kelcl::notFound) return shared(*this);
 
     unsigned char table[256];
@@ -294,7 +293,7 @@ DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char c
     if (maxCount == 0) return shared(*this);
     std::string_view const newText(replacement, replacementLength);
     if (patternLength == 1 && kelcl::goesByBytes(*this, *pattern))
-        return changeFound(*this, ByteGaps(textOf(*this), *pattern, start, maxCount), 1, newText);
+        return changeFound(*this, ByteGaps(bytesOf(*this), *pattern, start, maxCount), 1, newText);
     GapList found;
     findOccurrences(found, *this, {pattern, patternLength}, start, maxCount);
     return changeFound(*this, found, patternLength, newText);

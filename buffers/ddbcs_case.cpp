@@ -1,6 +1,6 @@
 // DDBCSBuffer: upper and lower case, by wide characters with the switch on, and by bytes with it off.
 #include "buffers/buffer_factory.h"
-#include "buffers/owned_buffer.h"
+#include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
 #include "buffers/wide_path.h"
 #include "bytes/byte_edit.h"
@@ -9,48 +9,21 @@
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
-#include <kelcl/dnlsutil.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cwctype>
-#include <iterator>
 #include <string_view>
 
 namespace {
 
-using kelcl::narrowed;
 using kelcl::shared;
-
-/// Plain UTF-8 text with each character mapped in its place. Null when the text is not plain, or a character
-/// becomes one of another length.
-template <class Mapped>
-DBuffer* mapInPlaces(DBuffer const& buffer, Mapped mapped) {
-    kelcl::OwnedBuffer result(kelcl::allocateLike(buffer, buffer.length));
-    for (std::size_t at = 0; at < buffer.length;) {
-        wchar_t values[256];
-        std::size_t const most = std::min(buffer.length - at, std::size(values));
-        kelcl::Stretch const from = kelcl::widenUtf8(values, buffer.contents() + at, most);
-        if (from.bytes == 0) return nullptr;
-        std::transform(values, values + from.characters, values, mapped);
-        kelcl::Stretch const to =
-            kelcl::narrowUtf8(result->contents() + at, from.bytes, values, from.characters);
-        if (to.bytes != from.bytes || to.characters != from.characters) return nullptr;
-        at += from.bytes;
-    }
-    return result.release();
-}
 
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    return kelcl::withAnswers<wchar_t>(buffer.length, ask, [&buffer](auto mapped) {
-        if (kelcl::isUtf8Locale())
-            if (DBuffer* const result = mapInPlaces(buffer, mapped)) return result;
-        DWBuffer const wide(buffer.contents(), buffer.length);
-        std::transform(wide.wide, wide.wide + wide.length, wide.wide, mapped);
-        return narrowed(buffer, wide.wide, wide.length);
-    });
+    return kelcl::withAnswers<wchar_t>(buffer.length, ask,
+                                       [&buffer](auto mapped) { return kelcl::mapped(buffer, mapped); });
 }
 
 /// Where the letters of one case are among the bytes of a text, and how they get the other case.

@@ -1,6 +1,7 @@
 // The walk from one occurrence to the next.
 #include "buffers/occurrences.h"
 
+#include "buffers/buffer_block.h"
 #include "buffers/buffer_factory.h"
 #include "buffers/length.h"
 #include "buffers/overriding.h"
@@ -13,8 +14,6 @@ namespace kelcl {
 
 namespace {
 
-std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
-
 bool bytesTell(DBuffer const& text, std::string_view pattern) {
     return !pattern.empty() && goesByBytes(text, pattern.front());
 }
@@ -25,7 +24,7 @@ Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned
     : Occurrences(text, pattern, start, bytesTell(text, pattern) ? Way::bytes : Way::search) {}
 
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known)
-    : buffer_(text), text_(textOf(text)), pattern_(pattern), way_(known), from_(start),
+    : buffer_(text), text_(bytesOf(text)), pattern_(pattern), way_(known), from_(start),
       matches_(text_, pattern_) {
     if (way_ != Way::bytes && !pattern.empty() && (isOfLibraryClass(text) || hasMultiByteIndexOf(text)))
         way_ = Way::characters;
@@ -63,7 +62,7 @@ unsigned int Occurrences::otherwise(unsigned int from) {
 unsigned int Occurrences::count(DBuffer const& text, std::string_view pattern, unsigned int start) {
     if (bytesTell(text, pattern)) {
         if (start > text.length) return 0;
-        std::string_view const rest = textOf(text).substr(std::max(start, 1U) - 1);
+        std::string_view const rest = bytesOf(text).substr(std::max(start, 1U) - 1);
         return static_cast<unsigned int>(pattern.size() == 1 ? countByte(rest, pattern.front())
                                                              : countPattern(rest, pattern));
     }
@@ -118,12 +117,12 @@ unsigned int countTestedBytes(std::string_view text, DStringTest const& test, un
 } // namespace
 
 unsigned int countTested(DBuffer const& text, DStringTest const& test, unsigned int start) {
-    if (isPlain(text)) return countTestedBytes(textOf(text), test, start, [](std::size_t at) { return at; });
+    if (isPlain(text)) return countTestedBytes(bytesOf(text), test, start, [](std::size_t at) { return at; });
     if (isOfLibraryClass(text) || hasMultiByteTestedIndexOf(text)) {
         if (DString::fgI18NState == 1) return countInOneSearch(text, test, start);
         BufferSteps steps;
         RisingStarts starts(text.contents(), 0, steps);
-        return countTestedBytes(textOf(text), test, start,
+        return countTestedBytes(bytesOf(text), test, start,
                                 [&starts](std::size_t at) { return starts.startFrom(at); });
     }
     unsigned int count = 0;
