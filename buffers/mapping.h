@@ -1,45 +1,73 @@
-// Mapping the characters of a text by their wide values, for changes of case and translation.
+// Mapping the characters of a text by their wide values, for changes of case and translation. Plain UTF-8 is
+// found to be so on the way; any other text is converted as a whole.
 #ifndef KELCL_BUFFERS_MAPPING_H
 #define KELCL_BUFFERS_MAPPING_H
 
-#include "buffers/owned_buffer.h"
 #include "buffers/wide_path.h"
-#include "characters/character_text.h"
+#include "characters/utf8.h"
+#include "characters/wide_piece.h"
+
+#include <kelcl/dnlsutil.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <functional>
 #include <iterator>
+#include <memory>
+#include <string_view>
 
 namespace kelcl {
 
-/// Plain UTF-8 text with each character mapped in its place. Null when the text is not plain, or a character
-/// becomes one of another length.
+/// Maps values in their places. A function of its own, so that the mapping is part of the loop.
 template <class Mapped>
-DBuffer* mappedInPlaces(DBuffer const& buffer, Mapped mapped) {
-    if (!isUtf8Locale()) return nullptr;
-    OwnedBuffer result(allocateLike(buffer, buffer.length));
-    for (std::size_t at = 0; at < buffer.length;) {
-        wchar_t values[256];
-        std::size_t const bytes = std::min(buffer.length - at, std::size(values));
-        Stretch const from = widenUtf8(values, buffer.contents() + at, bytes);
-        if (from.bytes == 0) return nullptr;
-        std::transform(values, values + from.characters, values, mapped);
-        Stretch const to = narrowUtf8(result->contents() + at, from.bytes, values, from.characters);
-        if (to.bytes != from.bytes || to.characters != from.characters) return nullptr;
-        at += from.bytes;
-    }
-    return result.release();
+[[gnu::noinline]] void mapAll(wchar_t* values, std::size_t count, Mapped& mapped) {
+    std::transform(values, values + count, values, std::ref(mapped));
 }
 
-/// A new buffer with each character of a text of at least one byte mapped. `mapped(value)` must give the same
-/// each time.
+/// A new buffer with each character of plain UTF-8 mapped, made in the hope that the length stays. Null when
+/// the text is not plain, or a value becomes one that is none of plain UTF-8.
+template <class Mapped>
+DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
+    OwnedBuffer result(allocateLike(buffer, buffer.length));
+    std::unique_ptr<char[]> scratch; // once the length has changed
+    char* out = result->contents();
+    std::size_t room = buffer.length;
+    std::size_t bytes = 0;
+    for (std::size_t at = 0; at < buffer.length;) {
+        wchar_t values[1024];
+        std::size_t const most = std::min(buffer.length - at, std::size(values));
+        Stretch const from = widenUtf8(values, buffer.contents() + at, most);
+        if (from.bytes == 0) return nullptr;
+        mapAll(values, from.characters, mapped);
+        Stretch to = narrowUtf8(out + bytes, scratch ? room - bytes : from.bytes, values, from.characters);
+        if (!scratch && (to.bytes != from.bytes || to.characters != from.characters)) {
+            constexpr std::size_t longest = 4;
+            room = bytes + longest * (buffer.length - at);
+            scratch.reset(new char[room]);
+            std::memcpy(scratch.get(), out, bytes);
+            out = scratch.get();
+            to = narrowUtf8(out + bytes, room - bytes, values, from.characters);
+        }
+        if (to.characters != from.characters) return nullptr;
+        at += from.bytes;
+        bytes += to.bytes;
+    }
+    return scratch ? newBufferOf(buffer, {out, bytes}) : result.release();
+}
+
+/// A new buffer with each character of a text mapped. `mapped(value)` must give the same each time.
 /// @throws DInvalidRequest at a text that does not convert.
 template <class Mapped>
 DBuffer* mapped(DBuffer const& buffer, Mapped mapped) {
-    if (DBuffer* const result = mappedInPlaces(buffer, mapped)) return result;
-    CharacterText text(bytesOf(buffer));
-    Room const room = text.roomForMapped();
-    return written(buffer, room, [&](char* out) { return text.writeMapped(mapped, out, room.bytes); });
+    if (buffer.length == 0) return buffer.newBuffer(nullptr, 0);
+    if (isUtf8Locale())
+        if (DBuffer* const result = mappedPlain(buffer, mapped)) return result;
+    DWBuffer const wide(buffer.contents(), buffer.length);
+    mapAll(wide.wide, wide.length, mapped);
+    std::size_t const room = maxBytesOf(wide.length);
+    return written(buffer, {room, false},
+                   [&](char* out) { return narrowWhole(out, room, wide.wide, wide.length).bytes; });
 }
 
 } // namespace kelcl

@@ -8,6 +8,7 @@
 #include "buffers/virtual_answers.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
+#include "bytes/byte_set.h"
 #include "characters/character_map.h"
 #include "characters/character_set.h"
 #include "characters/character_text.h"
@@ -81,8 +82,8 @@ public:
     explicit Output(std::size_t expected)
         : own_(new char[expected]), out_(own_.get()), end_(own_.get() + expected) {}
 
-    char const* text() const { return own_.get(); }
-    std::size_t size() const { return static_cast<std::size_t>(out_ - own_.get()); }
+    /// What was written there.
+    std::string_view text() const { return {own_.get(), static_cast<std::size_t>(out_ - own_.get())}; }
 
     /// From where the piece begins `readable` bytes may be read.
     void add(std::string_view piece, std::size_t readable) {
@@ -106,7 +107,7 @@ private:
     std::size_t room() const { return static_cast<std::size_t>(end_ - out_); }
 
     void grow(std::size_t needed) {
-        std::size_t const used = size();
+        std::size_t const used = text().size();
         if (used + needed >= lengthLimit) raiseLengthOverflow();
         std::size_t const larger = 2 * (used + needed);
         std::unique_ptr<char[]> more(new char[larger]);
@@ -132,7 +133,6 @@ public:
     DBuffer* ofFound(DBuffer const& buffer) const;
 
 private:
-    DBuffer* byTable(DBuffer const& buffer) const;
     void write(Output& out, std::string_view text) const;
 
     /// What stands in place of a character; null if it is not replaced.
@@ -151,6 +151,7 @@ private:
     std::array<unsigned char, 256> singleNumbers_;
     ShortList<Replacement> single_;
     ShortList<Replacement> long_;
+    ByteTable bytes_; ///< The same where all are single bytes.
 };
 
 ByteTranslation::ByteTranslation(std::string_view from, std::string_view to, char padCharacter)
@@ -170,18 +171,9 @@ ByteTranslation::ByteTranslation(std::string_view from, std::string_view to, cha
         } else {
             singleNumbers_[static_cast<unsigned char>(character.front())] = singles++;
             single_.add(Replacement(replacement));
+            bytes_.set(character.front(), replacement.front());
         }
     }
-}
-
-DBuffer* ByteTranslation::byTable(DBuffer const& buffer) const {
-    ByteTable table;
-    for (unsigned int byte = 0; byte < 256; ++byte) {
-        auto const character = static_cast<char>(byte);
-        if (Replacement const* const replacement = replacementOf(&character, 1))
-            table.set(character, replacement->bytes[0]);
-    }
-    return table.of(buffer);
 }
 
 /// Writes the pieces of the result: what stays between two replaced characters, and each replacement.
@@ -209,7 +201,7 @@ void ByteTranslation::write(Output& out, std::string_view text) const {
 DBuffer* ByteTranslation::of(DBuffer const& buffer) const {
     std::string_view const text = bytesOf(buffer);
     if (text.empty()) return buffer.newBuffer(nullptr, 0);
-    if (keepsLengths_ && replaced_.isByteSearchable()) return byTable(buffer);
+    if (keepsLengths_ && replaced_.isByteSearchable()) return bytes_.of(buffer);
     if (keepsLengths_) {
         DBuffer* const result = allocateLike(buffer, buffer.length);
         Output out(result->contents(), text.size());
@@ -218,8 +210,7 @@ DBuffer* ByteTranslation::of(DBuffer const& buffer) const {
     }
     Output out(text.size() + text.size() / 2);
     write(out, text);
-    if (out.size() >= lengthLimit) raiseLengthOverflow();
-    return buffer.newBuffer(out.text(), static_cast<unsigned int>(out.size()));
+    return newBufferOf(buffer, out.text());
 }
 
 /// Each character that is found is asked for once, as the next answer may be another. One that is none of the
@@ -264,23 +255,19 @@ bool isAscii(wchar_t value) { return static_cast<std::uint32_t>(value) < 0x80; }
 /// Replaces wide characters.
 class WideTranslation {
 public:
-    /// @throws DInvalidRequest at arguments that do not convert.
-    WideTranslation(std::string_view from, std::string_view to, char padCharacter) {
-        CharacterText searched(from);
-        CharacterText replacements(to);
-        CharacterText pad({&padCharacter, 1});
-        for (CharacterText* const text : {&searched, &replacements, &pad})
-            text->convert();
+    /// The arguments are converted texts, the pad character being one.
+    WideTranslation(CharacterText& from, CharacterText& to, CharacterText const& pad) {
         CharacterText::Place place = 0;
         wchar_t const padding = pad.take(place);
         CharacterText::Place next = 0;
-        for (place = 0; place < searched.end();) {
-            wchar_t const value = searched.take(place);
-            add(value, next < replacements.end() ? replacements.take(next) : padding);
+        for (place = 0; place < from.end();) {
+            wchar_t const value = from.take(place);
+            add(value, next < to.end() ? to.take(next) : padding);
         }
     }
 
     wchar_t of(wchar_t value) const {
+        if (!lowBytes_.contains(static_cast<char>(value))) return value;
         CharacterMap::Number const number = numbers_.find(CharacterMap::keyOf(value));
         return number == CharacterMap::none ? value : replacements_[number];
     }
@@ -295,12 +282,14 @@ private:
         CharacterMap::Number const number = numbers_.size();
         if (numbers_.add(CharacterMap::keyOf(value)) != number) return;
         replacements_.add(replacement);
+        lowBytes_.insert(static_cast<char>(value));
         isAsciiOnly_ = isAsciiOnly_ && isAscii(value) && isAscii(replacement);
         if (isAscii(value)) bytes_.set(static_cast<char>(value), static_cast<char>(replacement));
     }
 
     CharacterMap numbers_;
     ShortList<wchar_t> replacements_;
+    ByteSet lowBytes_; ///< Of the characters that are replaced: most others are told apart by theirs.
     bool isAsciiOnly_ = true;
     ByteTable bytes_;
 };
@@ -314,11 +303,17 @@ DBuffer* translateBytes(DBuffer const& buffer, std::string_view from, std::strin
 }
 
 DBuffer* translateWide(DBuffer const& buffer, std::string_view from, std::string_view to, char padCharacter) {
-    CharacterText text(bytesOf(buffer));
-    text.convert();
-    WideTranslation const table(from, to, padCharacter);
-    if (buffer.length == 0) return buffer.newBuffer(nullptr, 0);
-    if (text.isPlain() && table.isAsciiOnly()) return table.bytes().of(buffer);
+    CharacterText searched(from);
+    CharacterText replacements(to);
+    CharacterText pad({&padCharacter, 1});
+    if (!searched.isPlain() || !replacements.isPlain() || !pad.isPlain()) {
+        // Of all that does not convert the text is reported first.
+        CharacterText text(bytesOf(buffer));
+        for (CharacterText* const each : {&text, &searched, &replacements, &pad})
+            each->convert();
+    }
+    WideTranslation const table(searched, replacements, pad);
+    if (table.isAsciiOnly() && CharacterText(bytesOf(buffer)).isPlain()) return table.bytes().of(buffer);
     return mapped(buffer, [&table](wchar_t value) { return table.of(value); });
 }
 

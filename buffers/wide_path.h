@@ -18,15 +18,19 @@ namespace kelcl {
 /// Whether operations on multi-byte text take their wide paths: the national-language switch is on.
 inline bool isWideMode() { return DString::fgI18NState == 1; }
 
+/// A new buffer of bytes that may be too many for one.
+inline DBuffer* newBufferOf(DBuffer const& like, std::string_view bytes) {
+    if (bytes.size() >= lengthLimit) raiseLengthOverflow();
+    return like.newBuffer(bytes.data(), static_cast<unsigned int>(bytes.size()));
+}
+
 /// A new buffer of what `write(out)` writes and counts, which has the given room for it.
 template <class Write>
 DBuffer* written(DBuffer const& like, Room room, Write write) {
     if (room.bytes == 0) return like.newBuffer(nullptr, 0);
     if (!room.isExact) {
         std::unique_ptr<char[]> const scratch(new char[room.bytes]);
-        std::size_t const bytes = write(scratch.get());
-        if (bytes >= lengthLimit) raiseLengthOverflow();
-        return like.newBuffer(scratch.get(), static_cast<unsigned int>(bytes));
+        return newBufferOf(like, {scratch.get(), write(scratch.get())});
     }
     if (room.bytes >= lengthLimit) raiseLengthOverflow();
     OwnedBuffer result(allocateLike(like, static_cast<unsigned int>(room.bytes)));

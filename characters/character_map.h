@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace kelcl {
@@ -20,12 +21,15 @@ public:
     static constexpr Number none = 0xFFFFFFFF;
 
     static Key keyOf(wchar_t value) { return Key{static_cast<std::uint32_t>(value)} + 1; }
-    /// Of a character of at most six bytes, so nothing is shifted out.
+    /// Of a character of two to six bytes: the first two, the last two, and those between if there are any.
     static Key keyOf(char const* bytes, std::size_t length) {
-        Key key = 0;
-        for (std::size_t i = 0; i < length; ++i)
-            key = key << 8 | static_cast<unsigned char>(bytes[i]);
-        return key + 1;
+        auto const two = [bytes](std::size_t at) {
+            std::uint16_t pair;
+            std::memcpy(&pair, bytes + at, sizeof pair);
+            return Key{pair};
+        };
+        Key const middle = length > 4 ? two(2) : 0;
+        return two(0) | two(length - 2) << 16 | middle << 32 | Key{length} << 48;
     }
 
     CharacterMap() = default;

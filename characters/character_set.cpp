@@ -7,22 +7,6 @@
 
 namespace kelcl {
 
-bool CharacterSet::add(std::string_view character) {
-    if (character.size() == 1) {
-        if (single_.contains(character.front())) return false;
-        single_.insert(character.front());
-        hasSingles_ = true;
-        singlesStandAlone_ = singlesStandAlone_ && steps_.standsAlone(character.front());
-    } else {
-        CharacterMap::Number const next = long_.size();
-        if (long_.add(CharacterMap::keyOf(character.data(), character.size())) != next) return false;
-        if (next < patterns_.size()) patterns_[next] = character;
-    }
-    first_.insert(character.front());
-    last_.insert(character.back());
-    return true;
-}
-
 namespace {
 
 /// How many characters to look at one by one before the byte kernels search on for a first byte of a member:

@@ -40,7 +40,21 @@ public:
     }
 
     /// Adds a character, whose bytes must stay as long as the set. Whether it is new.
-    bool add(std::string_view character);
+    bool add(std::string_view character) {
+        if (character.size() == 1) {
+            if (single_.contains(character.front())) return false;
+            single_.insert(character.front());
+            hasSingles_ = true;
+            singlesStandAlone_ = singlesStandAlone_ && steps_.standsAlone(character.front());
+        } else {
+            CharacterMap::Number const next = long_.size();
+            if (long_.add(CharacterMap::keyOf(character.data(), character.size())) != next) return false;
+            if (next < patterns_.size()) patterns_[next] = character;
+        }
+        first_.insert(character.front());
+        last_.insert(character.back());
+        return true;
+    }
 
     bool contains(char const* character, std::size_t length) const {
         if (length == 1) return single_.contains(*character);

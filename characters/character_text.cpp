@@ -1,13 +1,9 @@
 // A text as a row of characters: places, pieces, and the way to wide characters and back.
 #include "characters/character_text.h"
 
-#include "characters/stepping.h"
-
 #include <kelcl/dnlsutil.h>
 
 #include <algorithm>
-#include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -16,11 +12,6 @@ namespace kelcl {
 namespace {
 
 unsigned int length(std::string_view text) { return static_cast<unsigned int>(text.size()); }
-
-/// The most bytes of so many characters. MB_CUR_MAX may be less than a character has.
-std::size_t longest(std::size_t characters) {
-    return std::min<std::size_t>(characters * std::max(MB_CUR_MAX, BufferSteps::longestCharacter), UINT_MAX);
-}
 
 /// Back from a place in plain text to the start of its character, or on to the next start.
 std::size_t startAtOrBefore(std::string_view text, std::size_t at) {
@@ -68,14 +59,6 @@ unsigned int CharacterText::position(Place place) const {
     auto const number = static_cast<unsigned int>(place) + 1;
     return isPlain_ ? number : findBytePos(text_.data(), length(text_), number);
 }
-
-Room CharacterText::roomFor(Place from, Place to) {
-    convert();
-    if (isPlain_) return {to - from, true};
-    return {longest(to - from), false};
-}
-
-Room CharacterText::roomForMapped() { return {longest(end()), false}; }
 
 std::size_t CharacterText::write(Place from, Place to, char* out) {
     return writeWhole(from, to, out, roomFor(from, to).bytes);

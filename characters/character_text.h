@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -85,7 +84,10 @@ public:
     Place findLast(Place to, Wanted wanted);
 
     /// What the characters between two places take in bytes, which `write` writes there and counts.
-    Room roomFor(Place from, Place to);
+    Room roomFor(Place from, Place to) {
+        convert();
+        return isPlain_ ? Room{to - from, true} : Room{maxBytesOf(to - from), false};
+    }
     std::size_t write(Place from, Place to, char* out);
     /// Writes them as far as whole characters fit into `room` bytes, and counts their bytes. `from` is then
     /// moved to where the rest begins.
@@ -93,12 +95,6 @@ public:
     /// All characters the other way round, which `writeReversed` writes once.
     Room roomForAll() { return roomFor(0, end()); }
     std::size_t writeReversed(char* out);
-
-    /// All characters, each replaced by `mapped(value)`; `writeMapped` writes once as much as there is room
-    /// for.
-    Room roomForMapped();
-    template <class Mapped>
-    std::size_t writeMapped(Mapped mapped, char* out, std::size_t room);
 
     // Pieces that are cut out by bytes, with pads in place of what is left of cut characters. All is pad when
     // the start cannot be located; what follows it must convert. Sequences of two wide characters stay as
@@ -143,25 +139,6 @@ CharacterText::Place CharacterText::findLast(Place to, Wanted wanted) {
         to = from;
     }
     return 0;
-}
-
-template <class Mapped>
-std::size_t CharacterText::writeMapped(Mapped mapped, char* out, std::size_t room) {
-    convert();
-    if (!isPlain_) {
-        std::transform(wide_.get(), wide_.get() + count_, wide_.get(), mapped);
-        return narrowWhole(out, room, wide_.get(), count_).bytes;
-    }
-    std::size_t written = 0;
-    for (std::size_t at = 0; at < text_.size();) {
-        wchar_t values[256];
-        std::size_t const bytes = std::min(text_.size() - at, std::size(values));
-        Stretch const known = widenUtf8(values, text_.data() + at, bytes);
-        std::transform(values, values + known.characters, values, mapped);
-        written += narrowWhole(out + written, room - written, values, known.characters).bytes;
-        at += known.bytes;
-    }
-    return written;
 }
 
 } // namespace kelcl

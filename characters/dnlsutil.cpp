@@ -10,7 +10,9 @@
 #include <kelcl/dnlsutil.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -73,6 +75,12 @@ WidePiece::WidePiece(std::string_view text) : wide_(new wchar_t[text.size()]) {
     count_ = widen(text, wide_.get(), [this](std::size_t place, std::string_view bytes) {
         pairs_.push_back({place, bytes});
     });
+}
+
+std::size_t maxBytesOf(std::size_t characters) {
+    // MB_CUR_MAX may be less than a character has.
+    std::size_t const longest = std::max(MB_CUR_MAX, BufferSteps::longestCharacter);
+    return std::min<std::size_t>(characters * longest, UINT_MAX);
 }
 
 Stretch narrowWhole(char* out, std::size_t room, wchar_t const* in, std::size_t n) {

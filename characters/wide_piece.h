@@ -14,6 +14,9 @@ namespace kelcl {
 /// Raises DInvalidRequest for a wide value that is no character of the locale.
 [[noreturn]] void raiseUnconvertible();
 
+/// The most bytes that so many characters take, as far as a text can be long.
+std::size_t maxBytesOf(std::size_t characters);
+
 /// Narrows wide characters up to the first one that does not fit whole into `room` bytes.
 /// @throws DInvalidRequest at a value that is no character of the locale; what was written before stays.
 Stretch narrowWhole(char* out, std::size_t room, wchar_t const* in, std::size_t n);
