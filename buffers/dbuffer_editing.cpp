@@ -1,8 +1,8 @@
 // DBuffer: editing. Each operation decides what changes and which buffer is written to; the kernels do the
 // bytes.
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
 #include "buffers/gap_list.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "buffers/occurrences.h"
 #include "buffers/strip.h"
@@ -176,7 +176,7 @@ DBuffer* changeFound(DBuffer& buffer, Gaps const& found, unsigned int patternLen
 } // namespace
 
 DBuffer* DBuffer::upperCase() {
-    if (!kelcl::isOfLibraryClass(*this))
+    if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
                                 [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
     std::size_t const first = kelcl::findLowerCase(bytesOf(*this));
@@ -184,7 +184,7 @@ DBuffer* DBuffer::upperCase() {
 }
 
 DBuffer* DBuffer::lowerCase() {
-    if (!kelcl::isOfLibraryClass(*this))
+    if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
                                 [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
     std::size_t const first = kelcl::findUpperCase(bytesOf(*this));
@@ -193,9 +193,9 @@ DBuffer* DBuffer::lowerCase() {
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                             unsigned int outputLength, char padCharacter) {
-    bool const isOfLibraryClass = kelcl::isOfLibraryClass(*this);
+    bool const isLibraryClass = kelcl::isLibraryClass(*this);
     std::size_t const first =
-        isOfLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
+        isLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
     if (first == kelcl::notFound) return shared(*this);
 
     unsigned char table[256];
@@ -204,7 +204,7 @@ DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char
     for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
         table[static_cast<unsigned char>(inputSet[i])] =
             static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
-    if (!isOfLibraryClass)
+    if (!isLibraryClass)
         return kelcl::editFound(*this, {inputSet, inputLength}, [&table](char& c, unsigned int) {
             c = static_cast<char>(table[static_cast<unsigned char>(c)]);
         });
@@ -292,7 +292,7 @@ DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char c
                          unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
     if (maxCount == 0) return shared(*this);
     std::string_view const newText(replacement, replacementLength);
-    if (patternLength == 1 && kelcl::goesByBytes(*this, *pattern))
+    if (patternLength == 1 && kelcl::findsByBytes(*this, *pattern))
         return changeFound(*this, ByteGaps(bytesOf(*this), *pattern, start, maxCount), 1, newText);
     GapList found;
     findOccurrences(found, *this, {pattern, patternLength}, start, maxCount);

@@ -1,11 +1,11 @@
 // DDBCSBuffer: upper and lower case, by wide characters with the switch on, and by bytes with it off.
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
 #include "buffers/wide_path.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
-#include "characters/remembered.h"
+#include "characters/answer_cache.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -27,7 +27,7 @@ DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
 }
 
 /// Where the letters of one case are among the bytes of a text, and how they get the other case.
-struct OtherCase {
+struct CaseChange {
     std::string_view letters;
     int distance; ///< From a letter to the same in the other case.
     std::size_t (*find)(std::string_view);
@@ -35,10 +35,10 @@ struct OtherCase {
 };
 
 /// The offset of the first character that is one of the letters.
-std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::BufferSteps& steps) {
+std::size_t firstLetter(std::string_view text, CaseChange const& change, kelcl::BufferSteps& steps) {
     kelcl::RisingStarts starts(text.data(), 0, steps);
-    auto const find = [text, &other](std::size_t from) {
-        std::size_t const found = other.find(text.substr(std::min(from, text.size())));
+    auto const find = [text, &change](std::size_t from) {
+        std::size_t const found = change.find(text.substr(std::min(from, text.size())));
         return found == kelcl::notFound ? found : from + found;
     };
     return kelcl::firstAtStart(starts, find(0), find);
@@ -46,29 +46,29 @@ std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::Bu
 
 /// Changes the letters that the virtual search of a class of a host's finds, where it calls them characters
 /// of one byte.
-DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
-    return kelcl::editFound(buffer, other.letters, [&](char& letter, unsigned int position) {
-        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + other.distance);
+DBuffer* mapFound(DBuffer& buffer, CaseChange const& change) {
+    return kelcl::editFound(buffer, change.letters, [&](char& letter, unsigned int position) {
+        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + change.distance);
     });
 }
 
 /// Changes the single-byte letters.
-DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
-    if (!kelcl::isOfLibraryClass(buffer)) return mapFound(buffer, other);
+DBuffer* mapBytes(DBuffer& buffer, CaseChange const& change) {
+    if (!kelcl::isLibraryClass(buffer)) return mapFound(buffer, change);
     kelcl::BufferSteps steps;
-    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, other, steps);
+    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, change, steps);
     if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
         buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
     if (steps.standsAlone('z')) {
-        other.copy(text + first, text + first, result->length - first);
+        change.copy(text + first, text + first, result->length - first);
         return result;
     }
     for (std::size_t at = first; at < result->length;) {
         unsigned int const bytes = steps.length(text + at);
-        if (bytes == 1 && text[at] >= other.letters.front() && text[at] <= other.letters.back())
-            text[at] = static_cast<char>(text[at] + other.distance);
+        if (bytes == 1 && text[at] >= change.letters.front() && text[at] <= change.letters.back())
+            text[at] = static_cast<char>(text[at] + change.distance);
         at += bytes;
     }
     return result;

@@ -1,6 +1,5 @@
 // DDBCSBuffer: editing, except for case. Each operation chooses between two paths that stand side by side:
 // wide characters with the switch on, and bytes with repair of cut characters with it off.
-#include "buffers/buffer_factory.h"
 #include "buffers/character_repair.h"
 #include "buffers/length.h"
 #include "buffers/owned_buffer.h"

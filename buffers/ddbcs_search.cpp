@@ -1,7 +1,6 @@
 // DDBCSBuffer: searches. Scans begin at character starts and stop at character starts; what
 // can be found by bytes alone is left to the byte kernels.
-#include "buffers/buffer_factory.h"
-#include "buffers/overriding.h"
+#include "buffers/host_classes.h"
 #include "buffers/wide_path.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -101,14 +100,14 @@ unsigned int lastWide(DBuffer const& buffer, unsigned int start, DStringTest con
 /// Whether a scan may go on from the position without asking the text about its characters: always in the
 /// library's own classes.
 bool beginsCharacter(DBuffer const& text, unsigned int position) {
-    if (kelcl::isOfLibraryClass(text)) return true;
+    if (kelcl::isLibraryClass(text)) return true;
     kelcl::BufferSteps steps;
     return kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
 }
 
 /// The same for a scan backwards, which steps by what the text says of its characters.
 bool mayStepBack(DBuffer const& text, unsigned int position) {
-    return kelcl::isOfLibraryClass(text) ||
+    return kelcl::isLibraryClass(text) ||
            (kelcl::hasMultiByteCharType(text) && beginsCharacter(text, position));
 }
 
@@ -153,7 +152,7 @@ unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wante
 
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
-    if (first == 0 || (first == 1 && kelcl::isOfLibraryClass(*this))) return first;
+    if (first == 0 || (first == 1 && kelcl::isLibraryClass(*this))) return first;
     while (first <= length && charType(first) >= 2)
         ++first;
     return first <= length ? first : 0;
@@ -162,7 +161,7 @@ unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLe
 unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
     if (last == 0) return 0;
-    if (kelcl::isOfLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
+    if (kelcl::isLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
     while (last != 0 && charType(last) >= 2)
         --last;
     return last;

@@ -2,11 +2,9 @@
 #include "buffers/occurrences.h"
 
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
-#include "buffers/overriding.h"
-
-#include <kelcl/dstring.h>
+#include "buffers/wide_mode.h"
 
 #include <algorithm>
 
@@ -15,7 +13,7 @@ namespace kelcl {
 namespace {
 
 bool bytesTell(DBuffer const& text, std::string_view pattern) {
-    return !pattern.empty() && goesByBytes(text, pattern.front());
+    return !pattern.empty() && findsByBytes(text, pattern.front());
 }
 
 } // namespace
@@ -26,7 +24,7 @@ Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known)
     : buffer_(text), text_(bytesOf(text)), pattern_(pattern), way_(known), from_(start),
       matches_(text_, pattern_) {
-    if (way_ != Way::bytes && !pattern.empty() && (isOfLibraryClass(text) || hasMultiByteIndexOf(text)))
+    if (way_ != Way::bytes && !pattern.empty() && (isLibraryClass(text) || hasMultiByteIndexOf(text)))
         way_ = Way::characters;
     if (way_ != Way::search) from_ = std::max(start, 1U);
 }
@@ -117,9 +115,10 @@ unsigned int countTestedBytes(std::string_view text, DStringTest const& test, un
 } // namespace
 
 unsigned int countTested(DBuffer const& text, DStringTest const& test, unsigned int start) {
-    if (isPlain(text)) return countTestedBytes(bytesOf(text), test, start, [](std::size_t at) { return at; });
-    if (isOfLibraryClass(text) || hasMultiByteTestedIndexOf(text)) {
-        if (DString::fgI18NState == 1) return countInOneSearch(text, test, start);
+    if (isSingleByteClass(text))
+        return countTestedBytes(bytesOf(text), test, start, [](std::size_t at) { return at; });
+    if (isLibraryClass(text) || hasMultiByteTestedIndexOf(text)) {
+        if (isWideMode()) return countInOneSearch(text, test, start);
         BufferSteps steps;
         RisingStarts starts(text.contents(), 0, steps);
         return countTestedBytes(bytesOf(text), test, start,

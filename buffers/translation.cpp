@@ -2,7 +2,7 @@
 #include "buffers/translation.h"
 
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
@@ -299,7 +299,7 @@ private:
 DBuffer* translateBytes(DBuffer const& buffer, std::string_view from, std::string_view to,
                         char padCharacter) {
     ByteTranslation const table(from, to, padCharacter);
-    return isOfLibraryClass(buffer) ? table.of(buffer) : table.ofFound(buffer);
+    return isLibraryClass(buffer) ? table.of(buffer) : table.ofFound(buffer);
 }
 
 DBuffer* translateWide(DBuffer const& buffer, std::string_view from, std::string_view to, char padCharacter) {

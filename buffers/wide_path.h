@@ -1,22 +1,19 @@
-// What the wide paths of DDBCSBuffer share: whether they are taken, and buffers made of a text's characters.
+// What the wide paths of DDBCSBuffer share: buffers made of a text's characters.
 #ifndef KELCL_BUFFERS_WIDE_PATH_H
 #define KELCL_BUFFERS_WIDE_PATH_H
 
 #include "buffers/length.h"
 #include "buffers/owned_buffer.h"
+#include "buffers/wide_mode.h"
 #include "characters/character_text.h"
 
 #include <kelcl/dbuffer.h>
-#include <kelcl/dstring.h>
 
 #include <initializer_list>
 #include <memory>
 #include <string_view>
 
 namespace kelcl {
-
-/// Whether operations on multi-byte text take their wide paths: the national-language switch is on.
-inline bool isWideMode() { return DString::fgI18NState == 1; }
 
 /// A new buffer of bytes that may be too many for one.
 inline DBuffer* newBufferOf(DBuffer const& like, std::string_view bytes) {

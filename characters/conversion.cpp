@@ -12,9 +12,9 @@ constexpr ByteSet asciiBytes = ByteSet::where([](unsigned char byte) { return by
 
 } // namespace
 
-ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding) {
+ByteSet const& identityBytes(Encoding const& encoding) {
     if (encoding.isUtf8) return asciiBytes;
-    return encoding.table != nullptr ? encoding.table->bytesOfTheirOwnValue() : noBytes;
+    return encoding.table != nullptr ? encoding.table->identityBytes() : noBytes;
 }
 
 namespace {

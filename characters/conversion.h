@@ -14,7 +14,7 @@ namespace kelcl {
 
 /// The bytes that stand for the wide characters of the same value, as far as is known without asking the C
 /// library. ASCII for the most part, but SJIS has a yen sign for the backslash.
-ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding);
+ByteSet const& identityBytes(Encoding const& encoding);
 
 /// Widens the characters at the front of a text up to the first one that is not known without the C library.
 Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding);

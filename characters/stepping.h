@@ -57,7 +57,7 @@ public:
     /// after it. Not for UTF-8.
     bool endsCharacter(char byte) const {
         if (encoding_.table == nullptr) return kelcl::standsAlone(byte, false);
-        return !encoding_.table->isOpen(byte);
+        return !encoding_.table->mayContinue(byte);
     }
     /// Whether a character begins between two bytes wherever they stand next to each other. Not for UTF-8.
     bool isBoundary(char before, char after) const {
@@ -102,7 +102,7 @@ public:
         wchar_t second;    ///< Of two characters the value of the second one, else 0.
     };
 
-    UtilitySteps() : encoding_(Encoding::current()), mostBytes_(MB_CUR_MAX) {}
+    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(MB_CUR_MAX) {}
     /// Begins with the caller's state, which may be inside a character.
     explicit UtilitySteps(std::mbstate_t const& state) : UtilitySteps() {
         state_ = state;
@@ -119,7 +119,7 @@ public:
     }
     /// The same, with the value of the character, or the first of two.
     Step at(char const* p, std::size_t available, wchar_t& value) {
-        std::size_t const window = available < mostBytes_ ? available : mostBytes_;
+        std::size_t const window = available < maxBytes_ ? available : maxBytes_;
         if (!isInside_ && window != 0) {
             std::size_t known = 0;
             if (encoding_.isUtf8) {
@@ -143,7 +143,7 @@ private:
     Step askLibrary(char const* p, std::size_t window, wchar_t& value);
 
     Encoding encoding_;
-    std::size_t mostBytes_;
+    std::size_t maxBytes_;
     std::mbstate_t state_{};
     bool isInside_ =
         false; ///< Whether the last step ended inside a character, which the next one goes on with.
