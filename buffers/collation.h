@@ -15,7 +15,7 @@ namespace kelcl {
 /// The result codes of the buffers' `compare`: where the receiver sorts.
 enum Order : int { equal = 0, after = 1, before = 2 };
 
-/// The order of texts that are equal as far as the shorter one goes.
+/// The order of texts of which the shorter one is the front of the other.
 inline Order orderOfLengths(unsigned int length, unsigned int otherLength) {
     if (length == otherLength) return equal;
     return length < otherLength ? before : after;

@@ -1,5 +1,5 @@
-// DBuffer: whole-text character classes and kinds of characters. What the classes contain is told in
-// character_classes.
+// DBuffer: whole-text character classes and kinds of characters. What the classes contain is defined
+// in character_classes.
 #include "buffers/host_classes.h"
 #include "bytes/byte_search.h"
 #include "characters/character_classes.h"
@@ -12,7 +12,7 @@ bool bytesConsistOf(kelcl::CharacterClass const& characterClass, DBuffer const& 
     if (text.length == 0) return false;
     if (kelcl::isSingleByteClass(text))
         return kelcl::findFirstNotIn({text.contents(), text.length}, characterClass) == kelcl::notFound;
-    return text.indexOfAnyBut(DStringTest(characterClass.test), 1) == 0; // a host's own class has a say in it
+    return text.indexOfAnyBut(DStringTest(characterClass.test), 1) == 0; // a host's class may override it
 }
 
 } // namespace

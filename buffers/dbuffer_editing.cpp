@@ -96,8 +96,8 @@ void findOccurrences(GapList& found, DBuffer const& text, std::string_view patte
 }
 
 bool overlaps(DBuffer const& buffer, char const* bytes) {
-    std::less_equal<char const*> const notBehind;
-    return notBehind(buffer.contents(), bytes) && notBehind(bytes, buffer.contents() + buffer.length);
+    std::less_equal<char const*> const notAfter;
+    return notAfter(buffer.contents(), bytes) && notAfter(bytes, buffer.contents() + buffer.length);
 }
 
 template <class Gaps>
@@ -116,7 +116,7 @@ DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replac
     });
 }
 
-/// The length of a text in which `count` stretches of `oldLength` bytes give way to others of `newLength`.
+/// The length of a text in which `count` pieces of `oldLength` bytes give way to others of `newLength`.
 unsigned int changedLength(unsigned int length, unsigned int count, unsigned int oldLength,
                            unsigned int newLength) {
     unsigned int const difference = oldLength > newLength ? oldLength - newLength : newLength - oldLength;
@@ -238,8 +238,8 @@ DBuffer* DBuffer::remove(unsigned int start, unsigned int count) {
     if (length == 0 || start > length) return shared(*this);
     unsigned int const before = std::max(start, 1U) - 1;
     unsigned int const removed = std::min(count, length - before);
-    char const* const behind = contents() + before + removed;
-    return newBuffer(contents(), before, behind, length - before - removed);
+    char const* const rest = contents() + before + removed;
+    return newBuffer(contents(), before, rest, length - before - removed);
 }
 
 DBuffer* DBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {

@@ -53,7 +53,7 @@ public:
     WideCharacter at(char const* p) {
         wchar_t value = 0;
         auto const rest = static_cast<std::size_t>(end_ - p);
-        auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
+        auto const step = values_.at(p, rest + 1, value); // the terminating NUL may be looked at
         using Outcome = kelcl::UtilitySteps::Outcome;
         if (step.outcome == Outcome::character || step.outcome == Outcome::twoCharacters)
             return {static_cast<int>(value), static_cast<unsigned int>(step.bytes)};

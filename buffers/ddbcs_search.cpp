@@ -49,7 +49,7 @@ std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSt
 }
 
 /// The position of the first (last) character from `from` on (at or before `from`) with which something
-/// begins that `find` finds among the bytes. `from` is a character start where the walk goes forwards.
+/// begins that `find` finds among the bytes. `from` is a character start where the walk is forwards.
 template <class Find>
 unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
     std::size_t const candidate = find(from);

@@ -36,7 +36,7 @@ public:
         return at_ - from;
     }
 
-    /// The bytes up to the next NUL or the end, as far as they convert, and moves behind that NUL.
+    /// The bytes up to the next NUL or the end, as far as they convert, and moves past that NUL.
     wchar_t const* takeSegment() {
         char const* const segment = text_ + std::min(at_, length_);
         std::size_t const rest = length_ - std::min(at_, length_);
@@ -61,7 +61,7 @@ private:
     char const* text_;
     unsigned int length_;
     unsigned int at_ =
-        0; ///< Bytes taken; one more than the length behind a last segment without a NUL of its own.
+        0; ///< Bytes taken; one more than the length after a last segment without a NUL of its own.
     std::unique_ptr<wchar_t[]> wide_;
 };
 

@@ -178,7 +178,7 @@ ByteTranslation::ByteTranslation(std::string_view from, std::string_view to, cha
 
 /// Writes the pieces of the result: what stays between two replaced characters, and each replacement.
 void ByteTranslation::write(Output& out, std::string_view text) const {
-    /// How many characters to ask for, once one is replaced, before the search for the next one goes on.
+    /// How many characters to ask for, once one is replaced, before searching for the next one.
     constexpr int charactersInTurn = 32;
     BufferSteps steps(replaced_.encoding());
     std::size_t kept = 0;

@@ -1,4 +1,4 @@
-// Searches for patterns. Candidates are the places where both the first and the last byte of the pattern
+// Searches for patterns. Candidates are the places where the first, the middle and the last byte of the pattern
 // stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear search
 // takes over.
 

@@ -12,7 +12,7 @@ namespace {
 using kelcl::UtilitySteps;
 using Outcome = UtilitySteps::Outcome;
 
-/// The walkers look ahead as far as a character can reach; behind the text there is a NUL at the least.
+/// The walkers look ahead as far as a character can reach; after the text there is at least a NUL.
 constexpr std::size_t asFarAsNeeded = MB_LEN_MAX;
 
 bool isOutside(char const* s, unsigned int len, unsigned int position) {

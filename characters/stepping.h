@@ -67,7 +67,7 @@ public:
                !encoding_.table->hasAsciiNeighbours();
     }
 
-    /// Bytes of the character at `p`. Behind the text there is a NUL, which ends every sequence.
+    /// Bytes of the character at `p`. The terminating NUL ends every sequence.
     unsigned int length(char const* p) { return lengthWithin(p, longestCharacter); }
 
     /// The same for a text of which only `available` bytes may be read.
@@ -145,8 +145,7 @@ private:
     Encoding encoding_;
     std::size_t maxBytes_;
     std::mbstate_t state_{};
-    bool isInside_ =
-        false; ///< Whether the last step ended inside a character, which the next one goes on with.
+    bool isInside_ = false; ///< Whether the last step ended inside a character, which the next one continues.
 };
 
 /// Whether the byte is an incomplete sequence by itself.

@@ -29,7 +29,7 @@ DBuffer* converted(unsigned int room, Write write) {
     return kelcl::shared(*buffer);
 }
 
-/// Bytes of five and more zeros give this many digits: each byte behind the fourth adds three that nothing
+/// Bytes of five and more zeros give this many digits: each byte after the fourth adds three that nothing
 /// removes.
 unsigned int zerosOfZeroBytes(unsigned int bytes) { return bytes <= 4 ? 1 : 3 * bytes - 11; }
 

@@ -98,10 +98,10 @@ bool standsForItself(DString const& word, DString const& text) {
            kelcl::standsAlone(old.contents()[word.length()], isUtf8);
 }
 
-/// Puts a word in the place of a text that is not empty. The old text is the work space: the word goes over
-/// its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts it
-/// after the word. So the text keeps its class, and the removal has its say where the end of the word and
-/// what follows it look like one character.
+/// Puts a word in the place of a text that is not empty. The old text is the work space: the word is written
+/// over its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts
+/// it after the word. So the text keeps its class, and the removal decides where the end of the word and what
+/// follows it look like one character.
 void replaceText(DString& text, DString const& word) {
     unsigned int const count = word.length();
     unsigned int space = text.length();
