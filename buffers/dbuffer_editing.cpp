@@ -292,7 +292,7 @@ DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char c
                          unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
     if (maxCount == 0) return shared(*this);
     std::string_view const newText(replacement, replacementLength);
-    if (patternLength == 1 && kelcl::findsByBytes(*this, *pattern))
+    if (patternLength == 1 && kelcl::Occurrences::areFoundByBytes(*this, {pattern, 1}))
         return changeFound(*this, ByteGaps(bytesOf(*this), *pattern, start, maxCount), 1, newText);
     GapList found;
     findOccurrences(found, *this, {pattern, patternLength}, start, maxCount);

@@ -30,7 +30,7 @@ template <class Mapped>
 template <class Mapped>
 DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
     OwnedBuffer result(allocateLike(buffer, buffer.length));
-    std::unique_ptr<char[]> scratch; // once the length has changed
+    std::unique_ptr<char[]> scratch; // where the text has grown
     char* out = result->contents();
     std::size_t room = buffer.length;
     std::size_t bytes = 0;
@@ -40,8 +40,8 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
         Stretch const from = widenUtf8(values, buffer.contents() + at, most);
         if (from.bytes == 0) return nullptr;
         mapAll(values, from.characters, mapped);
-        Stretch to = narrowUtf8(out + bytes, scratch ? room - bytes : from.bytes, values, from.characters);
-        if (!scratch && (to.bytes != from.bytes || to.characters != from.characters)) {
+        Stretch to = narrowUtf8(out + bytes, room - bytes, values, from.characters);
+        if (to.characters != from.characters && !scratch) {
             constexpr std::size_t longest = 4;
             room = bytes + longest * (buffer.length - at);
             scratch.reset(new char[room]);
@@ -53,7 +53,8 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
         at += from.bytes;
         bytes += to.bytes;
     }
-    return scratch ? newBufferOf(buffer, {out, bytes}) : result.release();
+    bool const isWhole = !scratch && bytes == buffer.length;
+    return isWhole ? result.release() : newBufferOf(buffer, {out, bytes});
 }
 
 /// A new buffer with each character of a text mapped. `mapped(value)` must give the same each time.

@@ -10,16 +10,12 @@
 
 namespace kelcl {
 
-namespace {
-
-bool bytesTell(DBuffer const& text, std::string_view pattern) {
+bool Occurrences::areFoundByBytes(DBuffer const& text, std::string_view pattern) {
     return !pattern.empty() && findsByBytes(text, pattern.front());
 }
 
-} // namespace
-
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start)
-    : Occurrences(text, pattern, start, bytesTell(text, pattern) ? Way::bytes : Way::search) {}
+    : Occurrences(text, pattern, start, areFoundByBytes(text, pattern) ? Way::bytes : Way::search) {}
 
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known)
     : buffer_(text), text_(bytesOf(text)), pattern_(pattern), way_(known), from_(start),
@@ -58,7 +54,7 @@ unsigned int Occurrences::otherwise(unsigned int from) {
 }
 
 unsigned int Occurrences::count(DBuffer const& text, std::string_view pattern, unsigned int start) {
-    if (bytesTell(text, pattern)) {
+    if (areFoundByBytes(text, pattern)) {
         if (start > text.length) return 0;
         std::string_view const rest = bytesOf(text).substr(std::max(start, 1U) - 1);
         return static_cast<unsigned int>(pattern.size() == 1 ? countByte(rest, pattern.front())

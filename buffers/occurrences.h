@@ -38,6 +38,8 @@ public:
         from_ = from;
     }
 
+    /// Whether the bytes alone tell all of them.
+    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern);
     /// How many there are.
     static unsigned int count(DBuffer const& text, std::string_view pattern, unsigned int start);
 

@@ -257,6 +257,8 @@ class WideTranslation {
 public:
     /// The arguments are converted texts, the pad character being one.
     WideTranslation(CharacterText& from, CharacterText& to, CharacterText const& pad) {
+        for (std::size_t value = 0; value < ascii_.size(); ++value)
+            ascii_[value] = static_cast<wchar_t>(value);
         CharacterText::Place place = 0;
         wchar_t const padding = pad.take(place);
         CharacterText::Place next = 0;
@@ -267,6 +269,7 @@ public:
     }
 
     wchar_t of(wchar_t value) const {
+        if (isAscii(value)) return ascii_[static_cast<std::size_t>(value)];
         if (!lowBytes_.contains(static_cast<char>(value))) return value;
         CharacterMap::Number const number = numbers_.find(CharacterMap::keyOf(value));
         return number == CharacterMap::none ? value : replacements_[number];
@@ -275,23 +278,30 @@ public:
     /// Whether ASCII characters become ASCII characters and no others are replaced, so that the table of
     /// bytes does in text that is plain UTF-8.
     bool isAsciiOnly() const { return isAsciiOnly_; }
-    ByteTable const& bytes() const { return bytes_; }
+    ByteTable bytes() const {
+        ByteTable table;
+        for (std::size_t value = 0; value < ascii_.size(); ++value)
+            table.set(static_cast<char>(value), static_cast<char>(ascii_[value]));
+        return table;
+    }
 
 private:
     void add(wchar_t value, wchar_t replacement) {
         CharacterMap::Number const number = numbers_.size();
         if (numbers_.add(CharacterMap::keyOf(value)) != number) return;
         replacements_.add(replacement);
-        lowBytes_.insert(static_cast<char>(value));
         isAsciiOnly_ = isAsciiOnly_ && isAscii(value) && isAscii(replacement);
-        if (isAscii(value)) bytes_.set(static_cast<char>(value), static_cast<char>(replacement));
+        if (isAscii(value))
+            ascii_[static_cast<std::size_t>(value)] = replacement;
+        else
+            lowBytes_.insert(static_cast<char>(value));
     }
 
     CharacterMap numbers_;
     ShortList<wchar_t> replacements_;
-    ByteSet lowBytes_; ///< Of the characters that are replaced: most others are told apart by theirs.
+    std::array<wchar_t, 0x80> ascii_; ///< What ASCII characters become.
+    ByteSet lowBytes_; ///< Of the other characters that are replaced: most are told apart by theirs.
     bool isAsciiOnly_ = true;
-    ByteTable bytes_;
 };
 
 } // namespace

@@ -77,12 +77,8 @@ std::size_t CharacterText::writeWhole(Place& from, Place to, char* out, std::siz
     return fitting;
 }
 
-std::size_t CharacterText::writeReversed(char* out) {
+std::size_t CharacterText::writeWideReversed(char* out) {
     convert();
-    if (isPlain_) {
-        reverseUtf8(out, text_.data(), text_.size());
-        return text_.size();
-    }
     std::reverse(wide_.get(), wide_.get() + count_);
     return write(0, count_, out);
 }

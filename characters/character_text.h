@@ -94,7 +94,11 @@ public:
     std::size_t writeWhole(Place& from, Place to, char* out, std::size_t room);
     /// All characters the other way round, which `writeReversed` writes once.
     Room roomForAll() { return roomFor(0, end()); }
-    std::size_t writeReversed(char* out);
+    std::size_t writeReversed(char* out) {
+        if (!isPlain_) return writeWideReversed(out);
+        reverseUtf8(out, text_.data(), text_.size());
+        return text_.size();
+    }
 
     // Pieces that are cut out by bytes, with pads in place of what is left of cut characters. All is pad when
     // the start cannot be located; what follows it must convert. Sequences of two wide characters stay as
@@ -111,6 +115,7 @@ public:
 
 private:
     void convertAll();
+    std::size_t writeWideReversed(char* out);
     std::size_t startOfPiece(unsigned int start) const;
 
     std::string_view text_;
