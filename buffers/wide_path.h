@@ -17,7 +17,7 @@ namespace kelcl {
 
 /// A new buffer of bytes that may be too many for one.
 inline DBuffer* newBufferOf(DBuffer const& like, std::string_view bytes) {
-    if (bytes.size() >= lengthLimit) raiseLengthOverflow();
+    if (bytes.size() >= unboundedLength) raiseLengthOverflow();
     return like.newBuffer(bytes.data(), static_cast<unsigned int>(bytes.size()));
 }
 
@@ -29,7 +29,7 @@ DBuffer* written(DBuffer const& like, Room room, Write write) {
         std::unique_ptr<char[]> const scratch(new char[room.bytes]);
         return newBufferOf(like, {scratch.get(), write(scratch.get())});
     }
-    if (room.bytes >= lengthLimit) raiseLengthOverflow();
+    if (room.bytes >= unboundedLength) raiseLengthOverflow();
     OwnedBuffer result(allocateLike(like, static_cast<unsigned int>(room.bytes)));
     write(result->contents());
     return result.release();

@@ -1,6 +1,6 @@
-// Searches for patterns. Candidates are the places where the first, the middle and the last byte of the pattern
-// stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear search
-// takes over.
+// Searches for patterns. Candidates are the places where the first, the middle and the last byte of the
+// pattern stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear
+// search takes over.
 
 #include "bytes/byte_scan.h"
 #include "bytes/byte_search.h"

@@ -1,6 +1,7 @@
 // A text as a row of characters: what the operations need that move, leave out or test whole characters. Text
-// that is plain UTF-8 stays on its bytes; any other text is converted to wide characters and back. Here, and
-// nowhere else, is that choice.
+// that is plain UTF-8 stays on its bytes; any other text is converted to wide characters and back. Operations
+// leave that choice to this class. Only what maps every character, and so converts in any case, finds on the
+// way whether the text is plain.
 #ifndef KELCL_CHARACTERS_CHARACTER_TEXT_H
 #define KELCL_CHARACTERS_CHARACTER_TEXT_H
 
@@ -32,11 +33,11 @@ public:
     using Place = std::size_t;
 
     explicit CharacterText(std::string_view text)
-        : text_(text), isPlain_(isPlainUtf8Text(text.data(), text.size())) {}
+        : text_(text),
+          isPlain_((text.data() != nullptr || text.empty()) && isPlainUtf8Text(text.data(), text.size())) {}
 
     /// Whether the text is plain UTF-8, which converts to wide characters and back to itself.
     bool isPlain() const { return isPlain_; }
-    std::string_view bytes() const { return text_; }
 
     // Places. They are found in text that does not convert as well.
 
