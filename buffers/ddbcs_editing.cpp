@@ -128,8 +128,8 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
     CharacterText text(bytesOf(buffer));
     CharacterText inserted({p, n});
-    CharacterText::Place const front = text.after(position);
     CharacterText::Place const end = text.end();
+    CharacterText::Place const front = std::min(text.after(position), end);
     return kelcl::fitted(buffer, total, {{text, 0, front}, {inserted, 0, inserted.end()}, {text, front, end}},
                          padCharacter);
 }
