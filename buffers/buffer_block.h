@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstring>
 #include <new>
+#include <string_view>
 
 namespace kelcl {
 
@@ -51,6 +52,9 @@ template <class Buffer>
 Buffer* construct(unsigned int length) {
     return ::new (::operator new[](blockSize(length))) Buffer(length);
 }
+
+/// The text of a buffer.
+inline std::string_view bytesOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
 
 /// The buffer itself, with a reference for the caller.
 inline DBuffer* shared(DBuffer& buffer) {

@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
-#include <typeinfo>
 
 namespace kelcl {
 
@@ -27,24 +26,6 @@ void fitLength(DBuffer& made, unsigned int length) {
     }
     made.length = length;
     made.contents()[length] = '\0';
-}
-
-bool isPlain(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
-
-bool isOfLibraryClass(DBuffer const& buffer) {
-    return isPlain(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
-}
-
-bool goesByBytes(DBuffer const& buffer, char first) {
-    if (isPlain(buffer)) return true;
-    if (!isOfLibraryClass(buffer)) return false;
-    constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
-    return standsAlone(first, false) ||
-           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
-}
-
-bool growsInPlace(DBuffer const& buffer) {
-    return isPlain(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
 }
 
 } // namespace kelcl

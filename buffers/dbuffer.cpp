@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Writes a piece, or pad characters where it has none, and returns the place behind it.
+/// Writes a piece, or pad characters where it has none, and returns the place after it.
 char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
     if (length == 0) return out;
     if (piece != nullptr)

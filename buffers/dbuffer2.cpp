@@ -1,8 +1,9 @@
 // DBuffer: three-way comparison, by bytes or by the locale's collation. Reports of a collation that fails
 // name this file, and hosts match on that.
 #include "buffers/collation.h"
+#include "buffers/wide_mode.h"
 
-#include <kelcl/dstring.h>
+#include <kelcl/dbuffer.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,10 +15,6 @@
 namespace {
 
 constexpr unsigned long collationLine = 247; // hosts match on it
-
-/// `strcoll` as a function that may set errno: the C library declares it pure, so an optimiser that sees the
-/// name may drop what looks at errno behind the call.
-int (*const volatile collate)(char const*, char const*) = std::strcoll;
 
 /// The first `length` bytes of a text, which are not none, ending in a NUL: the text itself where the last of
 /// them is one, else a copy.
@@ -46,7 +43,7 @@ std::size_t countNuls(char const* text, std::size_t from, std::size_t end) {
 
 /// Collates the first `length` bytes of both texts, one NUL-free segment after the other. NULs count as the
 /// lowest bytes, but unevenly: more NULs on the left sort it before in front of the first segment, and leave
-/// the texts equal behind an equal segment. Callers rely on it.
+/// the texts equal after an equal segment. Callers rely on it.
 int collateSegments(char const* leftText, char const* rightText, std::size_t length) {
     Terminated const left(leftText, length);
     Terminated const right(rightText, length);
@@ -59,7 +56,7 @@ int collateSegments(char const* leftText, char const* rightText, std::size_t len
         at += leftNuls;
         if (at >= length) return 0;
         errno = 0;
-        result = collate(left.text() + at, right.text() + at);
+        result = kelcl::collateBytes(left.text() + at, right.text() + at);
         if (errno != 0) kelcl::raiseCollationError("strcoll", errno, {"dbuffer2", nullptr, collationLine});
         if (result != 0) return result;
         at += std::strlen(left.text() + at) + 1;
@@ -76,7 +73,7 @@ int DBuffer::compare(void const* other, unsigned int otherLength) const {
     if (length == 0) return otherLength > 0 ? before : equal;
     if (otherLength == 0) return after;
     std::size_t const common = std::min(length, otherLength);
-    int const result = DString::fgI18NState == 1
+    int const result = kelcl::isWideMode()
                            ? collateSegments(contents(), static_cast<char const*>(other), common)
                            : std::memcmp(contents(), other, common);
     if (result != 0) return result < 0 ? before : after;

@@ -1,8 +1,8 @@
 // DBuffer: editing. Each operation decides what changes and which buffer is written to; the kernels do the
 // bytes.
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
 #include "buffers/gap_list.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "buffers/occurrences.h"
 #include "buffers/strip.h"
@@ -24,8 +24,7 @@
 
 namespace {
 
-std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
-
+using kelcl::bytesOf;
 using kelcl::GapList;
 using kelcl::shared;
 using kelcl::sharedEmpty;
@@ -97,8 +96,8 @@ void findOccurrences(GapList& found, DBuffer const& text, std::string_view patte
 }
 
 bool overlaps(DBuffer const& buffer, char const* bytes) {
-    std::less_equal<char const*> const notBehind;
-    return notBehind(buffer.contents(), bytes) && notBehind(bytes, buffer.contents() + buffer.length);
+    std::less_equal<char const*> const notAfter;
+    return notAfter(buffer.contents(), bytes) && notAfter(bytes, buffer.contents() + buffer.length);
 }
 
 template <class Gaps>
@@ -117,7 +116,7 @@ DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replac
     });
 }
 
-/// The length of a text in which `count` stretches of `oldLength` bytes give way to others of `newLength`.
+/// The length of a text in which `count` pieces of `oldLength` bytes give way to others of `newLength`.
 unsigned int changedLength(unsigned int length, unsigned int count, unsigned int oldLength,
                            unsigned int newLength) {
     unsigned int const difference = oldLength > newLength ? oldLength - newLength : newLength - oldLength;
@@ -155,7 +154,7 @@ DBuffer* changeOtherLength(DBuffer& buffer, Gaps const& found, unsigned int patt
     if (newLength == 0) return sharedEmpty(buffer);
     DBuffer* const result = kelcl::allocateLike(buffer, newLength);
     Writer writer(*result);
-    std::string_view rest = textOf(buffer);
+    std::string_view rest = bytesOf(buffer);
     found.forEach([&](unsigned int gap) {
         writer.write(rest.substr(0, gap), rest.size());
         writer.write(replacement, replacement.size());
@@ -177,26 +176,26 @@ DBuffer* changeFound(DBuffer& buffer, Gaps const& found, unsigned int patternLen
 } // namespace
 
 DBuffer* DBuffer::upperCase() {
-    if (!kelcl::isOfLibraryClass(*this))
+    if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
                                 [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
-    std::size_t const first = kelcl::findLowerCase(textOf(*this));
+    std::size_t const first = kelcl::findLowerCase(bytesOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
 }
 
 DBuffer* DBuffer::lowerCase() {
-    if (!kelcl::isOfLibraryClass(*this))
+    if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
                                 [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
-    std::size_t const first = kelcl::findUpperCase(textOf(*this));
+    std::size_t const first = kelcl::findUpperCase(bytesOf(*this));
     return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
 }
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                             unsigned int outputLength, char padCharacter) {
-    bool const isOfLibraryClass = kelcl::isOfLibraryClass(*this);
+    bool const isLibraryClass = kelcl::isLibraryClass(*this);
     std::size_t const first =
-        isOfLibraryClass ? kelcl::findFirstIn(textOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
+        isLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
     if (first == kelcl::notFound) return shared(*this);
 
     unsigned char table[256];
@@ -205,7 +204,7 @@ DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char
     for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
         table[static_cast<unsigned char>(inputSet[i])] =
             static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
-    if (!isOfLibraryClass)
+    if (!isLibraryClass)
         return kelcl::editFound(*this, {inputSet, inputLength}, [&table](char& c, unsigned int) {
             c = static_cast<char>(table[static_cast<unsigned char>(c)]);
         });
@@ -239,8 +238,8 @@ DBuffer* DBuffer::remove(unsigned int start, unsigned int count) {
     if (length == 0 || start > length) return shared(*this);
     unsigned int const before = std::max(start, 1U) - 1;
     unsigned int const removed = std::min(count, length - before);
-    char const* const behind = contents() + before + removed;
-    return newBuffer(contents(), before, behind, length - before - removed);
+    char const* const rest = contents() + before + removed;
+    return newBuffer(contents(), before, rest, length - before - removed);
 }
 
 DBuffer* DBuffer::overlayWith(char const* p, unsigned int n, unsigned int position, char padCharacter) {
@@ -293,8 +292,8 @@ DBuffer* DBuffer::change(char const* pattern, unsigned int patternLength, char c
                          unsigned int replacementLength, unsigned int start, unsigned int maxCount) {
     if (maxCount == 0) return shared(*this);
     std::string_view const newText(replacement, replacementLength);
-    if (patternLength == 1 && kelcl::goesByBytes(*this, *pattern))
-        return changeFound(*this, ByteGaps(textOf(*this), *pattern, start, maxCount), 1, newText);
+    if (patternLength == 1 && kelcl::Occurrences::areFoundByBytes(*this, {pattern, 1}))
+        return changeFound(*this, ByteGaps(bytesOf(*this), *pattern, start, maxCount), 1, newText);
     GapList found;
     findOccurrences(found, *this, {pattern, patternLength}, start, maxCount);
     return changeFound(*this, found, patternLength, newText);

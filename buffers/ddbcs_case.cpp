@@ -1,60 +1,33 @@
 // DDBCSBuffer: upper and lower case, by wide characters with the switch on, and by bytes with it off.
-#include "buffers/buffer_factory.h"
-#include "buffers/owned_buffer.h"
+#include "buffers/host_classes.h"
+#include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
 #include "buffers/wide_path.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
-#include "characters/remembered.h"
+#include "characters/answer_cache.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
-#include <kelcl/dnlsutil.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cwctype>
-#include <iterator>
 #include <string_view>
 
 namespace {
 
-using kelcl::narrowed;
 using kelcl::shared;
-
-/// Plain UTF-8 text with each character mapped in its place. Null when the text is not plain, or a character
-/// becomes one of another length.
-template <class Mapped>
-DBuffer* mapInPlaces(DBuffer const& buffer, Mapped mapped) {
-    kelcl::OwnedBuffer result(kelcl::allocateLike(buffer, buffer.length));
-    for (std::size_t at = 0; at < buffer.length;) {
-        wchar_t values[256];
-        std::size_t const most = std::min(buffer.length - at, std::size(values));
-        kelcl::Stretch const from = kelcl::widenUtf8(values, buffer.contents() + at, most);
-        if (from.bytes == 0) return nullptr;
-        std::transform(values, values + from.characters, values, mapped);
-        kelcl::Stretch const to =
-            kelcl::narrowUtf8(result->contents() + at, from.bytes, values, from.characters);
-        if (to.bytes != from.bytes || to.characters != from.characters) return nullptr;
-        at += from.bytes;
-    }
-    return result.release();
-}
 
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    return kelcl::withAnswers<wchar_t>(buffer.length, ask, [&buffer](auto mapped) {
-        if (kelcl::isUtf8Locale())
-            if (DBuffer* const result = mapInPlaces(buffer, mapped)) return result;
-        DWBuffer const wide(buffer.contents(), buffer.length);
-        std::transform(wide.wide, wide.wide + wide.length, wide.wide, mapped);
-        return narrowed(buffer, wide.wide, wide.length);
-    });
+    return kelcl::withAnswers<wchar_t>(buffer.length, ask,
+                                       [&buffer](auto mapped) { return kelcl::mapped(buffer, mapped); });
 }
 
 /// Where the letters of one case are among the bytes of a text, and how they get the other case.
-struct OtherCase {
+struct CaseChange {
     std::string_view letters;
     int distance; ///< From a letter to the same in the other case.
     std::size_t (*find)(std::string_view);
@@ -62,10 +35,10 @@ struct OtherCase {
 };
 
 /// The offset of the first character that is one of the letters.
-std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::BufferSteps& steps) {
+std::size_t firstLetter(std::string_view text, CaseChange const& change, kelcl::BufferSteps& steps) {
     kelcl::RisingStarts starts(text.data(), 0, steps);
-    auto const find = [text, &other](std::size_t from) {
-        std::size_t const found = other.find(text.substr(std::min(from, text.size())));
+    auto const find = [text, &change](std::size_t from) {
+        std::size_t const found = change.find(text.substr(std::min(from, text.size())));
         return found == kelcl::notFound ? found : from + found;
     };
     return kelcl::firstAtStart(starts, find(0), find);
@@ -73,29 +46,29 @@ std::size_t firstLetter(std::string_view text, OtherCase const& other, kelcl::Bu
 
 /// Changes the letters that the virtual search of a class of a host's finds, where it calls them characters
 /// of one byte.
-DBuffer* mapFound(DBuffer& buffer, OtherCase const& other) {
-    return kelcl::editFound(buffer, other.letters, [&](char& letter, unsigned int position) {
-        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + other.distance);
+DBuffer* mapFound(DBuffer& buffer, CaseChange const& change) {
+    return kelcl::editFound(buffer, change.letters, [&](char& letter, unsigned int position) {
+        if (buffer.charType(position) == 0) letter = static_cast<char>(letter + change.distance);
     });
 }
 
 /// Changes the single-byte letters.
-DBuffer* mapBytes(DBuffer& buffer, OtherCase const& other) {
-    if (!kelcl::isOfLibraryClass(buffer)) return mapFound(buffer, other);
+DBuffer* mapBytes(DBuffer& buffer, CaseChange const& change) {
+    if (!kelcl::isLibraryClass(buffer)) return mapFound(buffer, change);
     kelcl::BufferSteps steps;
-    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, other, steps);
+    std::size_t const first = firstLetter({buffer.contents(), buffer.length}, change, steps);
     if (first == kelcl::notFound) return shared(buffer);
     DBuffer* const result =
         buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
     if (steps.standsAlone('z')) {
-        other.copy(text + first, text + first, result->length - first);
+        change.copy(text + first, text + first, result->length - first);
         return result;
     }
     for (std::size_t at = first; at < result->length;) {
         unsigned int const bytes = steps.length(text + at);
-        if (bytes == 1 && text[at] >= other.letters.front() && text[at] <= other.letters.back())
-            text[at] = static_cast<char>(text[at] + other.distance);
+        if (bytes == 1 && text[at] >= change.letters.front() && text[at] <= change.letters.back())
+            text[at] = static_cast<char>(text[at] + change.distance);
         at += bytes;
     }
     return result;

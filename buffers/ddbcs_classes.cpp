@@ -1,9 +1,9 @@
 // DDBCSBuffer: character classes, kinds of characters, and the classes of wide values.
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "bytes/byte_search.h"
+#include "characters/answer_cache.h"
 #include "characters/character_classes.h"
 #include "characters/conversion.h"
-#include "characters/remembered.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -53,7 +53,7 @@ public:
     WideCharacter at(char const* p) {
         wchar_t value = 0;
         auto const rest = static_cast<std::size_t>(end_ - p);
-        auto const step = values_.at(p, rest + 1, value); // the NUL behind the text may be looked at
+        auto const step = values_.at(p, rest + 1, value); // the terminating NUL may be looked at
         using Outcome = kelcl::UtilitySteps::Outcome;
         if (step.outcome == Outcome::character || step.outcome == Outcome::twoCharacters)
             return {static_cast<int>(value), static_cast<unsigned int>(step.bytes)};
@@ -96,11 +96,11 @@ std::size_t skipMembers(std::string_view text, std::size_t at, kelcl::ByteSet co
 template <class IsMember>
 bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& ascii, WideWalk& walk,
                 IsMember isMember) {
-    kelcl::ByteSet const& ownValues = kelcl::bytesOfTheirOwnValue(walk.encoding());
+    kelcl::ByteSet const& ownValues = kelcl::identityBytes(walk.encoding());
     while (at < text.size()) {
         wchar_t values[256];
         std::size_t const most = std::min(text.size() - at, std::size(values));
-        kelcl::Stretch const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
+        kelcl::Extent const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
         for (std::size_t i = 0; i < known.characters; ++i)
             if (!isMember(values[i])) return false;
         at += known.bytes;
@@ -116,14 +116,13 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
 
 /// Whether all characters are of a class, from where a search begins: a class that a host derived may say
 /// that this is not the front.
-bool consistsOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
+bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
     if (buffer.length == 0) return false;
-    unsigned int const first = kelcl::isOfLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
+    unsigned int const first = kelcl::isLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
     if (first == 0 || first > buffer.length) return true;
     std::string_view const text(buffer.contents(), buffer.length);
     WideWalk walk(buffer);
-    std::size_t const at =
-        skipMembers(text, first - 1, members.ascii, kelcl::bytesOfTheirOwnValue(walk.encoding()));
+    std::size_t const at = skipMembers(text, first - 1, members.ascii, kelcl::identityBytes(walk.encoding()));
     if (at == text.size()) return true;
     auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
     return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
@@ -145,18 +144,18 @@ unsigned int DDBCSBuffer::windexOfAnyBut(DStringTest const& test, unsigned int s
     return found == kelcl::notFound ? 0 : static_cast<unsigned int>(found) + 1;
 }
 
-bool DDBCSBuffer::isAlphanumeric() const { return consistsOf(kelcl::alphanumeric, *this); }
-bool DDBCSBuffer::isAlphabetic() const { return consistsOf(kelcl::alphabetic, *this); }
+bool DDBCSBuffer::isAlphanumeric() const { return charactersConsistOf(kelcl::alphanumeric, *this); }
+bool DDBCSBuffer::isAlphabetic() const { return charactersConsistOf(kelcl::alphabetic, *this); }
 bool DDBCSBuffer::isASCII() const { return DBuffer::isASCII(); }
-bool DDBCSBuffer::isControl() const { return consistsOf(kelcl::control, *this); }
-bool DDBCSBuffer::isDigits() const { return consistsOf(kelcl::digits, *this); }
-bool DDBCSBuffer::isGraphics() const { return consistsOf(kelcl::graphics, *this); }
-bool DDBCSBuffer::isHexDigits() const { return consistsOf(kelcl::hexDigits, *this); }
-bool DDBCSBuffer::isLowerCase() const { return consistsOf(kelcl::lowerCase, *this); }
-bool DDBCSBuffer::isPrintable() const { return consistsOf(kelcl::printable, *this); }
-bool DDBCSBuffer::isPunctuation() const { return consistsOf(kelcl::punctuation, *this); }
-bool DDBCSBuffer::isUpperCase() const { return consistsOf(kelcl::upperCase, *this); }
-bool DDBCSBuffer::isWhiteSpace() const { return consistsOf(kelcl::whiteSpace, *this); }
+bool DDBCSBuffer::isControl() const { return charactersConsistOf(kelcl::control, *this); }
+bool DDBCSBuffer::isDigits() const { return charactersConsistOf(kelcl::digits, *this); }
+bool DDBCSBuffer::isGraphics() const { return charactersConsistOf(kelcl::graphics, *this); }
+bool DDBCSBuffer::isHexDigits() const { return charactersConsistOf(kelcl::hexDigits, *this); }
+bool DDBCSBuffer::isLowerCase() const { return charactersConsistOf(kelcl::lowerCase, *this); }
+bool DDBCSBuffer::isPrintable() const { return charactersConsistOf(kelcl::printable, *this); }
+bool DDBCSBuffer::isPunctuation() const { return charactersConsistOf(kelcl::punctuation, *this); }
+bool DDBCSBuffer::isUpperCase() const { return charactersConsistOf(kelcl::upperCase, *this); }
+bool DDBCSBuffer::isWhiteSpace() const { return charactersConsistOf(kelcl::whiteSpace, *this); }
 
 bool DDBCSBuffer::isMBCS() const {
     WideWalk walk(*this);

@@ -7,24 +7,21 @@
 #include <kelcl/dnlsutil.h>
 
 #include <algorithm>
-#include <cstddef>
-#include <memory>
 
 DBuffer* DDBCSBuffer::subString(unsigned int start) const {
-    if (start > length) return newBuffer(nullptr, 0);
-    std::size_t const room = 2 * (std::size_t{length} - start + 1);
-    std::unique_ptr<char[]> const scratch(new char[room]);
-    unsigned int const written = getRemainString(contents(), length, start, ' ', scratch.get());
-    return newBuffer(scratch.get(), written);
+    if (start > length || length == 0) return newBuffer(nullptr, 0);
+    unsigned int const from = std::max(start, 1U);
+    kelcl::CharacterText const text(kelcl::bytesOf(*this));
+    return kelcl::written(*this, text.roomForRest(from),
+                          [&](char* out) { return text.writeRest(from, ' ', out); });
 }
 
 DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char padCharacter) const {
-    if (kelcl::isWideMode()) {
-        if (count == 0) return newBuffer(nullptr, 0);
-        kelcl::OwnedBuffer result(kelcl::allocateLike(*this, count));
-        getSubString(contents(), length, start, padCharacter, result->contents(), count);
-        return result.release();
-    }
+    if (kelcl::isWideMode())
+        return kelcl::written(*this, {count, true}, [&](char* out) {
+            getSubString(contents(), length, start, padCharacter, out, count);
+            return count;
+        });
     unsigned int const from = start >= 1 && start <= length ? start : 1;
     unsigned int const available = start <= length ? length - from + 1 : 0;
     unsigned int const taken = std::min(count, available);

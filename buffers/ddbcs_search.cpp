@@ -1,7 +1,6 @@
 // DDBCSBuffer: searches. Scans begin at character starts and stop at character starts; what
 // can be found by bytes alone is left to the byte kernels.
-#include "buffers/buffer_factory.h"
-#include "buffers/overriding.h"
+#include "buffers/host_classes.h"
 #include "buffers/wide_path.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -10,17 +9,15 @@
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
-#include <kelcl/dnlsutil.h>
 
 #include <algorithm>
 #include <string_view>
 
 namespace {
 
+using kelcl::bytesOf;
 using kelcl::isWideMode;
 using kelcl::notFound;
-
-std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
 
 unsigned int position(std::size_t offset) {
     return offset == notFound ? 0 : static_cast<unsigned int>(offset) + 1;
@@ -52,7 +49,7 @@ std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSt
 }
 
 /// The position of the first (last) character from `from` on (at or before `from`) with which something
-/// begins that `find` finds among the bytes. `from` is a character start where the walk goes forwards.
+/// begins that `find` finds among the bytes. `from` is a character start where the walk is forwards.
 template <class Find>
 unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
     std::size_t const candidate = find(from);
@@ -76,36 +73,25 @@ auto lastByte(std::string_view text, char byte) {
     return [text, byte](std::size_t from) { return kelcl::findLastByte(text.substr(0, from + 1), byte); };
 }
 
-/// Tests the characters of a text as wide values, by character number.
-template <class Numbers>
-unsigned int testWide(DBuffer const& text, DStringTest const& test, bool wanted, Numbers numbers) {
-    DWBuffer const wide(text.contents(), text.length);
-    unsigned int const number = numbers(
-        [&](unsigned int candidate) {
-            return (test.test(static_cast<int>(wide.wide[candidate - 1])) != 0) == wanted;
-        },
-        wide.length);
-    return number == 0 ? 0 : findBytePos(text.contents(), text.length, number);
+/// Wants the characters whose wide value the test accepts (rejects).
+auto valueThat(DStringTest const& test, bool accepts) {
+    return [&test, accepts](wchar_t value) { return (test.test(static_cast<int>(value)) != 0) == accepts; };
 }
 
-unsigned int firstWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
-    unsigned int const first = findNextCharNum(text.contents(), text.length, std::max(start, 1U));
-    if (first == 0) return 0;
-    return testWide(text, test, wanted, [first](auto isWanted, unsigned int count) {
-        for (unsigned int number = first; number <= count; ++number)
-            if (isWanted(number)) return number;
-        return 0U;
-    });
+unsigned int firstWide(DBuffer const& buffer, unsigned int start, DStringTest const& test, bool accepts) {
+    kelcl::CharacterText text(bytesOf(buffer));
+    auto const first = text.firstFrom(std::max(start, 1U));
+    if (!first) return 0;
+    auto const found = text.findFirst(*first, valueThat(test, accepts));
+    return found == text.end() ? 0 : text.position(found);
 }
 
-unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
-    unsigned int const last = findCharNum(text.contents(), text.length, std::min(text.length, start));
+unsigned int lastWide(DBuffer const& buffer, unsigned int start, DStringTest const& test, bool accepts) {
+    kelcl::CharacterText text(bytesOf(buffer));
+    auto const last = text.after(std::min(buffer.length, start));
     if (last == 0) return 0;
-    return testWide(text, test, wanted, [last](auto isWanted, unsigned int count) {
-        for (unsigned int number = std::min(last, count); number > 0; --number)
-            if (isWanted(number)) return number;
-        return 0U;
-    });
+    auto const found = text.findLast(last, valueThat(test, accepts));
+    return found == 0 ? 0 : text.position(text.previous(found));
 }
 
 // A class that a host derived may begin a search inside of a character, and say what its characters are. Its
@@ -114,21 +100,21 @@ unsigned int lastWide(DBuffer const& text, unsigned int start, DStringTest const
 /// Whether a scan may go on from the position without asking the text about its characters: always in the
 /// library's own classes.
 bool beginsCharacter(DBuffer const& text, unsigned int position) {
-    if (kelcl::isOfLibraryClass(text)) return true;
+    if (kelcl::isLibraryClass(text)) return true;
     kelcl::BufferSteps steps;
     return kelcl::startOfCharacter(text.contents(), position - 1, steps) == position - 1;
 }
 
 /// The same for a scan backwards, which steps by what the text says of its characters.
 bool mayStepBack(DBuffer const& text, unsigned int position) {
-    return kelcl::isOfLibraryClass(text) ||
+    return kelcl::isLibraryClass(text) ||
            (kelcl::hasMultiByteCharType(text) && beginsCharacter(text, position));
 }
 
 /// Wants the characters at which the pattern stands.
 auto beginsWith(DBuffer const& text, std::string_view pattern) {
     return [&text, pattern](char const* p, unsigned int) {
-        return textOf(text).substr(static_cast<std::size_t>(p - text.contents())).starts_with(pattern);
+        return bytesOf(text).substr(static_cast<std::size_t>(p - text.contents())).starts_with(pattern);
     };
 }
 
@@ -166,7 +152,7 @@ unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wante
 
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
-    if (first == 0 || (first == 1 && kelcl::isOfLibraryClass(*this))) return first;
+    if (first == 0 || (first == 1 && kelcl::isLibraryClass(*this))) return first;
     while (first <= length && charType(first) >= 2)
         ++first;
     return first <= length ? first : 0;
@@ -175,7 +161,7 @@ unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLe
 unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
     if (last == 0) return 0;
-    if (kelcl::isOfLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
+    if (kelcl::isLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
     while (last != 0 && charType(last) >= 2)
         --last;
     return last;
@@ -189,7 +175,7 @@ unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLengt
     if (first == 0 || first > length || patternLength == 0 || patternLength > length - first + 1) return 0;
     if (!beginsCharacter(*this, first))
         return firstByOwnSteps(*this, first, beginsWith(*this, {pattern, patternLength}));
-    kelcl::RisingMatches matches(textOf(*this), {pattern, patternLength});
+    kelcl::RisingMatches matches(bytesOf(*this), {pattern, patternLength});
     return firstBeginning(*this, first - 1, [&matches](std::size_t from) { return matches.at(from); });
 }
 
@@ -204,12 +190,12 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
     if (setLength == 1) { // any character that begins with the byte
         if (!fromCharacter) return firstByOwnSteps(*this, first, beginsWith(*this, {set, 1}));
         return firstBeginning(*this, first - 1, [this, set](std::size_t from) {
-            return kelcl::findByteFrom(textOf(*this), *set, from);
+            return kelcl::findByteFrom(bytesOf(*this), *set, from);
         });
     }
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (fromCharacter) return position(members.findFirst(textOf(*this), first - 1, steps));
+    if (fromCharacter) return position(members.findFirst(bytesOf(*this), first - 1, steps));
     return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
         return members.contains(p, bytes);
     }));
@@ -221,14 +207,14 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
     if (setLength == 1 && *set != '\0' && kelcl::beginsLongerCharacter(*set))
         return first; // no character equals it
     if (first > length) return 0;
-    std::string_view const rest = textOf(*this).substr(first - 1);
+    std::string_view const rest = bytesOf(*this).substr(first - 1);
     auto const inRest = [first](std::size_t found) {
         return found == notFound ? 0 : first + static_cast<unsigned int>(found);
     };
     if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
+    if (members.isByteSearchable()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
     return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
         return !members.contains(p, bytes);
     }));
@@ -262,8 +248,8 @@ unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternL
     if (last == 0 || patternLength == 0) return 0;
     if (!mayStepBack(*this, last))
         return lastByOwnSteps(*this, last, beginsWith(*this, {pattern, patternLength}));
-    if (patternLength == 1) return lastBeginning(*this, last - 1, lastByte(textOf(*this), *pattern));
-    kelcl::FallingMatches matches(textOf(*this), {pattern, patternLength});
+    if (patternLength == 1) return lastBeginning(*this, last - 1, lastByte(bytesOf(*this), *pattern));
+    kelcl::FallingMatches matches(bytesOf(*this), {pattern, patternLength});
     return lastBeginning(*this, last - 1, [&matches](std::size_t from) { return matches.at(from); });
 }
 
@@ -277,11 +263,11 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
     if (last == 0 || setLength == 0) return 0;
     bool const fast = mayStepBack(*this, last);
     if (setLength == 1)
-        return fast ? lastBeginning(*this, last - 1, lastByte(textOf(*this), *set))
+        return fast ? lastBeginning(*this, last - 1, lastByte(bytesOf(*this), *set))
                     : lastByOwnSteps(*this, last, beginsWith(*this, {set, 1}));
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (fast) return position(members.findLast(textOf(*this), last, steps));
+    if (fast) return position(members.findLast(bytesOf(*this), last, steps));
     return lastByOwnSteps(
         *this, last, [&members](char const* p, unsigned int bytes) { return members.contains(p, bytes); });
 }
@@ -298,8 +284,8 @@ unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLen
     }
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.goesByBytes() && mayStepBack(*this, from)) {
-        std::size_t const found = kelcl::findLastNotIn(textOf(*this).substr(0, from), members.singleBytes());
+    if (members.isByteSearchable() && mayStepBack(*this, from)) {
+        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, from), members.singleBytes());
         return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
     }
     return lastWanted(*this, from,

@@ -1,10 +1,10 @@
 // DDBCSBuffer: three-way comparison, by the locale's collation with the switch on. Reports of a collation
 // that fails name this file, and hosts match on that.
 #include "buffers/collation.h"
+#include "buffers/wide_mode.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
-#include <kelcl/dstring.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -16,10 +16,6 @@
 namespace {
 
 constexpr unsigned long collationLine = 812; // hosts match on it
-
-/// The C library's collation as a function that may set errno: it is declared pure, so an optimiser that sees
-/// the name may drop what looks at errno behind the call.
-int (*const volatile collate)(wchar_t const*, wchar_t const*) = std::wcscoll;
 
 /// One side of a comparison: a text that is taken NUL-free segment by segment, each made wide.
 class Side {
@@ -40,7 +36,7 @@ public:
         return at_ - from;
     }
 
-    /// The bytes up to the next NUL or the end, as far as they convert, and moves behind that NUL.
+    /// The bytes up to the next NUL or the end, as far as they convert, and moves past that NUL.
     wchar_t const* takeSegment() {
         char const* const segment = text_ + std::min(at_, length_);
         std::size_t const rest = length_ - std::min(at_, length_);
@@ -65,13 +61,13 @@ private:
     char const* text_;
     unsigned int length_;
     unsigned int at_ =
-        0; ///< Bytes taken; one more than the length behind a last segment without a NUL of its own.
+        0; ///< Bytes taken; one more than the length after a last segment without a NUL of its own.
     std::unique_ptr<wchar_t[]> wide_;
 };
 
-int collateWide(wchar_t const* left, wchar_t const* right) {
+int collateSegment(wchar_t const* left, wchar_t const* right) {
     errno = 0;
-    int const result = collate(left, right);
+    int const result = kelcl::collateWide(left, right);
     if (errno == EINVAL) {
         errno = 0;
         return std::wcscmp(left, right);
@@ -80,11 +76,11 @@ int collateWide(wchar_t const* left, wchar_t const* right) {
     return result;
 }
 
-enum class Outcome { decided, lengthsDecide, equal };
+enum class Verdict { decided, lengthsDecide, equal };
 
 /// Compares segment by segment. NULs between segments count, but unevenly: a side with fewer of them is less
 /// only in front of the first segment. Callers rely on it.
-Outcome collateSegments(Side& left, Side& right, int& result) {
+Verdict collateSegments(Side& left, Side& right, int& result) {
     result = 0;
     for (bool isFirst = true;; isFirst = false) {
         unsigned int const leftNuls = left.skipNuls();
@@ -94,22 +90,22 @@ Outcome collateSegments(Side& left, Side& right, int& result) {
                 result = 1;
             else if (isFirst)
                 result = -1;
-            return result != 0 ? Outcome::decided : Outcome::lengthsDecide;
+            return result != 0 ? Verdict::decided : Verdict::lengthsDecide;
         }
-        if (left.isUsedUp()) return Outcome::lengthsDecide;
+        if (left.isUsedUp()) return Verdict::lengthsDecide;
         wchar_t const* const leftSegment = left.takeSegment();
-        result = collateWide(leftSegment, right.takeSegment());
-        if (result != 0) return Outcome::decided;
+        result = collateSegment(leftSegment, right.takeSegment());
+        if (result != 0) return Verdict::decided;
         if (left.isUsedUp() || right.isUsedUp())
-            return left.isTakenToItsEnd() && right.isTakenToItsEnd() ? Outcome::equal
-                                                                     : Outcome::lengthsDecide;
+            return left.isTakenToItsEnd() && right.isTakenToItsEnd() ? Verdict::equal
+                                                                     : Verdict::lengthsDecide;
     }
 }
 
 } // namespace
 
 int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
-    if (DString::fgI18NState != 1) return DBuffer::compare(other, otherLength);
+    if (!kelcl::isWideMode()) return DBuffer::compare(other, otherLength);
     using kelcl::after, kelcl::before, kelcl::equal;
     if (other == nullptr) return after;
     if (other == contents() && otherLength == length) return equal;
@@ -121,9 +117,9 @@ int DDBCSBuffer::compare(void const* other, unsigned int otherLength) const {
     if (!left.hasMemory() || !right.hasMemory()) return before;
     int result = 0;
     switch (collateSegments(left, right, result)) {
-    case Outcome::decided:
+    case Verdict::decided:
         return result < 0 ? before : after;
-    case Outcome::equal:
+    case Verdict::equal:
         return equal;
     default:
         return kelcl::orderOfLengths(length, otherLength);

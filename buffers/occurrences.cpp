@@ -1,33 +1,26 @@
 // The walk from one occurrence to the next.
 #include "buffers/occurrences.h"
 
-#include "buffers/buffer_factory.h"
+#include "buffers/buffer_block.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
-#include "buffers/overriding.h"
-
-#include <kelcl/dstring.h>
+#include "buffers/wide_mode.h"
 
 #include <algorithm>
 
 namespace kelcl {
 
-namespace {
-
-std::string_view textOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
-
-bool bytesTell(DBuffer const& text, std::string_view pattern) {
-    return !pattern.empty() && goesByBytes(text, pattern.front());
+bool Occurrences::areFoundByBytes(DBuffer const& text, std::string_view pattern) {
+    return !pattern.empty() && findsByBytes(text, pattern.front());
 }
 
-} // namespace
-
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start)
-    : Occurrences(text, pattern, start, bytesTell(text, pattern) ? Way::bytes : Way::search) {}
+    : Occurrences(text, pattern, start, areFoundByBytes(text, pattern) ? Way::bytes : Way::search) {}
 
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known)
-    : buffer_(text), text_(textOf(text)), pattern_(pattern), way_(known), from_(start),
+    : buffer_(text), text_(bytesOf(text)), pattern_(pattern), way_(known), from_(start),
       matches_(text_, pattern_) {
-    if (way_ != Way::bytes && !pattern.empty() && (isOfLibraryClass(text) || hasMultiByteIndexOf(text)))
+    if (way_ != Way::bytes && !pattern.empty() && (isLibraryClass(text) || hasMultiByteIndexOf(text)))
         way_ = Way::characters;
     if (way_ != Way::search) from_ = std::max(start, 1U);
 }
@@ -61,9 +54,9 @@ unsigned int Occurrences::otherwise(unsigned int from) {
 }
 
 unsigned int Occurrences::count(DBuffer const& text, std::string_view pattern, unsigned int start) {
-    if (bytesTell(text, pattern)) {
+    if (areFoundByBytes(text, pattern)) {
         if (start > text.length) return 0;
-        std::string_view const rest = textOf(text).substr(std::max(start, 1U) - 1);
+        std::string_view const rest = bytesOf(text).substr(std::max(start, 1U) - 1);
         return static_cast<unsigned int>(pattern.size() == 1 ? countByte(rest, pattern.front())
                                                              : countPattern(rest, pattern));
     }
@@ -118,12 +111,13 @@ unsigned int countTestedBytes(std::string_view text, DStringTest const& test, un
 } // namespace
 
 unsigned int countTested(DBuffer const& text, DStringTest const& test, unsigned int start) {
-    if (isPlain(text)) return countTestedBytes(textOf(text), test, start, [](std::size_t at) { return at; });
-    if (isOfLibraryClass(text) || hasMultiByteTestedIndexOf(text)) {
-        if (DString::fgI18NState == 1) return countInOneSearch(text, test, start);
+    if (isSingleByteClass(text))
+        return countTestedBytes(bytesOf(text), test, start, [](std::size_t at) { return at; });
+    if (isLibraryClass(text) || hasMultiByteTestedIndexOf(text)) {
+        if (isWideMode()) return countInOneSearch(text, test, start);
         BufferSteps steps;
         RisingStarts starts(text.contents(), 0, steps);
-        return countTestedBytes(textOf(text), test, start,
+        return countTestedBytes(bytesOf(text), test, start,
                                 [&starts](std::size_t at) { return starts.startFrom(at); });
     }
     unsigned int count = 0;

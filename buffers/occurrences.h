@@ -1,6 +1,6 @@
-// The walk from one occurrence to the next in a buffer's text: what counting and changing ask. It goes by
-// bytes where they tell all, by characters where the searches are the multi-byte buffer's own, and else by
-// the buffer's virtual search, and it holds what it has learnt on the way.
+// The walk from one occurrence to the next in a buffer's text: what counting and changing ask. It finds them
+// by bytes where these tell all, by characters where the searches are the multi-byte buffer's own, and else
+// by the buffer's virtual search, and it holds what it has learnt on the way.
 #ifndef KELCL_BUFFERS_OCCURRENCES_H
 #define KELCL_BUFFERS_OCCURRENCES_H
 
@@ -38,6 +38,8 @@ public:
         from_ = from;
     }
 
+    /// Whether the bytes alone tell all of them.
+    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern);
     /// How many there are.
     static unsigned int count(DBuffer const& text, std::string_view pattern, unsigned int start);
 
@@ -61,7 +63,7 @@ private:
     Way way_;
     unsigned int from_; ///< Where to search on, as a position.
     RisingMatches matches_;
-    std::optional<BufferSteps> steps_; ///< From the first match on, where it goes by characters.
+    std::optional<BufferSteps> steps_; ///< From the first match on, where it steps by characters.
     std::optional<RisingStarts> starts_;
 };
 

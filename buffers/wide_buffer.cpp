@@ -14,7 +14,7 @@
 namespace {
 
 /// The array is owned only once it is filled, so that a failed conversion frees it.
-wchar_t* converted(char const* mbs, unsigned int len, unsigned int& length) {
+wchar_t* widened(char const* mbs, unsigned int len, unsigned int& length) {
     std::unique_ptr<wchar_t[]> array(new wchar_t[std::max(len, 1U)]);
     if (len == 0) array[0] = L'\0';
     length = static_cast<unsigned int>(cvtMBS2WCS(mbs, len, array.get()));
@@ -92,12 +92,12 @@ std::size_t findLinear(Text text, std::size_t n, Pattern pattern, std::size_t m)
 } // namespace
 
 DWBuffer::DWBuffer(char const* mbs, unsigned int len) : wide(nullptr), length(0) {
-    wide = converted(mbs, len, length);
+    wide = widened(mbs, len, length);
 }
 
 DWBuffer::DWBuffer(char const* mbs) : wide(nullptr), length(0) {
     char const* const text = mbs != nullptr ? mbs : "";
-    wide = converted(text, kelcl::lengthSum(kelcl::textOf(text).length, 1), length);
+    wide = widened(text, kelcl::lengthSum(kelcl::textOf(text).length, 1), length);
     --length; // without the NUL
 }
 

@@ -1,34 +1,27 @@
-// The way back from wide characters into a buffer.
+// Buffers made of a text's characters.
 #include "buffers/wide_path.h"
 
-#include "buffers/length.h"
-#include "buffers/owned_buffer.h"
-#include "characters/stepping.h"
-
-#include <kelcl/dnlsutil.h>
-
-#include <algorithm>
 #include <cstddef>
-#include <cstdlib>
-#include <memory>
+#include <cstring>
 
 namespace kelcl {
 
-DBuffer* narrowed(DBuffer const& like, wchar_t const* wide, unsigned int count) {
-    // MB_CUR_MAX may be less than a character has.
-    std::size_t const most = std::max(MB_CUR_MAX, BufferSteps::longestCharacter);
-    auto const room =
-        static_cast<unsigned int>(std::min<std::size_t>(std::size_t{count} * most, unboundedLength));
-    std::unique_ptr<char[]> const scratch(new char[room]);
-    return like.newBuffer(scratch.get(), cvtWCS2MBS(wide, count, scratch.get(), room, 0, ' '));
+DBuffer* pieceOf(DBuffer const& like, CharacterText& text, CharacterText::Place from,
+                 CharacterText::Place to) {
+    return written(like, text.roomFor(from, to), [&](char* out) { return text.write(from, to, out); });
 }
 
-DBuffer* narrowedTo(DBuffer const& like, unsigned int width, wchar_t const* wide, unsigned int count,
-                    char padCharacter) {
-    if (width == 0) return like.newBuffer(nullptr, 0);
-    OwnedBuffer result(allocateLike(like, width));
-    cvtWCS2MBS(wide, count, result->contents(), width, 1, padCharacter);
-    return result.release();
+DBuffer* fitted(DBuffer const& like, unsigned int width, std::initializer_list<CharacterRange> ranges,
+                char padCharacter) {
+    return written(like, {width, true}, [&](char* out) {
+        std::size_t bytes = 0;
+        for (CharacterRange range : ranges) {
+            bytes += range.text.writeWhole(range.from, range.to, out + bytes, width - bytes);
+            if (range.from != range.to) break;
+        }
+        std::memset(out + bytes, padCharacter, width - bytes);
+        return std::size_t{width};
+    });
 }
 
 } // namespace kelcl

@@ -30,7 +30,7 @@ KELCL_INLINED void mapBytes(char* out, char const* in, std::size_t n, Map map) {
 }
 
 /// A letter from `first` on, one of 26, becomes its other case, which is one bit away.
-struct OtherCase {
+struct SwapCase {
     unsigned char first;
     KELCL_INLINED unsigned char operator()(unsigned char byte) const {
         bool const isLetter = static_cast<unsigned char>(byte - first) < 26;
@@ -86,11 +86,11 @@ std::size_t findLowerCase(std::string_view text) { return findFirst(text, InRang
 std::size_t findUpperCase(std::string_view text) { return findFirst(text, InRange{'A', 'Z'}); }
 
 void copyUpperCase(char* out, char const* in, std::size_t n) {
-    multiversioned<mapBytes<OtherCase>>(out, in, n, OtherCase{'a'});
+    multiversioned<mapBytes<SwapCase>>(out, in, n, SwapCase{'a'});
 }
 
 void copyLowerCase(char* out, char const* in, std::size_t n) {
-    multiversioned<mapBytes<OtherCase>>(out, in, n, OtherCase{'A'});
+    multiversioned<mapBytes<SwapCase>>(out, in, n, SwapCase{'A'});
 }
 
 void copyComplement(char* out, char const* in, std::size_t n) {

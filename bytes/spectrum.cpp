@@ -61,7 +61,7 @@ private:
 /// over the coefficients, where further splittings would have none.
 constexpr std::size_t blockSize = 4;
 
-constexpr std::size_t mostBlocks = Spectrum::longest / 2 / blockSize;
+constexpr std::size_t maxBlocks = Spectrum::longest / 2 / blockSize;
 
 /// Made when first needed, by whichever thread comes first, and kept. Published without a lock, as a process
 /// may fork at any time; from std::malloc, as a host may still use strings while static objects are
@@ -79,12 +79,12 @@ Root const* roots() {
     return winner->data();
 }
 
-Root const* rootsOfQuarter() { return roots<std::bit_floor(mostBlocks), 3>(); }
+Root const* rootsOfQuarter() { return roots<std::bit_floor(maxBlocks), 3>(); }
 
 /// Where the modulus t^3m - i is split first into t^m - e^(i phi), with phi a twelfth of the circle, five,
 /// nine.
 std::array<Root const*, 3> rootsOfThirds() {
-    constexpr std::size_t size = mostBlocks / 3;
+    constexpr std::size_t size = maxBlocks / 3;
     return {roots<size, 1>(), roots<size, 5>(), roots<size, 9>()};
 }
 

@@ -9,41 +9,6 @@ namespace kelcl {
 
 namespace {
 
-std::uint64_t keyOf(char const* character, std::size_t length) {
-    std::uint64_t key = length;
-    for (std::size_t i = 0; i < length; ++i) // six bytes at the most, so nothing is shifted out
-        key = key << 8 | static_cast<unsigned char>(character[i]);
-    return key;
-}
-
-} // namespace
-
-CharacterSet::CharacterSet(char const* characters, std::size_t n, Encoding const& encoding) {
-    BufferSteps steps(encoding);
-    for (std::size_t at = 0; at < n;) {
-        std::string_view const character(characters + at, steps.lengthWithin(characters + at, n - at));
-        first_.insert(character.front());
-        last_.insert(character.back());
-        if (character.size() == 1) {
-            single_.insert(character.front());
-            hasSingles_ = true;
-            singlesStandAlone_ = singlesStandAlone_ && steps.standsAlone(character.front());
-        } else {
-            if (long_.empty()) long_.reserve(std::min((n - at) / 2, commonSize));
-            if (long_.size() < patterns_.size()) patterns_[long_.size()] = character;
-            long_.push_back(keyOf(character.data(), character.size()));
-        }
-        at += character.size();
-    }
-    std::sort(long_.begin(), long_.end());
-}
-
-bool CharacterSet::containsLong(char const* character, std::size_t length) const {
-    return std::binary_search(long_.begin(), long_.end(), keyOf(character, length));
-}
-
-namespace {
-
 /// How many characters to look at one by one before the byte kernels search on for a first byte of a member:
 /// where such bytes are dense they find one at every turn.
 constexpr int charactersInTurn = 32;
@@ -89,30 +54,30 @@ namespace {
 
 /// How far to look for one member before it is another one's turn, first and from one time to the next: none
 /// is looked for much beyond the place where another one stands.
-constexpr std::size_t firstStretch = 64;
+constexpr std::size_t firstWindow = 64;
 constexpr std::size_t growth = 4;
 
 } // namespace
 
 /// The first place from `from` on where the bytes of a member stand.
 std::size_t CharacterSet::firstMatch(std::string_view text, std::size_t from) const {
-    for (std::size_t stretch = firstStretch; from < text.size(); from += stretch, stretch *= growth) {
-        std::size_t first = stretch;
+    for (std::size_t window = firstWindow; from < text.size(); from += window, window *= growth) {
+        std::size_t first = window;
         if (hasSingles_) first = std::min(first, findFirstIn(text.substr(from, first), single_));
         for (std::size_t i = 0; i < long_.size(); ++i) {
             std::string_view const pattern = patterns_[i];
             first = std::min(first, findPattern(text.substr(from, first + pattern.size() - 1), pattern));
         }
-        if (first != stretch) return from + first;
+        if (first != window) return from + first;
     }
     return notFound;
 }
 
 /// The last place before `end` where the bytes of a member stand.
 std::size_t CharacterSet::lastMatch(std::string_view text, std::size_t end) const {
-    for (std::size_t stretch = firstStretch; end > 0; stretch *= growth) {
-        std::size_t const begin = end - std::min(stretch, end);
-        std::size_t from = begin; // behind the last one that was found
+    for (std::size_t window = firstWindow; end > 0; window *= growth) {
+        std::size_t const begin = end - std::min(window, end);
+        std::size_t from = begin; // after the last one that was found
         std::size_t found = hasSingles_ ? findLastIn(text.substr(from, end - from), single_) : notFound;
         if (found != notFound) from += found + 1;
         for (std::size_t i = 0; i < long_.size(); ++i) {
@@ -127,11 +92,11 @@ std::size_t CharacterSet::lastMatch(std::string_view text, std::size_t end) cons
 }
 
 std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
-    if (goesByBytes()) {
+    if (isByteSearchable()) {
         std::size_t const found = findFirstIn(text.substr(from), single_);
         return found == notFound ? notFound : from + found;
     }
-    if (!goesByPatterns()) return walkToFirst(text, from, steps);
+    if (!arePatterns()) return walkToFirst(text, from, steps);
     RisingStarts starts(text.data(), from, steps);
     std::size_t at = firstMatch(text, from);
     while (at != notFound && !starts.isStart(at))
@@ -140,8 +105,8 @@ std::size_t CharacterSet::findFirst(std::string_view text, std::size_t from, Buf
 }
 
 std::size_t CharacterSet::findLast(std::string_view text, std::size_t end, BufferSteps& steps) const {
-    if (goesByBytes()) return findLastIn(text.substr(0, end), single_);
-    if (!goesByPatterns()) return walkToLast(text, end, steps);
+    if (isByteSearchable()) return findLastIn(text.substr(0, end), single_);
+    if (!arePatterns()) return walkToLast(text, end, steps);
     FallingStarts starts(text.data(), steps);
     std::size_t at = lastMatch(text, end);
     while (at != notFound && starts.startOf(at) != at)

@@ -12,15 +12,15 @@ constexpr ByteSet asciiBytes = ByteSet::where([](unsigned char byte) { return by
 
 } // namespace
 
-ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding) {
+ByteSet const& identityBytes(Encoding const& encoding) {
     if (encoding.isUtf8) return asciiBytes;
-    return encoding.table != nullptr ? encoding.table->bytesOfTheirOwnValue() : noBytes;
+    return encoding.table != nullptr ? encoding.table->identityBytes() : noBytes;
 }
 
 namespace {
 
-Stretch widenByTable(wchar_t* out, char const* in, std::size_t n, EncodingTable const& table) {
-    Stretch done{0, 0};
+Extent widenByTable(wchar_t* out, char const* in, std::size_t n, EncodingTable const& table) {
+    Extent done{0, 0};
     while (done.bytes < n) {
         wchar_t value;
         std::size_t const length = table.decode(in + done.bytes, n - done.bytes, value);
@@ -31,10 +31,10 @@ Stretch widenByTable(wchar_t* out, char const* in, std::size_t n, EncodingTable 
     return done;
 }
 
-Stretch narrowByTable(char* out, std::size_t room, wchar_t const* in, std::size_t n,
-                      EncodingTable const& table) {
+Extent narrowByTable(char* out, std::size_t room, wchar_t const* in, std::size_t n,
+                     EncodingTable const& table) {
     constexpr std::size_t most = 2;
-    Stretch done{0, 0};
+    Extent done{0, 0};
     while (done.characters < n && room - done.bytes >= most) {
         std::size_t const length = table.encode(in[done.characters], out + done.bytes);
         if (length == 0) break;
@@ -46,13 +46,13 @@ Stretch narrowByTable(char* out, std::size_t room, wchar_t const* in, std::size_
 
 } // namespace
 
-Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding) {
+Extent widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding) {
     if (encoding.isUtf8) return widenUtf8(out, in, n);
     if (encoding.table != nullptr) return widenByTable(out, in, n, *encoding.table);
     return {0, 0};
 }
 
-Stretch narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding) {
+Extent narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding) {
     if (encoding.isUtf8) return narrowUtf8(out, room, in, n);
     if (encoding.table != nullptr) return narrowByTable(out, room, in, n, *encoding.table);
     return {0, 0};

@@ -14,13 +14,13 @@ namespace kelcl {
 
 /// The bytes that stand for the wide characters of the same value, as far as is known without asking the C
 /// library. ASCII for the most part, but SJIS has a yen sign for the backslash.
-ByteSet const& bytesOfTheirOwnValue(Encoding const& encoding);
+ByteSet const& identityBytes(Encoding const& encoding);
 
 /// Widens the characters at the front of a text up to the first one that is not known without the C library.
-Stretch widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding);
+Extent widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& encoding);
 
 /// Narrows wide characters up to the first one that is not known so, or does not fit whole into `room` bytes.
-Stretch narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding);
+Extent narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding);
 
 /// Whether the locale is a UTF-8 one and the text is valid beyond doubt: it then converts to wide and back to
 /// itself.

@@ -10,7 +10,9 @@
 #include <kelcl/dnlsutil.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -43,7 +45,7 @@ std::size_t widen(std::string_view text, wchar_t* wide, TakePair takePair) {
     bool inRun = false;
     for (std::size_t at = 0; at < text.size();) {
         if (!inRun) {
-            kelcl::Stretch const known =
+            kelcl::Extent const known =
                 kelcl::widenKnown(wide + count, text.data() + at, text.size() - at, steps.encoding());
             count += known.characters;
             at += known.bytes;
@@ -75,6 +77,29 @@ WidePiece::WidePiece(std::string_view text) : wide_(new wchar_t[text.size()]) {
     });
 }
 
+std::size_t maxBytesOf(std::size_t characters) {
+    // MB_CUR_MAX may be less than a character has.
+    std::size_t const longest = std::max(MB_CUR_MAX, BufferSteps::longestCharacter);
+    return std::min<std::size_t>(characters * longest, UINT_MAX);
+}
+
+Extent narrowWhole(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+    Encoding const encoding = Encoding::current();
+    NarrowCharacter character(encoding);
+    Extent done{0, 0};
+    while (done.characters < n && done.bytes < room) {
+        Extent const known = narrowKnown(out + done.bytes, room - done.bytes, in + done.characters,
+                                         n - done.characters, encoding);
+        done = {done.bytes + known.bytes, done.characters + known.characters};
+        if (done.characters == n || done.bytes == room) break;
+        if (!character.convert(in[done.characters])) raiseUnconvertible();
+        if (character.length() > room - done.bytes) break;
+        std::memcpy(out + done.bytes, character.bytes(), character.length());
+        done = {done.bytes + character.length(), done.characters + 1};
+    }
+    return done;
+}
+
 } // namespace kelcl
 
 unsigned long cvtMBS2WCS(char const* mbs, unsigned int len, wchar_t* wcs) {
@@ -99,20 +124,7 @@ int cvtMB2WC(char const* s, unsigned int n, wchar_t* pwc, std::mbstate_t* state)
 unsigned int cvtWCS2MBS(wchar_t const* wcs, unsigned int nwc, char* out, unsigned int outLen, int pad,
                         char padChar) {
     if (wcs == nullptr || out == nullptr || outLen == 0) return 0;
-    kelcl::Encoding const encoding = kelcl::Encoding::current();
-    kelcl::NarrowCharacter character(encoding);
-    unsigned int written = 0;
-    for (unsigned int i = 0; i < nwc && written < outLen; ++i) {
-        kelcl::Stretch const known =
-            kelcl::narrowKnown(out + written, outLen - written, wcs + i, nwc - i, encoding);
-        written += static_cast<unsigned int>(known.bytes);
-        i += static_cast<unsigned int>(known.characters);
-        if (i == nwc || written == outLen) break;
-        if (!character.convert(wcs[i])) kelcl::raiseUnconvertible();
-        if (character.length() > outLen - written) break; // only whole characters
-        std::memcpy(out + written, character.bytes(), character.length());
-        written += character.length();
-    }
+    auto const written = static_cast<unsigned int>(kelcl::narrowWhole(out, outLen, wcs, nwc).bytes);
     if (pad == 0) return written;
     std::memset(out + written, padChar, outLen - written);
     return outLen;

@@ -12,7 +12,7 @@ namespace {
 using kelcl::UtilitySteps;
 using Outcome = UtilitySteps::Outcome;
 
-/// The walkers look ahead as far as a character can reach; behind the text there is a NUL at the least.
+/// The walkers look ahead as far as a character can reach; after the text there is at least a NUL.
 constexpr std::size_t asFarAsNeeded = MB_LEN_MAX;
 
 bool isOutside(char const* s, unsigned int len, unsigned int position) {
@@ -48,14 +48,14 @@ public:
     }
     /// Takes characters at once where their encoding is known: within so many bytes, and no more than so
     /// many.
-    void skipKnown(std::size_t mostBytes, std::size_t mostCharacters) {
+    void skipKnown(std::size_t maxBytes, std::size_t maxCharacters) {
         if (inRun || !steps_.encoding().isKnown()) return;
         char const* const p = text_ + bytes;
-        kelcl::Stretch run{0, 0};
+        kelcl::Extent run{0, 0};
         if (steps_.encoding().isUtf8)
-            run = kelcl::plainUtf8Run(p, mostBytes, mostCharacters);
+            run = kelcl::plainUtf8Run(p, maxBytes, maxCharacters);
         else
-            run.bytes = run.characters = kelcl::asciiRun(p, std::min(mostBytes, mostCharacters));
+            run.bytes = run.characters = kelcl::asciiRun(p, std::min(maxBytes, maxCharacters));
         if (run.bytes == 0) return;
         bytes += run.bytes;
         characters += static_cast<unsigned int>(run.characters);

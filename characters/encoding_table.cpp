@@ -70,7 +70,7 @@ void EncodingTable::noteTrail(unsigned int byte) {
 }
 
 void EncodingTable::noteEveryByteAsPartOfCharacters() {
-    isOpen_.fill(true);
+    mayContinue_.fill(true);
     trailFloor_ = 0;
     hasAsciiNeighbours_ = true;
 }
@@ -86,7 +86,7 @@ public:
     void addPair(std::string pair) {
         if (!isKnown_) isKnown_ = explore(pair);
     }
-    bool tookTooLong() const { return questions_ > mostQuestions; }
+    bool tookTooLong() const { return questions_ > maxQuestions; }
 
 private:
     /// Whether a character begins with an incomplete sequence; notes the bytes that follow it in
@@ -95,7 +95,7 @@ private:
         bool isFront = false;
         for (unsigned int value = 0; value < 256 && !tookTooLong(); ++value) {
             auto const byte = static_cast<char>(value);
-            if (isFront && !isAscii(byte) && table_.isOpen(byte)) continue; // nothing new
+            if (isFront && !isAscii(byte) && table_.mayContinue(byte)) continue; // nothing new
             prefix.push_back(byte);
             if (isInCharacter(prefix)) {
                 isFront = true;
@@ -114,11 +114,11 @@ private:
         CharacterRead const answer = ask(sequence.data(), sequence.size());
         if (answer.length != incompleteSequence) return answer.isCharacter();
         if (sequence.size() == longest || !explore(sequence)) return false;
-        table_.isOpen_[static_cast<unsigned char>(sequence.back())] = true;
+        table_.mayContinue_[static_cast<unsigned char>(sequence.back())] = true;
         return true;
     }
 
-    static constexpr unsigned int mostQuestions = 0x10000; // a few milliseconds
+    static constexpr unsigned int maxQuestions = 0x10000; // a few milliseconds
 
     EncodingTable& table_;
     bool isKnown_ = false;
@@ -129,7 +129,7 @@ private:
 /// character.
 bool EncodingTable::fill() {
     if (!fillSingles()) return false;
-    std::array<bool, 256> const isLead = isOpen_;
+    std::array<bool, 256> const isLead = mayContinue_;
     Row* row = rows_.data();
     Continuations continuations(*this);
     for (unsigned int byte = 0; byte < 256; ++byte) {
@@ -145,7 +145,7 @@ bool EncodingTable::fillSingles() {
     for (unsigned int byte = 0; byte < 256; ++byte) {
         char const bytes[1] = {static_cast<char>(byte)};
         CharacterRead const answer = ask(bytes, 1);
-        isOpen_[byte] = answer.length == incompleteSequence;
+        mayContinue_[byte] = answer.length == incompleteSequence;
         if (byte < 0x80 && !answer.isCharacter()) return false;
         if (answer.isCharacter() && byte != 0 && answer.value == 0) return false;
         singles_[byte] = !answer.isCharacter() ? invalid
@@ -170,7 +170,7 @@ bool EncodingTable::fillPairs(char first, Row& row, Continuations& continuations
                                            : static_cast<Cell>(answer.value);
         if (isCharacter || isLonger) noteTrail(second);
         if (!isLonger) continue;
-        isOpen_[second] = true;
+        mayContinue_[second] = true;
         continuations.addPair(pair);
     }
     return true;

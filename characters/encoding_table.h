@@ -66,13 +66,13 @@ public:
     unsigned char trailFloor() const { return trailFloor_; }
 
     /// Whether another byte of the same character can follow this one.
-    bool isOpen(char byte) const { return isOpen_[static_cast<unsigned char>(byte)]; }
+    bool mayContinue(char byte) const { return mayContinue_[static_cast<unsigned char>(byte)]; }
 
     /// Whether there are characters in which two bytes below 0x80 stand next to each other.
     bool hasAsciiNeighbours() const { return hasAsciiNeighbours_; }
 
     /// The bytes below 0x80 that stand for the wide characters of the same value, and those for them.
-    ByteSet const& bytesOfTheirOwnValue() const { return ownValues_; }
+    ByteSet const& identityBytes() const { return ownValues_; }
 
     /// The same the other way: writes the one or two bytes of a character that noteBytes was told of, else
     /// returns 0.
@@ -104,13 +104,13 @@ private:
     void noteEveryByteAsPartOfCharacters();
 
     static constexpr std::size_t longestName = 31;
-    static constexpr std::size_t mostLeads = 128; ///< Bytes from 0x80 on.
+    static constexpr std::size_t maxLeads = 128; ///< Bytes from 0x80 on.
 
     std::array<char, longestName + 1> name_{};
     Row singles_{};
     std::array<Row const*, 256> pairs_{};
-    std::array<Row, mostLeads> rows_;
-    std::array<bool, 256> isOpen_{};
+    std::array<Row, maxLeads> rows_;
+    std::array<bool, 256> mayContinue_{};
     unsigned char trailFloor_ = 0x80;
     bool hasAsciiNeighbours_ = false;
     ByteSet ownValues_;

@@ -57,7 +57,7 @@ public:
     /// after it. Not for UTF-8.
     bool endsCharacter(char byte) const {
         if (encoding_.table == nullptr) return kelcl::standsAlone(byte, false);
-        return !encoding_.table->isOpen(byte);
+        return !encoding_.table->mayContinue(byte);
     }
     /// Whether a character begins between two bytes wherever they stand next to each other. Not for UTF-8.
     bool isBoundary(char before, char after) const {
@@ -67,7 +67,7 @@ public:
                !encoding_.table->hasAsciiNeighbours();
     }
 
-    /// Bytes of the character at `p`. Behind the text there is a NUL, which ends every sequence.
+    /// Bytes of the character at `p`. The terminating NUL ends every sequence.
     unsigned int length(char const* p) { return lengthWithin(p, longestCharacter); }
 
     /// The same for a text of which only `available` bytes may be read.
@@ -102,7 +102,7 @@ public:
         wchar_t second;    ///< Of two characters the value of the second one, else 0.
     };
 
-    UtilitySteps() : encoding_(Encoding::current()), mostBytes_(MB_CUR_MAX) {}
+    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(MB_CUR_MAX) {}
     /// Begins with the caller's state, which may be inside a character.
     explicit UtilitySteps(std::mbstate_t const& state) : UtilitySteps() {
         state_ = state;
@@ -119,7 +119,7 @@ public:
     }
     /// The same, with the value of the character, or the first of two.
     Step at(char const* p, std::size_t available, wchar_t& value) {
-        std::size_t const window = available < mostBytes_ ? available : mostBytes_;
+        std::size_t const window = available < maxBytes_ ? available : maxBytes_;
         if (!isInside_ && window != 0) {
             std::size_t known = 0;
             if (encoding_.isUtf8) {
@@ -143,10 +143,9 @@ private:
     Step askLibrary(char const* p, std::size_t window, wchar_t& value);
 
     Encoding encoding_;
-    std::size_t mostBytes_;
+    std::size_t maxBytes_;
     std::mbstate_t state_{};
-    bool isInside_ =
-        false; ///< Whether the last step ended inside a character, which the next one goes on with.
+    bool isInside_ = false; ///< Whether the last step ended inside a character, which the next one continues.
 };
 
 /// Whether the byte is an incomplete sequence by itself.

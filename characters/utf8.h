@@ -93,23 +93,22 @@ inline void writeUtf8(char* out, wchar_t value, std::size_t length) {
 }
 
 /// A piece of text, measured both ways.
-struct Stretch {
+struct Extent {
     std::size_t bytes;
     std::size_t characters;
 };
 
 /// The plain characters at the front of a text up to the first other one, `n` bytes, or `most` characters.
-Stretch plainUtf8Run(char const* p, std::size_t n,
-                     std::size_t most = std::numeric_limits<std::size_t>::max());
+Extent plainUtf8Run(char const* p, std::size_t n, std::size_t most = std::numeric_limits<std::size_t>::max());
 
 /// Converts such characters to their code points. `out` has room for `n`; nothing is written behind the last
 /// one.
-Stretch widenUtf8(wchar_t* out, char const* in, std::size_t n);
+Extent widenUtf8(wchar_t* out, char const* in, std::size_t n);
 
 /// Converts code points to UTF-8 up to the first one that is none or does not fit whole into `room` bytes.
 /// Nothing is written at or behind `out + room`, nor behind the last character unless a value that is no code
 /// point follows.
-Stretch narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n);
+Extent narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n);
 
 /// Copies `n` bytes of plain text with its characters in reverse order; `out` must not be `in`.
 void reverseUtf8(char* out, char const* in, std::size_t n);

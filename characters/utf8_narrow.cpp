@@ -116,10 +116,10 @@ KELCL_BLOCKS inline std::size_t narrowEnd(char* out, std::size_t room, wchar_t c
 }
 
 /// What is written too much lies within what the following characters take.
-KELCL_BLOCKS inline Stretch narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+KELCL_BLOCKS inline Extent narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     constexpr std::size_t marginIn = narrowStep + narrowExcess;
     constexpr std::size_t marginOut = 3 * narrowStep + narrowExcess + 4; // one of four bytes may not fit
-    Stretch done{0, 0};
+    Extent done{0, 0};
     for (; n - done.characters >= marginIn && room - done.bytes >= marginOut; done.characters += narrowStep) {
         Sixteen const values = Sixteen::load(in + done.characters);
         if (areAscii(values)) {
@@ -143,12 +143,12 @@ KELCL_BLOCKS inline Stretch narrow(char* out, std::size_t room, wchar_t const* i
 } // namespace blocks
 #endif
 
-Stretch narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
-    Stretch done{0, 0};
+Extent narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+    Extent done{0, 0};
     while (done.characters < n) {
-        Stretch const more = KELCL_DISPATCH(
+        Extent const more = KELCL_DISPATCH(
             blocks::narrow(out + done.bytes, room - done.bytes, in + done.characters, n - done.characters),
-            Stretch{});
+            Extent{});
         done = {done.bytes + more.bytes, done.characters + more.characters};
         for (std::size_t const stop = std::min(n, done.characters + takenWithoutBlocks);
              done.characters < stop; ++done.characters) {

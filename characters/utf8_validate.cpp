@@ -18,7 +18,7 @@ KELCL_BLOCKS_INLINE std::size_t offsetOf(std::size_t number, std::uint32_t start
 
 /// Adds `size` bytes of plain text to a run, or as many as `most` characters have, which it then returns
 /// false for.
-KELCL_BLOCKS_INLINE bool extend(Stretch& run, std::uint32_t starts, std::size_t size, std::size_t most) {
+KELCL_BLOCKS_INLINE bool extend(Extent& run, std::uint32_t starts, std::size_t size, std::size_t most) {
     std::size_t const count = bitCount(starts & ((std::uint64_t{1} << size) - 1));
     std::size_t const left = most - run.characters;
     if (count > left)
@@ -29,9 +29,9 @@ KELCL_BLOCKS_INLINE bool extend(Stretch& run, std::uint32_t starts, std::size_t 
 }
 
 /// For a text of at least 16 bytes.
-KELCL_BLOCKS inline Stretch plainRun(char const* p, std::size_t n, std::size_t most) {
+KELCL_BLOCKS inline Extent plainRun(char const* p, std::size_t n, std::size_t most) {
     Block previous = Block::zero();
-    Stretch run{0, 0};
+    Extent run{0, 0};
     while (n - run.bytes >= blockSize) {
         Block const block = Block::load(p + run.bytes);
         if ((block | previous).anyTopBit() && !isPlainBlock(block, previous))
@@ -50,8 +50,8 @@ KELCL_BLOCKS inline Stretch plainRun(char const* p, std::size_t n, std::size_t m
 } // namespace blocks
 #endif
 
-Stretch plainUtf8Run(char const* p, std::size_t n, std::size_t most) {
-    Stretch run = n < shortestForBlocks ? Stretch{} : KELCL_DISPATCH(blocks::plainRun(p, n, most), Stretch{});
+Extent plainUtf8Run(char const* p, std::size_t n, std::size_t most) {
+    Extent run = n < shortestForBlocks ? Extent{} : KELCL_DISPATCH(blocks::plainRun(p, n, most), Extent{});
     while (run.bytes < n && run.characters < most) {
         std::size_t const length = plainUtf8Length(p + run.bytes, n - run.bytes);
         if (length == 0) break;

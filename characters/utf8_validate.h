@@ -115,13 +115,13 @@ KELCL_BLOCKS_INLINE std::uint32_t startsIn(Block block) {
 }
 
 /// Without the last character if the text cuts it off, its bytes so far being plain.
-inline Stretch withoutCutCharacter(char const* p, Stretch run) {
+inline Extent withoutCutCharacter(char const* p, Extent run) {
     for (std::size_t back = 1; back <= 3 && back <= run.bytes; ++back) {
         auto const byte = static_cast<unsigned char>(p[run.bytes - back]);
         if (byte < 0x80) break;
         if (byte < 0xC0) continue;
         std::size_t const due = byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
-        return due > back ? Stretch{run.bytes - back, run.characters - 1} : run;
+        return due > back ? Extent{run.bytes - back, run.characters - 1} : run;
     }
     return run;
 }

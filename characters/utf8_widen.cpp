@@ -133,21 +133,21 @@ KELCL_BLOCKS inline void widenExactly(wchar_t* out, Piece const& piece, Piece co
 
 /// Widens what is left of a text: `size` bytes in one block or two, of which the last character may be cut
 /// off.
-KELCL_BLOCKS_INLINE Stretch widenLast(wchar_t* out, char const* in, Stretch done, std::size_t size,
-                                      Piece const& piece, Piece const& next) {
+KELCL_BLOCKS_INLINE Extent widenLast(wchar_t* out, char const* in, Extent done, std::size_t size,
+                                     Piece const& piece, Piece const& next) {
     std::uint64_t const starts = startsOf(piece.starts, next.starts);
     std::size_t const count = bitCount(starts & ((std::uint64_t{1} << size) - 1));
-    Stretch const end = withoutCutCharacter(in, {done.bytes + size, done.characters + count});
+    Extent const end = withoutCutCharacter(in, {done.bytes + size, done.characters + count});
     widenExactly(out + done.characters, piece, next, end.characters - done.characters);
     return end;
 }
 
 /// For a text of at least 16 bytes. A block is widened once the next one is known, which tells where its last
 /// character ends and has room for what is written too much.
-KELCL_BLOCKS inline Stretch widen(wchar_t* out, char const* in, std::size_t n) {
+KELCL_BLOCKS inline Extent widen(wchar_t* out, char const* in, std::size_t n) {
     Piece const nothing{Block::zero(), ~std::uint32_t{0}};
     Piece previous = nothing;
-    Stretch done{0, 0};
+    Extent done{0, 0};
     for (std::size_t at = 0;; at += blockSize) {
         std::size_t const size = std::min(n - at, blockSize);
         Block const block = size == blockSize ? Block::load(in + at) : Block::loadEnd(in + at, size);
@@ -176,8 +176,8 @@ KELCL_BLOCKS inline std::size_t widenAsciiBlocks(wchar_t* out, char const* in, s
 } // namespace blocks
 #endif
 
-Stretch widenUtf8(wchar_t* out, char const* in, std::size_t n) {
-    Stretch done{0, 0};
+Extent widenUtf8(wchar_t* out, char const* in, std::size_t n) {
+    Extent done{0, 0};
     while (done.bytes < n) {
         if (n - done.bytes >= shortestForBlocks) {
             std::size_t const ascii = KELCL_DISPATCH(
@@ -185,8 +185,8 @@ Stretch widenUtf8(wchar_t* out, char const* in, std::size_t n) {
             done = {done.bytes + ascii, done.characters + ascii};
         }
         if (n - done.bytes >= shortestForBlocks) {
-            Stretch const more = KELCL_DISPATCH(
-                blocks::widen(out + done.characters, in + done.bytes, n - done.bytes), Stretch{});
+            Extent const more = KELCL_DISPATCH(
+                blocks::widen(out + done.characters, in + done.bytes, n - done.bytes), Extent{});
             done = {done.bytes + more.bytes, done.characters + more.characters};
         }
         for (std::size_t const stop = std::min(n, done.bytes + takenWithoutBlocks); done.bytes < stop;) {

@@ -1,4 +1,4 @@
-// A piece of raw text in wide characters, from which its bytes come back.
+// The way back from wide characters to bytes, with the failures that are reported on it.
 #ifndef KELCL_CHARACTERS_WIDE_PIECE_H
 #define KELCL_CHARACTERS_WIDE_PIECE_H
 
@@ -13,6 +13,13 @@ namespace kelcl {
 
 /// Raises DInvalidRequest for a wide value that is no character of the locale.
 [[noreturn]] void raiseUnconvertible();
+
+/// The most bytes that so many characters take, as far as a text can be long.
+std::size_t maxBytesOf(std::size_t characters);
+
+/// Narrows wide characters up to the first one that does not fit whole into `room` bytes.
+/// @throws DInvalidRequest at a value that is no character of the locale; what was written before stays.
+Extent narrowWhole(char* out, std::size_t room, wchar_t const* in, std::size_t n);
 
 /// A piece of a text in wide characters, with the sequences that would not come back from these.
 class WidePiece {

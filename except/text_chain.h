@@ -63,9 +63,9 @@ private:
 /// conquers, so that a chain of any length needs no memory, little stack and no quadratic time.
 template <class Visit>
 void visitOldestFirst(DExcText const* newest, unsigned long count, Visit const& visit) {
-    constexpr unsigned long mostParts = 256;
-    DExcText const* parts[mostParts];
-    unsigned long const partLength = (count + mostParts - 1) / mostParts;
+    constexpr unsigned long maxParts = 256;
+    DExcText const* parts[maxParts];
+    unsigned long const partLength = (count + maxParts - 1) / maxParts;
     unsigned long partCount = 0;
     for (unsigned long i = 0; i < count; ++i, newest = newest->next())
         if (i % partLength == 0) parts[partCount++] = newest;

@@ -1,6 +1,6 @@
 // DString: construction, copy-on-write, concatenation.
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include <kelcl/dstring.h>
 
 #include <algorithm>
@@ -30,14 +30,14 @@ namespace {
 int (*const volatile printTo)(char*, std::size_t, char const*, ...) = std::snprintf;
 
 /// The decimal text of a number.
-class Digits {
+class NumberText {
 public:
     template <class Integer>
-    explicit Digits(Integer number)
+    explicit NumberText(Integer number)
         : length_(static_cast<std::size_t>(std::to_chars(room_, room_ + sizeof room_, number).ptr - room_)) {}
 
     /// As `printf` writes it, so with the locale's decimal point, which may be of any length.
-    explicit Digits(double number) : length_(print(room_, sizeof room_, number)) {
+    explicit NumberText(double number) : length_(print(room_, sizeof room_, number)) {
         if (length_ < sizeof room_) return;
         long_.reset(new char[length_ + 1]);
         length_ = std::min(length_, print(long_.get(), length_ + 1, number));
@@ -109,17 +109,17 @@ DString& DString::initBuffer(void const* p1, unsigned int l1, void const* p2, un
 }
 
 DString& DString::initBuffer(long number) {
-    Digits const digits(number);
+    NumberText const digits(number);
     return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
 }
 
 DString& DString::initBuffer(unsigned long number) {
-    Digits const digits(number);
+    NumberText const digits(number);
     return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
 }
 
 DString& DString::initBuffer(double number) {
-    Digits const digits(number);
+    NumberText const digits(number);
     return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
 }
 

@@ -15,8 +15,8 @@ DString& DString::applyBitOp(char const* operand, unsigned int operandLength, Bi
     prepareToChange();
     if (isEmpty() || op > bitExclusiveOr) return *this;
 
-    std::less_equal<char const*> const notBehind;
-    bool const insideText = notBehind(text_, operand) && notBehind(operand, text_ + length());
+    std::less_equal<char const*> const notAfter;
+    bool const insideText = notAfter(text_, operand) && notAfter(operand, text_ + length());
     bool const sameText = operand == text_ && operandLength >= length() && operandLength > 1;
     std::string copy; // an operand that is part of the text must not change while it is used
     if (insideText && !sameText) {

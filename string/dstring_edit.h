@@ -11,7 +11,7 @@
 /// An operation that calls the host back, or whose arguments may be part of the text, works on a buffer that
 /// is held alive by a reference of its own. That reference would make a sole owner look like one of two, so
 /// operations that edit in place do without it; they call nobody back, and are done with their arguments when
-/// the old buffer goes.
+/// the old buffer is released.
 template <DString::During during, class Operation>
 DString& DString::edit(Operation operation) {
     if constexpr (during == During::heldAlive) {

@@ -1,7 +1,7 @@
 // DString: conversions between bytes and hexadecimal, binary and decimal digits. The digit work is in the
 // kernels.
 #include "buffers/buffer_block.h"
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "bytes/byte_search.h"
 #include "bytes/decimal.h"
@@ -29,7 +29,7 @@ DBuffer* converted(unsigned int room, Write write) {
     return kelcl::shared(*buffer);
 }
 
-/// Bytes of five and more zeros give this many digits: each byte behind the fourth adds three that nothing
+/// Bytes of five and more zeros give this many digits: each byte after the fourth adds three that nothing
 /// removes.
 unsigned int zerosOfZeroBytes(unsigned int bytes) { return bytes <= 4 ? 1 : 3 * bytes - 11; }
 
@@ -101,7 +101,8 @@ DString& DString::c2x() {
 DString& DString::x2c() {
     if (isEmpty()) return *this;
     bool const plain = kelcl::isHexDigits(*this);
-    if (!(fgI18NState == 1 || kelcl::isPlain(*buffer()) ? plain : isHexDigits())) return *this = DString();
+    if (!(fgI18NState == 1 || kelcl::isSingleByteClass(*buffer()) ? plain : isHexDigits()))
+        return *this = DString();
     return edit<During::heldAlive>([plain](DBuffer& text) {
         unsigned int const room = text.length / 2 + text.length % 2;
         return converted(room, [&text, room, plain](char* out) {
@@ -176,12 +177,12 @@ DString& DString::d2c() {
 
 DString& DString::decimalMath(unsigned char byte) {
     return edit<During::heldAlive>([byte](DBuffer& text) {
-        constexpr unsigned int mostNewDigits = 3;
+        constexpr unsigned int maxNewDigits = 3;
         std::string_view const number(text.contents(), text.length);
         std::size_t const nonZero = kelcl::findByteOtherThan(number, '0');
         std::size_t const zeros = nonZero == kelcl::notFound ? number.size() : nonZero;
         unsigned int const added =
-            mostNewDigits - static_cast<unsigned int>(std::min<std::size_t>(zeros, mostNewDigits));
+            maxNewDigits - static_cast<unsigned int>(std::min<std::size_t>(zeros, maxNewDigits));
         unsigned int const room = kelcl::lengthSum(text.length, added);
         return converted(room, [=](char* out) {
             std::memset(out, '0', room);

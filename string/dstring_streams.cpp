@@ -1,6 +1,6 @@
 // DString: reading from and writing to streams. Reading takes runs out of the stream's buffer and leaves the
 // last step of each run to the stream's own functions, which set its state.
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "bytes/byte_search.h"
 #include "characters/locale_encoding.h"
@@ -92,16 +92,16 @@ DString takeWord(std::istream& in, std::streamsize width) {
 bool standsForItself(DString const& word, DString const& text) {
     DBuffer const& old = *DBuffer::fromContents(text.c_str());
     if (!kelcl::growsInPlace(old)) return false;
-    if (kelcl::isPlain(old) || word.isEmpty() || word.length() >= old.length) return true;
+    if (kelcl::isSingleByteClass(old) || word.isEmpty() || word.length() >= old.length) return true;
     bool const isUtf8 = kelcl::isUtf8Locale();
     return kelcl::standsAlone(word.end()[-1], isUtf8) ||
            kelcl::standsAlone(old.contents()[word.length()], isUtf8);
 }
 
-/// Puts a word in the place of a text that is not empty. The old text is the work space: the word goes over
-/// its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts it
-/// after the word. So the text keeps its class, and the removal has its say where the end of the word and
-/// what follows it look like one character.
+/// Puts a word in the place of a text that is not empty. The old text is the work space: the word is written
+/// over its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts
+/// it after the word. So the text keeps its class, and the removal decides where the end of the word and what
+/// follows it look like one character.
 void replaceText(DString& text, DString const& word) {
     unsigned int const count = word.length();
     unsigned int space = text.length();

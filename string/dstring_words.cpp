@@ -1,5 +1,5 @@
 // DString: words. They are found with the buffer's virtual searches, which keep characters whole.
-#include "buffers/buffer_factory.h"
+#include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "buffers/virtual_answers.h"
 #include "bytes/byte_walk.h"
@@ -27,8 +27,8 @@ class Words {
 public:
     explicit Words(DBuffer const& text, unsigned int start = 1)
         : text_(text), runs_({}, kelcl::wordSeparators), next_(start),
-          goesByBytes_(kelcl::isOfLibraryClass(text)) {
-        if (!goesByBytes_) return;
+          usesRuns_(kelcl::isLibraryClass(text)) {
+        if (!usesRuns_) return;
         // The start may lie within a character, which only the search can tell.
         startOfRuns_ = startBySearch();
         if (startOfRuns_ == 0) return;
@@ -38,13 +38,13 @@ public:
 
     /// The position of the next word, 0 when there are no more. After it comes `end`.
     unsigned int start() {
-        if (!goesByBytes_) return start_ = startBySearch();
+        if (!usesRuns_) return start_ = startBySearch();
         std::size_t const edge = startOfRuns_ == 0 ? kelcl::notFound : runs_.nextBegin();
         return start_ = edge == kelcl::notFound ? 0 : startOfRuns_ + static_cast<unsigned int>(edge);
     }
     /// The position after the word that has been started.
     unsigned int end() {
-        if (goesByBytes_) return startOfRuns_ + static_cast<unsigned int>(runs_.nextEnd());
+        if (usesRuns_) return startOfRuns_ + static_cast<unsigned int>(runs_.nextEnd());
         next_ = separatorFrom(text_, start_, start_);
         return next_ != 0 ? next_ : text_.length + 1;
     }
@@ -73,7 +73,7 @@ private:
     unsigned int startOfRuns_ = 0;
     unsigned int start_ = 0; ///< Of the last word.
     unsigned int next_;      ///< Where to search on: the separator after the last word, 0 at the end.
-    bool goesByBytes_;
+    bool usesRuns_;
 };
 
 std::vector<Word> wordList(DBuffer const& text) {
@@ -119,7 +119,7 @@ std::string_view bytesOf(DBuffer const& text, Word word) {
 } // namespace
 
 unsigned int DString::numWords() const {
-    if (kelcl::isOfLibraryClass(*buffer()))
+    if (kelcl::isLibraryClass(*buffer()))
         return static_cast<unsigned int>(kelcl::countRunsNotIn(*this, kelcl::wordSeparators));
     unsigned int count = 0;
     Words words(*buffer());
@@ -141,7 +141,7 @@ DString DString::words(unsigned int first, unsigned int count) const {
     unsigned int const last =
         count - 1 > kelcl::unboundedLength - first ? kelcl::unboundedLength : first + count - 1;
     // A class that a host derived may find other words when asked again from the front.
-    bool const goesOn = kelcl::isOfLibraryClass(*buffer());
+    bool const goesOn = kelcl::isLibraryClass(*buffer());
     unsigned int const startOfLast =
         goesOn ? findWord(*buffer(), last, start, first - 1) : findWord(*buffer(), last);
     unsigned int const after =
@@ -203,7 +203,7 @@ DBuffer* respaced(DBuffer const& text, Word first, unsigned int afterFirst, unsi
 
 DString& DString::space(unsigned int n, char c) {
     if (isEmpty()) return *this;
-    if (!kelcl::isOfLibraryClass(*buffer())) { // each word is asked for once: the next answer may be another
+    if (!kelcl::isLibraryClass(*buffer())) { // each word is asked for once: the next answer may be another
         std::vector<Word> words = wordList(*buffer());
         if (words.empty()) return *this = DString();
         unsigned int const afterFirst = lengthAfterFirst(words, n);

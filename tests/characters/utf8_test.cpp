@@ -88,13 +88,13 @@ void expectAsInModel(std::string const& text) {
     char* const p = input.last(text.size());
     std::copy(text.begin(), text.end(), p);
 
-    kelcl::Stretch const run = kelcl::plainUtf8Run(p, text.size());
+    kelcl::Extent const run = kelcl::plainUtf8Run(p, text.size());
     ASSERT_EQ(run.bytes, model.bytes);
     ASSERT_EQ(run.characters, model.values.size());
 
     // Room for exactly as many characters as there are: nothing may be written past the last one.
     auto* const wide = reinterpret_cast<wchar_t*>(output.last(model.values.size() * sizeof(wchar_t)));
-    kelcl::Stretch const widened = kelcl::widenUtf8(wide, p, text.size());
+    kelcl::Extent const widened = kelcl::widenUtf8(wide, p, text.size());
     ASSERT_EQ(widened.bytes, model.bytes);
     ASSERT_EQ(widened.characters, model.values.size());
     ASSERT_TRUE(std::equal(model.values.begin(), model.values.end(), wide));
@@ -108,7 +108,7 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(std::string(reversed, plain.size()), backwards);
 
     char* const narrow = input.last(model.bytes); // over the text itself
-    kelcl::Stretch const narrowed =
+    kelcl::Extent const narrowed =
         kelcl::narrowUtf8(narrow, model.bytes, model.values.data(), model.values.size());
     ASSERT_EQ(narrowed.bytes, model.bytes);
     ASSERT_EQ(narrowed.characters, model.values.size());
@@ -248,7 +248,7 @@ TEST(Utf8, IsCountedUpToALimit) {
             size_t characters = 0;
             for (; characters < most && bytes < text.size(); ++characters)
                 bytes += decodeByDefinition(text, bytes).length;
-            kelcl::Stretch const run = kelcl::plainUtf8Run(text.data(), text.size(), most);
+            kelcl::Extent const run = kelcl::plainUtf8Run(text.data(), text.size(), most);
             ASSERT_EQ(run.bytes, bytes);
             ASSERT_EQ(run.characters, characters);
         }
@@ -273,7 +273,7 @@ TEST(Utf8, IsNarrowedUpToWhatDoesNotFitOrIsNoCodePoint) {
             bytes += length;
         }
         std::string out(room + 8, '#');
-        kelcl::Stretch const done =
+        kelcl::Extent const done =
             kelcl::narrowUtf8(out.data(), room, model.values.data(), model.values.size());
         ASSERT_EQ(done.bytes, bytes);
         ASSERT_EQ(done.characters, characters);

@@ -1,5 +1,5 @@
 // Whether a class that a host derived says itself what its characters are, told by its virtual table.
-#include "buffers/overriding.h"
+#include "buffers/host_classes.h"
 
 #include <kelcl/ddbcsbuffer.h>
 

@@ -1,7 +1,7 @@
 // What was answered for a character, for the next time it comes: texts use few of the many characters, and
 // each question to the C library goes through several tables. Lives as long as one operation.
-#ifndef KELCL_CHARACTERS_REMEMBERED_H
-#define KELCL_CHARACTERS_REMEMBERED_H
+#ifndef KELCL_CHARACTERS_ANSWER_CACHE_H
+#define KELCL_CHARACTERS_ANSWER_CACHE_H
 
 #include <array>
 #include <cstddef>
@@ -9,10 +9,10 @@
 namespace kelcl {
 
 template <class Answer, class Ask>
-class Remembered {
+class AnswerCache {
 public:
     /// `ask(value)` must give the same answer each time.
-    explicit Remembered(Ask ask) : ask_(ask) {
+    explicit AnswerCache(Ask ask) : ask_(ask) {
         places_[0].value = 1; // a value that has another place: nothing is remembered yet
     }
 
@@ -38,7 +38,7 @@ template <class Answer, class Ask, class Use>
 auto withAnswers(std::size_t n, Ask ask, Use use) {
     constexpr std::size_t worthRemembering = 256;
     if (n < worthRemembering) return use(ask);
-    Remembered<Answer, Ask> answers(ask);
+    AnswerCache<Answer, Ask> answers(ask);
     return use([&answers](int value) { return answers.of(value); });
 }
 

@@ -1,7 +1,7 @@
-// Compares entries of virtual tables, which lie as the Itanium C++ ABI says: an object begins with the
-// pointer to its table, and a pointer to a virtual member function holds the offset of the entry in it. If a
-// function had two addresses, in two shared objects, it would count as overridden, and be asked.
-#include "buffers/overriding.h"
+// Which class a buffer is of, and what of it a host has overridden.
+#include "buffers/host_classes.h"
+
+#include "characters/locale_encoding.h"
 
 #include <kelcl/ddbcsbuffer.h>
 
@@ -10,8 +10,32 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
+#include <typeinfo>
 
 namespace kelcl {
+
+bool isSingleByteClass(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
+
+bool isLibraryClass(DBuffer const& buffer) {
+    return isSingleByteClass(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+bool findsByBytes(DBuffer const& buffer, char first) {
+    if (isSingleByteClass(buffer)) return true;
+    if (!isLibraryClass(buffer)) return false;
+    constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
+    return standsAlone(first, false) ||
+           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
+}
+
+bool growsInPlace(DBuffer const& buffer) {
+    return isSingleByteClass(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
+}
+
+// What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI
+// says: an object begins with the pointer to its table, and a pointer to a virtual member function holds the
+// offset of the entry in it. If a function had two addresses, in two shared objects, it would count as
+// overridden, and be asked.
 
 namespace {
 
