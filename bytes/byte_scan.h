@@ -53,7 +53,7 @@ struct InSet {
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
         Block const lowRows = Block::twice(set.rows());
         Block const highRows = Block::twice(set.rows() + 16);
-        // A look-up gives 0 for a byte with the top bit set, so that only one of the two tables has a say.
+        // A look-up gives 0 for a byte with the top bit set, so that only one of the two tables counts.
         Block const row =
             lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80));
         Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());

@@ -26,8 +26,8 @@ inline std::size_t asciiRun(char const* p, std::size_t n) {
     return at;
 }
 
-/// Bytes of the character at `p` if it is plain, else 0. Reads no byte behind one that cannot be part of the
-/// character, and none at or behind `available`.
+/// Bytes of the character at `p` if it is plain, else 0. Reads no byte after one that cannot be part of the
+/// character, and none at or past `available`.
 inline std::size_t plainUtf8Length(char const* p, std::size_t available) {
     auto const at = [p](std::size_t i) { return static_cast<unsigned char>(p[i]); };
     unsigned char const lead = at(0);
@@ -101,12 +101,12 @@ struct Extent {
 /// The plain characters at the front of a text up to the first other one, `n` bytes, or `most` characters.
 Extent plainUtf8Run(char const* p, std::size_t n, std::size_t most = std::numeric_limits<std::size_t>::max());
 
-/// Converts such characters to their code points. `out` has room for `n`; nothing is written behind the last
+/// Converts such characters to their code points. `out` has room for `n`; nothing is written past the last
 /// one.
 Extent widenUtf8(wchar_t* out, char const* in, std::size_t n);
 
 /// Converts code points to UTF-8 up to the first one that is none or does not fit whole into `room` bytes.
-/// Nothing is written at or behind `out + room`, nor behind the last character unless a value that is no code
+/// Nothing is written at or past `out + room`, nor past the last character unless a value that is no code
 /// point follows.
 Extent narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n);
 

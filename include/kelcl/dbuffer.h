@@ -1,5 +1,5 @@
 /// @file
-/// DBuffer, the reference-counted text buffer behind every DString, and DStringTest, a character predicate.
+/// DBuffer, the reference-counted text buffer of every DString, and DStringTest, a character predicate.
 /// Programs normally use DString; this header is for those who derive buffers or look at sharing.
 #ifndef KELCL_DBUFFER_H
 #define KELCL_DBUFFER_H

@@ -1,6 +1,6 @@
 /// @file
 /// DString, the value-semantics string: construction, reading, searching, editing, words, radix and bit
-/// operations. The buffers behind it are in dbuffer.h; dates, times and tracing have headers of their own.
+/// operations. Its buffers are in dbuffer.h; dates, times and tracing have headers of their own.
 #ifndef KELCL_DSTRING_H
 #define KELCL_DSTRING_H
 

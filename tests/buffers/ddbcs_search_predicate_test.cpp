@@ -59,7 +59,7 @@ TEST(MultiByteTest, BytesArriveAsSignedValuesWithTheSwitchOff) {
         DStringTest const above(isAbove127);
         EXPECT_EQ(text->indexOfAnyOf(negative, 1), 2U);
         EXPECT_EQ(text->indexOfAnyOf(above, 1), 0U);
-        EXPECT_EQ(text->indexOfAnyBut(negative, 2), text.behind);
+        EXPECT_EQ(text->indexOfAnyBut(negative, 2), text.after);
         EXPECT_EQ(text->lastIndexOf(negative, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyOf(negative, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyBut(negative, 3), 1U);
@@ -79,7 +79,7 @@ TEST(MultiByteTest, CharactersArriveAsWideValuesWithTheSwitchOn) {
         EXPECT_EQ(text->indexOfAnyOf(isIt, 0), 2U);
         EXPECT_EQ(text->indexOfAnyOf(isIt, 3), 0U);
         EXPECT_EQ(text->indexOfAnyBut(isNotIt, 1), 2U);
-        EXPECT_EQ(text->indexOfAnyBut(isIt, 2), text.behind);
+        EXPECT_EQ(text->indexOfAnyBut(isIt, 2), text.after);
         EXPECT_EQ(text->lastIndexOf(isIt, farEnd), 2U);
         EXPECT_EQ(text->lastIndexOfAnyOf(isIt, 3), 2U);
         EXPECT_EQ(text->lastIndexOfAnyOf(isIt, 1), 0U);
@@ -95,20 +95,20 @@ TEST(MultiByteTest, BeginAtCharactersInBothStates) {
             DStringTest const nothing(isNothing);
             DStringTest const letterA(isLetterA);
             DStringTest const letterB(isLetterB);
-            EXPECT_EQ(text->indexOfAnyOf(anything, 3), text.behind);
-            EXPECT_EQ(text->indexOfAnyBut(nothing, 3), text.behind);
+            EXPECT_EQ(text->indexOfAnyOf(anything, 3), text.after);
+            EXPECT_EQ(text->indexOfAnyBut(nothing, 3), text.after);
             EXPECT_EQ(text->lastIndexOfAnyOf(anything, 3), 2U);
             EXPECT_EQ(text->lastIndexOfAnyBut(nothing, 3), 2U);
-            EXPECT_EQ(text->indexOfAnyOf(letterB, 1), text.behind);
+            EXPECT_EQ(text->indexOfAnyOf(letterB, 1), text.after);
             EXPECT_EQ(text->lastIndexOfAnyOf(letterA, farEnd), 1U);
             EXPECT_EQ(text->indexOfAnyOf(nothing, 1), 0U);
             EXPECT_EQ(text->lastIndexOfAnyOf(nothing, farEnd), 0U);
             EXPECT_EQ(text->indexOfAnyBut(anything, 1), 0U);
             EXPECT_EQ(text->lastIndexOfAnyBut(anything, farEnd), 0U);
-            EXPECT_EQ(text->indexOfAnyOf(anything, text.behind + 1), 0U);
+            EXPECT_EQ(text->indexOfAnyOf(anything, text.after + 1), 0U);
             EXPECT_EQ(text->lastIndexOfAnyOf(anything, 0), 0U);
             EXPECT_EQ(text->indexOf(anything, 0), 1U);
-            EXPECT_EQ(text->lastIndexOf(anything, farEnd), text.behind);
+            EXPECT_EQ(text->lastIndexOf(anything, farEnd), text.after);
         });
     });
 }
@@ -193,8 +193,8 @@ TEST(MultiByteWideTest, SeesWideValuesWhateverTheSwitch) {
             DStringTest const isIt([](int c) -> int { return c == value; });
             EXPECT_EQ(buffer.windexOfAnyBut(isNotIt, 0), 2U);
             EXPECT_EQ(buffer.windexOfAnyBut(isNotIt, 3), 0U);
-            EXPECT_EQ(buffer.windexOfAnyBut(isIt, 2), text.behind);
-            EXPECT_EQ(buffer.windexOfAnyBut(isIt, text.behind + 1), 0U);
+            EXPECT_EQ(buffer.windexOfAnyBut(isIt, 2), text.after);
+            EXPECT_EQ(buffer.windexOfAnyBut(isIt, text.after + 1), 0U);
             EXPECT_EQ(buffer.windexOfAnyBut(DStringTest(isAnything), 1), 0U);
         }
     });

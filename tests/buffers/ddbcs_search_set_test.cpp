@@ -10,9 +10,9 @@ using namespace searching;
 
 TEST(MultiByteSet, ScanThatBeginsInsideACharacterLeavesItOut) {
     forEachSandwich([](Sandwich const& text) {
-        EXPECT_EQ(indexOfAnyOf(text.owned, "b", 3), text.behind);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "b", 3), text.after);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, "a", 3), 1U);
-        EXPECT_EQ(indexOfAnyOf(text.owned, text.character + "b", 3), text.behind);
+        EXPECT_EQ(indexOfAnyOf(text.owned, text.character + "b", 3), text.after);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, text.character + "a", 3), 2U);
     });
 }
@@ -20,14 +20,14 @@ TEST(MultiByteSet, ScanThatBeginsInsideACharacterLeavesItOut) {
 TEST(MultiByteSet, MembersAreWholeCharacters) {
     forEachSandwich([](Sandwich const& text) {
         EXPECT_EQ(indexOfAnyOf(text.owned, "xy", 1), 0U);
-        EXPECT_EQ(indexOfAnyOf(text.owned, "xb", 1), text.behind);
+        EXPECT_EQ(indexOfAnyOf(text.owned, "xb", 1), text.after);
         EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character, 1), 2U);
         EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character.substr(1), 1), 0U);
         EXPECT_EQ(indexOfAnyOf(text.owned, "x" + text.character.substr(0, 1), 1), 0U);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, text.character + "x", farEnd), 2U);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, "xa", farEnd), 1U);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, "xy", farEnd), 0U);
-        EXPECT_EQ(indexOfAnyBut(text.owned, "a" + text.character, 1), text.behind);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "a" + text.character, 1), text.after);
         EXPECT_EQ(indexOfAnyBut(text.owned, "ab", 1), 2U);
         EXPECT_EQ(indexOfAnyBut(text.owned, "ab" + text.character, 1), 0U);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, "b" + text.character, farEnd), 1U);
@@ -80,7 +80,7 @@ TEST(MultiByteSet, OfFewOrManyMembersIsFoundWhereverOneStands) {
 TEST(MultiByteSet, CharacterIsOneMemberWhateverItsBytes) {
     forEachSandwich([](Sandwich const& text) {
         // A set of one character of several bytes is a set of more than one byte.
-        EXPECT_EQ(indexOfAnyBut(text.owned, text.character, 2), text.behind);
+        EXPECT_EQ(indexOfAnyBut(text.owned, text.character, 2), text.after);
         EXPECT_EQ(indexOfAnyOf(text.owned, text.character, 1), 2U);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, text.character, 3), 1U);
     });
@@ -91,10 +91,10 @@ TEST(MultiByteSet, EmptySetFindsNothingButAnyButGivesTheStart) {
         EXPECT_EQ(indexOfAnyOf(text.owned, "", 1), 0U);
         EXPECT_EQ(lastIndexOfAnyOf(text.owned, "", farEnd), 0U);
         EXPECT_EQ(indexOfAnyBut(text.owned, "", 0), 1U);
-        EXPECT_EQ(indexOfAnyBut(text.owned, "", 3), text.behind);
-        EXPECT_EQ(indexOfAnyBut(text.owned, "", text.behind + 1), 0U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "", 3), text.after);
+        EXPECT_EQ(indexOfAnyBut(text.owned, "", text.after + 1), 0U);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", 3), 2U);
-        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", farEnd), text.behind);
+        EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", farEnd), text.after);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, "", 0), 0U);
     });
 }
@@ -104,8 +104,8 @@ TEST(MultiByteSet, LeadByteAloneMakesAnyButFindTheStartForwardsAndNothingBackwar
         string const lead = text.character.substr(0, 1);
         EXPECT_EQ(indexOfAnyBut(text.owned, lead, 1), 1U);
         EXPECT_EQ(indexOfAnyBut(text.owned, lead, 2), 2U);
-        EXPECT_EQ(indexOfAnyBut(text.owned, lead, 3), text.behind);
-        EXPECT_EQ(indexOfAnyBut(text.owned, lead, text.behind + 1), 0U);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, 3), text.after);
+        EXPECT_EQ(indexOfAnyBut(text.owned, lead, text.after + 1), 0U);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, lead, farEnd), 0U);
         EXPECT_EQ(lastIndexOfAnyBut(text.owned, lead, 1), 0U);
     });

@@ -19,12 +19,12 @@ using std::string;
 /// The letter a, a character of several bytes, the letter b.
 struct Sandwich {
     explicit Sandwich(mb::Sample const& sample)
-        : character(sample.bytes), size(mb::lengthOf(sample.bytes)), behind(size + 2),
+        : character(sample.bytes), size(mb::lengthOf(sample.bytes)), after(size + 2),
           owned(mb::buffer("a" + sample.bytes + "b")) {}
 
     string character;
-    unsigned int size;   ///< Bytes of the character, which begins at byte 2.
-    unsigned int behind; ///< Where the letter b stands.
+    unsigned int size;  ///< Bytes of the character, which begins at byte 2.
+    unsigned int after; ///< Where the letter b stands.
     Owned owned;
 
     DBuffer const* operator->() const { return owned.get(); }

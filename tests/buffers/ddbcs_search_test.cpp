@@ -18,10 +18,10 @@ TEST(MultiByteStart, ForwardSearchInsideACharacterBeginsAtTheNextOne) {
         EXPECT_EQ(text->startSearch(0, 1), 1U);
         EXPECT_EQ(text->startSearch(1, 1), 1U);
         EXPECT_EQ(text->startSearch(2, 1), 2U);
-        for (unsigned int inside = 3; inside < text.behind; ++inside)
-            EXPECT_EQ(text->startSearch(inside, 1), text.behind);
-        EXPECT_EQ(text->startSearch(text.behind, 1), text.behind);
-        EXPECT_EQ(text->startSearch(text.behind + 1, 1), 0U);
+        for (unsigned int inside = 3; inside < text.after; ++inside)
+            EXPECT_EQ(text->startSearch(inside, 1), text.after);
+        EXPECT_EQ(text->startSearch(text.after, 1), text.after);
+        EXPECT_EQ(text->startSearch(text.after + 1, 1), 0U);
         EXPECT_EQ(text->startSearch(farEnd, 1), 0U);
     });
 }
@@ -38,7 +38,7 @@ TEST(MultiByteStart, ForwardSearchNeedsRoomForThePatternBeforeItMoves) {
     forEachSandwich([](Sandwich const& text) {
         EXPECT_EQ(text->startSearch(2, text.size + 1), 2U);
         EXPECT_EQ(text->startSearch(2, text.size + 2), 0U);
-        EXPECT_EQ(text->startSearch(3, text.size), text.behind); // room at 3, though none is left after it
+        EXPECT_EQ(text->startSearch(3, text.size), text.after); // room at 3, though none is left after it
         EXPECT_EQ(text->startSearch(1, farEnd), 0U);
     });
 }
@@ -47,9 +47,9 @@ TEST(MultiByteStart, BackwardSearchInsideACharacterBeginsAtItsFirstByte) {
     forEachSandwich([](Sandwich const& text) {
         EXPECT_EQ(text->startBackwardsSearch(0, 1), 0U);
         EXPECT_EQ(text->startBackwardsSearch(1, 1), 1U);
-        for (unsigned int inside = 2; inside < text.behind; ++inside)
+        for (unsigned int inside = 2; inside < text.after; ++inside)
             EXPECT_EQ(text->startBackwardsSearch(inside, 1), 2U);
-        EXPECT_EQ(text->startBackwardsSearch(farEnd, 1), text.behind);
+        EXPECT_EQ(text->startBackwardsSearch(farEnd, 1), text.after);
         EXPECT_EQ(text->startBackwardsSearch(farEnd, 2), 2U);
         EXPECT_EQ(text->startBackwardsSearch(farEnd, text.size + 2), 1U);
         EXPECT_EQ(text->startBackwardsSearch(farEnd, text.size + 3), 0U);
@@ -84,7 +84,7 @@ TEST(MultiBytePattern, IsFoundAtCharacterStartsOnly) {
         EXPECT_EQ(lastIndexOf(text.owned, text.character, farEnd), 2U);
         EXPECT_EQ(lastIndexOf(text.owned, text.character, 3), 2U);
         EXPECT_EQ(lastIndexOf(text.owned, text.character, 1), 0U);
-        EXPECT_EQ(lastIndexOf(text.owned, "b", farEnd), text.behind);
+        EXPECT_EQ(lastIndexOf(text.owned, "b", farEnd), text.after);
     });
 }
 
@@ -121,7 +121,7 @@ TEST(MultiBytePattern, WithoutBytesOrWithoutRoomIsNotFound) {
     forEachSandwich([](Sandwich const& text) {
         EXPECT_EQ(indexOf(text.owned, "", 1), 0U);
         EXPECT_EQ(lastIndexOf(text.owned, "", farEnd), 0U);
-        EXPECT_EQ(indexOf(text.owned, "b+", text.behind), 0U);
+        EXPECT_EQ(indexOf(text.owned, "b+", text.after), 0U);
         EXPECT_EQ(indexOf(text.owned, "a" + text.character + "b+", 1), 0U);
         EXPECT_EQ(lastIndexOf(text.owned, "a" + text.character + "b+", farEnd), 0U);
         EXPECT_EQ(indexOf(text.owned, "ab", 3), 0U); // after the move to b there is no room
@@ -151,8 +151,8 @@ TEST(MultiByteString, SearchesGoThroughTheMultiByteBuffer) {
         DString const text("a" + sandwich.character + "b");
         EXPECT_EQ(text.indexOf(sandwich.character), 2U);
         EXPECT_EQ(text.indexOf(sandwich.character, 3), 0U);
-        EXPECT_EQ(text.indexOf('b', 3), sandwich.behind);
-        EXPECT_EQ(text.indexOfAnyOf("xb" + sandwich.character, 3), sandwich.behind);
+        EXPECT_EQ(text.indexOf('b', 3), sandwich.after);
+        EXPECT_EQ(text.indexOfAnyOf("xb" + sandwich.character, 3), sandwich.after);
         EXPECT_EQ(text.indexOfAnyBut("ab"), 2U);
         EXPECT_EQ(text.lastIndexOf(sandwich.character), 2U);
         EXPECT_EQ(text.lastIndexOfAnyOf('a', 3), 1U);

@@ -81,9 +81,9 @@ TEST(CharacterLength, OfTheCharacterBeforeAPosition) {
         DDBCSBuffer const& b = asMultiByte(owned);
         std::mbstate_t state{};
         for (mb::Character const& character : mb::charactersOf(text)) {
-            auto const behind = static_cast<unsigned int>(character.offset + character.bytes.size()) + 1;
-            EXPECT_EQ(b.prevCharLength(behind), character.bytes.size());
-            EXPECT_EQ(b.prevCharLength(behind, &state), character.bytes.size());
+            auto const past = static_cast<unsigned int>(character.offset + character.bytes.size()) + 1;
+            EXPECT_EQ(b.prevCharLength(past), character.bytes.size());
+            EXPECT_EQ(b.prevCharLength(past, &state), character.bytes.size());
         }
         EXPECT_EQ(b.prevCharLength(1), 1u);
         EXPECT_EQ(b.prevCharLength(1, &state), 1u);

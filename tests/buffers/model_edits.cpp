@@ -146,14 +146,14 @@ namespace {
 
 Edited strippedWide(wstring const& wide, DStringEnum::StripMode mode, std::vector<bool> const& goes) {
     std::size_t first = 0;
-    std::size_t behind = wide.size();
+    std::size_t past = wide.size();
     if (mode != DStringEnum::trailing)
-        while (first < behind && goes[first])
+        while (first < past && goes[first])
             ++first;
     if (mode != DStringEnum::leading)
-        while (behind > first && goes[behind - 1])
-            --behind;
-    return {narrowed(wide.substr(first, behind - first))};
+        while (past > first && goes[past - 1])
+            --past;
+    return {narrowed(wide.substr(first, past - first))};
 }
 
 /// `What` is a set or a test.
@@ -199,17 +199,17 @@ Edited stripped(Text const& t, Function test, DStringEnum::StripMode mode) {
 Edited overlaid(Text const& t, Text const& data, unsigned int position, char pad) {
     if (data.length == 0 && position <= t.length) return same(t);
     position = std::max(position, 1U);
-    unsigned int const behind = position + data.length;
+    unsigned int const past = position + data.length;
     if (position > t.length)
         return {string(t.view()) + string(position - 1 - t.length, pad) + string(data.view())};
     if (wideMode()) {
         string result = pieceOf(t, 1, pad, position - 1) + string(data.view());
-        if (t.length >= behind) result += remainOf(t, behind, pad);
+        if (t.length >= past) result += remainOf(t, past, pad);
         return {result};
     }
-    string result = t.piece(1, position - 1) + string(data.view()) + t.from(behind);
+    string result = t.piece(1, position - 1) + string(data.view()) + t.from(past);
     padHead(t, position, result, position - 1, ' ');
-    padTail(t, behind, result, behind, pad);
+    padTail(t, past, result, past, pad);
     return {result};
 }
 

@@ -264,8 +264,8 @@ inline string removeWords(string_view text, unsigned int firstWord, unsigned int
     std::vector<Word> const list = words(text);
     if (count == 0 || firstWord == 0 || firstWord > list.size()) return string(text);
     string result(text.substr(0, list[firstWord - 1].position - 1));
-    Wide const behind = Wide{firstWord} - 1 + count;
-    if (behind < list.size()) result += text.substr(list[static_cast<std::size_t>(behind)].position - 1);
+    Wide const past = Wide{firstWord} - 1 + count;
+    if (past < list.size()) result += text.substr(list[static_cast<std::size_t>(past)].position - 1);
     return result;
 }
 
