@@ -15,10 +15,10 @@ TEST(MultiByteSubString, TailBlanksTheBytesOfACutCharacterInBothStates) {
             EXPECT_EQ(subString(text.owned, 0), whole);
             EXPECT_EQ(subString(text.owned, 1), whole);
             EXPECT_EQ(subString(text.owned, 2), text.character + "b");
-            for (unsigned int inside = 3; inside < text.behind; ++inside)
-                EXPECT_EQ(subString(text.owned, inside), string(text.behind - inside, ' ') + "b");
-            EXPECT_EQ(subString(text.owned, text.behind), "b");
-            EXPECT_EQ(subString(text.owned, text.behind + 1), "");
+            for (unsigned int inside = 3; inside < text.after; ++inside)
+                EXPECT_EQ(subString(text.owned, inside), string(text.after - inside, ' ') + "b");
+            EXPECT_EQ(subString(text.owned, text.after), "b");
+            EXPECT_EQ(subString(text.owned, text.after + 1), "");
             EXPECT_EQ(subString(text.owned, farEnd), "");
         });
     });
@@ -54,7 +54,7 @@ TEST(MultiByteSubString, TailOfTextThatIsInvalidAfterTheStartFailsInBothStates) 
 TEST(MultiByteSubString, PieceNeverSplitsACharacterInBothStates) {
     inBothStates([] {
         forEachSandwich([](Sandwich const& text) {
-            EXPECT_EQ(subString(text.owned, 1, text.behind, '.'), "a" + text.character + "b");
+            EXPECT_EQ(subString(text.owned, 1, text.after, '.'), "a" + text.character + "b");
             EXPECT_EQ(subString(text.owned, 0, 1, '.'), "a");
             EXPECT_EQ(subString(text.owned, 2, text.size, '.'), text.character);
             for (unsigned int count = 1; count < text.size; ++count) {
@@ -64,8 +64,8 @@ TEST(MultiByteSubString, PieceNeverSplitsACharacterInBothStates) {
                           string(text.size - count, '.') + "b");
                 EXPECT_EQ(subString(text.owned, 2 + count, 1, '.'), ".");
             }
-            EXPECT_EQ(subString(text.owned, text.behind, 3, '.'), "b..");
-            EXPECT_EQ(subString(text.owned, text.behind + 1, 3, '.'), "...");
+            EXPECT_EQ(subString(text.owned, text.after, 3, '.'), "b..");
+            EXPECT_EQ(subString(text.owned, text.after + 1, 3, '.'), "...");
             EXPECT_EQ(subString(text.owned, farEnd, 3, '.'), "...");
             EXPECT_EQ(subString(text.owned, 2, 0, '.'), "");
         });

@@ -39,7 +39,7 @@ template <class Check>
 void forEachBadText(Check check) {
     string const& invalid = mb::samples().invalid;
     ASSERT_FALSE(invalid.empty());
-    ops::LogOfExceptions const log; // there are many
+    operations::LogOfExceptions const log; // there are many
     forEachText(
         [&](string const& text) {
             if (text.size() > 36 && text.size() % 31 > 2) return; // each failure takes its time
