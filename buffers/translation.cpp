@@ -54,9 +54,10 @@ public:
         table_[static_cast<unsigned char>(byte)] = static_cast<unsigned char>(replacement);
     }
     DBuffer* of(DBuffer const& buffer) const {
-        DBuffer* const result = allocateLike(buffer, buffer.length);
-        copyTranslated(result->contents(), buffer.contents(), buffer.length, table_);
-        return result;
+        return written(buffer, {buffer.length, true}, [&](char* out) {
+            copyTranslated(out, buffer.contents(), buffer.length, table_);
+            return std::size_t{buffer.length};
+        });
     }
 
 private:
@@ -69,8 +70,9 @@ struct Replacement {
         std::memcpy(bytes, character.data(), character.size());
     }
 
-    char bytes[7] = {};
+    char bytes[7] = {}; ///< Copied all at once.
     unsigned char length;
+    static_assert(sizeof bytes >= BufferSteps::longestCharacter);
 };
 
 /// Writes a text of a length that is not known beforehand, or of exactly a known one.
@@ -178,8 +180,7 @@ ByteTranslation::ByteTranslation(std::string_view from, std::string_view to, cha
 
 /// Writes the pieces of the result: what stays between two replaced characters, and each replacement.
 void ByteTranslation::write(Output& out, std::string_view text) const {
-    /// How many characters to ask for, once one is replaced, before searching for the next one.
-    constexpr int charactersInTurn = 32;
+    constexpr int charactersInTurn = CharacterSet::charactersInTurn;
     BufferSteps steps(replaced_.encoding());
     std::size_t kept = 0;
     for (std::size_t at = replaced_.findFirst(text, 0, steps); at != notFound;
@@ -200,14 +201,13 @@ void ByteTranslation::write(Output& out, std::string_view text) const {
 
 DBuffer* ByteTranslation::of(DBuffer const& buffer) const {
     std::string_view const text = bytesOf(buffer);
-    if (text.empty()) return buffer.newBuffer(nullptr, 0);
     if (keepsLengths_ && replaced_.isByteSearchable()) return bytes_.of(buffer);
-    if (keepsLengths_) {
-        DBuffer* const result = allocateLike(buffer, buffer.length);
-        Output out(result->contents(), text.size());
-        write(out, text);
-        return result;
-    }
+    if (keepsLengths_)
+        return written(buffer, {text.size(), true}, [&](char* result) {
+            Output out(result, text.size());
+            write(out, text);
+            return text.size();
+        });
     Output out(text.size() + text.size() / 2);
     write(out, text);
     return newBufferOf(buffer, out.text());

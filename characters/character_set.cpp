@@ -7,14 +7,6 @@
 
 namespace kelcl {
 
-namespace {
-
-/// How many characters to look at one by one before the byte kernels search on for a first byte of a member:
-/// where such bytes are dense they find one at every turn.
-constexpr int charactersInTurn = 32;
-
-} // namespace
-
 std::size_t CharacterSet::walkToFirst(std::string_view text, std::size_t from, BufferSteps& steps) const {
     RisingStarts starts(text.data(), from, steps);
     for (std::size_t at = from; at < text.size();) {

@@ -32,6 +32,10 @@ private:
 
 class CharacterSet {
 public:
+    /// How many characters to look at one by one before the byte kernels search on for a first byte of a
+    /// member: where such bytes are dense they find one at every turn.
+    static constexpr int charactersInTurn = 32;
+
     explicit CharacterSet(Encoding const& encoding) : steps_(encoding) {}
     /// Of the characters of a counted string, which must stay as long as the set.
     CharacterSet(char const* characters, std::size_t n, Encoding const& encoding) : CharacterSet(encoding) {

@@ -26,13 +26,17 @@ inline Failure badSequence(unsigned long line) {
     return {"DInvalidRequest", 1012, false, "Kel Class Library", "dnlsutil", line, 1, 1, ""};
 }
 
-/// Calls an edit and gives the text of what it returned.
+/// Calls an edit and gives the text of what it returned. An empty result is the receiver or the shared empty
+/// buffer.
 template <class Edit>
 string after(string const& text, Edit edit) {
     Owned const owned = mb::buffer(text);
     Owned const result(edit(*owned));
     EXPECT_STREQ(result->className(), "DDBCSBuffer");
     EXPECT_EQ(result->contents()[result->length], '\0');
+    bool const isNewEmpty =
+        result->length == 0 && result.get() != owned.get() && result.get() != owned->null();
+    EXPECT_FALSE(isNewEmpty);
     return result.text();
 }
 
