@@ -33,18 +33,6 @@ string translated(string const& text, string const& from, string const& to, char
     return {changed.c_str(), changed.length()};
 }
 
-/// Sets the switch for the life of this object.
-class Switch {
-public:
-    explicit Switch(int state) : before_(std::exchange(DString::fgI18NState, state)) {}
-    Switch(Switch const&) = delete;
-    Switch& operator=(Switch const&) = delete;
-    ~Switch() { DString::fgI18NState = before_; }
-
-private:
-    int before_;
-};
-
 /// Characters of one byte and more: some hundred, all different.
 std::vector<string> const& alphabet() {
     static std::vector<string> const ours = [] {
@@ -76,7 +64,7 @@ string randomText(std::mt19937& random, std::size_t characters, std::size_t kind
 TEST(Translation, ReplacesWhatIsListedInTextsOfEveryLength) {
     std::mt19937 random(20261122);
     for (int const state : {0, 1}) {
-        Switch const state_(state);
+        mb::SwitchAt const state_(state);
         for (std::size_t length = 0; length <= 130; ++length) {
             for (std::size_t const members : {0U, 1U, 2U, 4U, 5U, 16U, 33U, 90U}) {
                 string const from = randomText(random, members, 200);
@@ -92,7 +80,7 @@ TEST(Translation, ReplacesWhatIsListedInTextsOfEveryLength) {
 TEST(Translation, GrowsAndShrinksLongTexts) {
     std::mt19937 random(20261122);
     for (int const state : {0, 1}) {
-        Switch const state_(state);
+        mb::SwitchAt const state_(state);
         string const narrow(20000, 'a');
         string const wide = alphabet().back();
         string grown;
@@ -111,7 +99,7 @@ TEST(Translation, GrowsAndShrinksLongTexts) {
 }
 
 TEST(Translation, WithTheSwitchOnRefusesABadByteAnywhereWhateverTheSets) {
-    Switch const on(1);
+    mb::SwitchAt const on(1);
     string const& invalid = mb::samples().invalid;
     ASSERT_FALSE(invalid.empty());
     string const last = alphabet().back();

@@ -5,6 +5,7 @@
 #define KELCL_TESTS_CHARACTERS_MULTI_BYTE_SUPPORT_H
 
 #include "tests/buffers/operation_support.h"
+#include "tests/support/switch_at.h"
 
 #include <kelcl/ddbcsbuffer.h>
 
@@ -293,17 +294,7 @@ inline DDBCSBuffer const& asMultiByte(Owned const& owned) {
     return static_cast<DDBCSBuffer const&>(*owned.get());
 }
 
-/// Runs a function with the national-language switch at a value of its own.
-class SwitchAt {
-public:
-    explicit SwitchAt(int state) : before_(DString::fgI18NState) { DString::fgI18NState = state; }
-    SwitchAt(SwitchAt const&) = delete;
-    SwitchAt& operator=(SwitchAt const&) = delete;
-    ~SwitchAt() { DString::fgI18NState = before_; }
-
-private:
-    int before_;
-};
+using support::SwitchAt;
 
 } // namespace mb
 

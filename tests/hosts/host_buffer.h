@@ -4,6 +4,7 @@
 #define KELCL_TESTS_HOSTS_HOST_BUFFER_H
 
 #include "tests/hosts/answered_positions.h"
+#include "tests/support/switch_at.h"
 
 #include <kelcl/ddbcsbuffer.h>
 #include <kelcl/dstring.h>
@@ -13,23 +14,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace hosts {
 
-/// Sets the national-language switch for a while.
-class SwitchAt {
-public:
-    explicit SwitchAt(int state) : before_(std::exchange(DString::fgI18NState, state)) {}
-    SwitchAt(SwitchAt const&) = delete;
-    SwitchAt& operator=(SwitchAt const&) = delete;
-    ~SwitchAt() { DString::fgI18NState = before_; }
-
-private:
-    int before_;
-};
-
+using support::SwitchAt;
 using Questions = std::vector<std::string>;
 
 /// What a host's class answers in a test, and what it was asked. One at a time.
