@@ -4,8 +4,8 @@
 #define KELCL_BUFFERS_MAPPING_H
 
 #include "buffers/wide_path.h"
+#include "characters/narrowing.h"
 #include "characters/utf8.h"
-#include "characters/wide_piece.h"
 
 #include <kelcl/dnlsutil.h>
 

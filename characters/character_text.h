@@ -6,7 +6,7 @@
 #define KELCL_CHARACTERS_CHARACTER_TEXT_H
 
 #include "characters/conversion.h"
-#include "characters/wide_piece.h"
+#include "characters/narrowing.h"
 
 #include <algorithm>
 #include <cstddef>

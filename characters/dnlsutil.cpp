@@ -1,8 +1,8 @@
 // The national-language functions that convert raw text. Reports of what does not convert name this file, and
 // hosts match on that. Positions, pieces and tests of bytes have files of their own.
 #include "characters/conversion.h"
+#include "characters/narrowing.h"
 #include "characters/stepping.h"
-#include "characters/wide_piece.h"
 #include "except/raise.h"
 
 #include <kelcl/dbase.h>

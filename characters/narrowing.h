@@ -1,6 +1,6 @@
 // The way back from wide characters to bytes, with the failures that are reported on it.
-#ifndef KELCL_CHARACTERS_WIDE_PIECE_H
-#define KELCL_CHARACTERS_WIDE_PIECE_H
+#ifndef KELCL_CHARACTERS_NARROWING_H
+#define KELCL_CHARACTERS_NARROWING_H
 
 #include "characters/conversion.h"
 
