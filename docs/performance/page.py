@@ -30,6 +30,10 @@ def times(ratio):
     return f"{ratio:.2g}" if ratio < 0.1 else f"{ratio:.2f}" if ratio < 10 else f"{ratio:.0f}"
 
 
+def switch_of(result):
+    return ", switch on" if result.with_switch else ""
+
+
 def at_size(result):
     """Texts have bytes; the rest is done so many times."""
     count = re.fullmatch(r"1e(\d+)", result.size)
@@ -44,8 +48,8 @@ def table(head, rows):
 
 
 def machine(context):
-    count, date = context["num_cpus"], context["date"][:10]
-    return table(["processor", "processors to the system", "date"], [[context["cpu_model"], str(count), date]])
+    model = context.get("cpu_model") or "not told"
+    return table(["processor", "seen by the system", "date"], [[model, str(context["num_cpus"]), context["date"][:10]]])
 
 
 def summary(results):
@@ -100,7 +104,7 @@ def slower(works, results):
     for why, families in sorted(by_reason.items(), key=lambda item: -max(item[1])[0]):
         named = ", ".join(f"`{family}` {times(ratio)}" for ratio, family, _ in sorted(families, key=lambda f: (-f[0], f[1])))
         worst = max(families)[2]
-        rows.append([why, named, f"`{worst.work}`{at_size(worst)}: {cell(works, worst)}"])
+        rows.append([why, named, f"`{worst.work}`{switch_of(worst)}{at_size(worst)}: {cell(works, worst)}"])
     return table(["why", "works, and how many times the fastest", "the worst of them"], rows)
 
 
@@ -126,7 +130,9 @@ def plot_data(works, results):
 
 
 def mark_of(data):
-    return "drawn from " + hashlib.sha256(json.dumps(data).encode()).hexdigest()
+    """Stands in the plot, and says which data it shows and which code has drawn it."""
+    drawing = (figures.FOLDER / "plots.py").read_text()
+    return "drawn from " + hashlib.sha256((json.dumps(data) + drawing).encode()).hexdigest()
 
 
 def with_tables(page, tables):
