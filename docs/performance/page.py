@@ -7,6 +7,7 @@
 import argparse
 import hashlib
 import json
+import math
 import re
 import sys
 
@@ -27,7 +28,8 @@ def short(nanoseconds):
 
 
 def times(ratio):
-    return f"{ratio:.2g}" if ratio < 0.1 else f"{ratio:.2f}" if ratio < 10 else f"{ratio:.0f}"
+    digits = max(0, 1 - math.floor(math.log10(ratio))) if ratio < 0.1 else 2 if ratio < 10 else 0
+    return f"{ratio:,.{digits}f}"
 
 
 def switch_of(result):
