@@ -25,12 +25,12 @@ struct CalendarDate {
     int day;
 };
 
-/// The day number of a date.
+/// The day number of a date, whatever its numbers are.
 ///
 /// Before year n there are 365 n days and one for each of the leap years 0, 4, 8 ... below n, floor((n + 3) /
 /// 4) of them (the shift rounds down). After the switch the leap days of the centuries since 1700 that are
 /// none in the Gregorian calendar are taken away, and the days dropped.
-constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
+constexpr std::int64_t anyDayNumber(int month, int day, int year) noexcept {
     std::int64_t const wideYear = year;
     std::int64_t const n = wideYear - (year > 0 ? 1 : 0) + 4713;
     // Of the centuries those divisible by 16 are those divisible by 400.
@@ -42,6 +42,28 @@ constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
     if (count <= lastJulianDay) return count;
     // What lies within the dropped days becomes the last day before them.
     return corrected <= lastJulianDay ? lastJulianDay : corrected;
+}
+
+/// The years and days that `dayNumber` takes the short way for: from the year after the switch on, and days
+/// from the first of the month on.
+constexpr bool isNearDay(int month, int day, int year) noexcept {
+    return month >= 1 && month <= 12 && day >= 1 && year > 1752 && year < 1 << 15;
+}
+
+/// The same in the Gregorian calendar, by numbers of 32 bits. The year is taken to begin in March, so that a
+/// leap day is the last one of its year, and its months begin at floor((979 m - 2919) / 32), m from 3 to 14.
+constexpr std::int64_t nearDayNumber(int month, int day, int year) noexcept {
+    constexpr std::int64_t dayBefore = 1721119; // the day before 1 March of a Gregorian year 0
+    bool const isInNextYear = month <= 2;
+    auto const marchYear = static_cast<std::uint32_t>(year - (isInNextYear ? 1 : 0));
+    auto const marchMonth = static_cast<std::uint32_t>(month + (isInNextYear ? 12 : 0));
+    std::uint32_t const century = marchYear / 100;
+    return dayBefore + (1461 * marchYear / 4 - century + century / 4 + (979 * marchMonth - 2919) / 32) + day;
+}
+
+/// The day number of a date.
+constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
+    return isNearDay(month, day, year) ? nearDayNumber(month, day, year) : anyDayNumber(month, day, year);
 }
 
 /// The month and day of a day in a year taken to begin in March, so that a leap day is the last one of its
