@@ -78,12 +78,16 @@ struct InAsciiSet {
 /// In a set that is given by its members, at least one; each of them is compared.
 struct AmongFew {
     std::string_view members;
-    bool matches(char byte) const { return members.find(byte) != std::string_view::npos; }
+    bool matches(char byte) const {
+        for (char const member : members)
+            if (member == byte) return true;
+        return false;
+    }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block result = equal(block, Block::of(members.front()));
-        for (std::size_t i = 1; i < members.size(); ++i)
-            result = result | equal(block, Block::of(members[i]));
+        Block result = equal(block, Block::of(members.back()));
+        for (std::size_t i = 0; i + 1 < members.size(); i += 2)
+            result = result | (equal(block, Block::of(members[i])) | equal(block, Block::of(members[i + 1])));
         return result;
     }
 #endif

@@ -67,13 +67,13 @@ struct ByByte {
     }
 
 private:
-    /// Whether the byte is one of the members, which are compared 32 at a time.
+    /// Whether the byte is one of the members, of which there are at least 32: all at once.
     KELCL_BLOCKS_INLINE static bool isAmong(std::string_view members, char byte) {
         EqualTo const same{byte};
-        std::size_t i = 0;
-        for (; members.size() - i >= 32; i += 32)
-            if (same.matches(Block::load(members.data() + i)).anyTopBit()) return true;
-        return blocks::maskOfEnd(members, members.size() - i, same) != 0;
+        Block found = same.matches(Block::load(members.data() + members.size() - blocks::blockSize));
+        for (std::size_t i = 0; i + blocks::blockSize < members.size(); i += blocks::blockSize)
+            found = found | same.matches(Block::load(members.data() + i));
+        return found.anyTopBit();
     }
 #endif
 };
@@ -107,7 +107,7 @@ std::size_t withTest(std::string_view text, ByteSet const& set, Search search) {
 template <class Search>
 std::size_t withTest(std::string_view text, std::string_view members, Search search) {
     // A member that is compared costs about as much for 32 bytes as one that is put into a set.
-    constexpr std::size_t comparisonsOfASet = 20;
+    constexpr std::size_t comparisonsOfASet = 32;
     if (std::max<std::size_t>(text.size(), 32) * members.size() <= 32 * comparisonsOfASet)
         return search(AmongFew{members});
     return withTest(text, ByteSet(members), search);
@@ -115,8 +115,9 @@ std::size_t withTest(std::string_view text, std::string_view members, Search sea
 
 /// Whether to look each byte of the text up in a list of members, rather than each member in the text.
 bool isShorter(std::string_view text, std::string_view members) {
-    constexpr std::size_t longest = 16;
-    return text.size() <= longest && members.size() > longest;
+    constexpr std::size_t shortText = 16;
+    constexpr std::size_t manyMembers = 32;
+    return text.size() <= shortText && members.size() > manyMembers;
 }
 
 } // namespace

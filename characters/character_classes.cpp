@@ -65,9 +65,10 @@ constinit CharacterClass const upperCase = localeClass<isUpper, std::isupper, st
 constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, std::iswspace>();
 
 CharacterClass const* classOf(Test function) {
-    for (CharacterClass const* candidate :
-         {&whiteSpace, &alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase,
-          &printable, &punctuation, &upperCase})
+    static constexpr CharacterClass const* candidates[] = {
+        &whiteSpace, &alphanumeric, &alphabetic, &control,     &digits,   &graphics,
+        &hexDigits,  &lowerCase,    &printable,  &punctuation, &upperCase};
+    for (CharacterClass const* const candidate : candidates)
         if (candidate->test == function) return candidate;
     return nullptr;
 }
