@@ -1,4 +1,4 @@
-// How far a text is plain UTF-8, and how many characters that makes.
+// Whether a text is plain UTF-8; how far it is, and how many characters that makes.
 #include "characters/utf8_validate.h"
 
 #include "characters/utf8.h"
@@ -46,9 +46,71 @@ KELCL_BLOCKS inline Extent plainRun(char const* p, std::size_t n, std::size_t mo
     return run;
 }
 
+/// The mistakes in a block at a place before which there are at least three bytes of the text.
+KELCL_BLOCKS_INLINE Block mistakesAt(char const* p) {
+    return mistakesIn(Block::load(p), Block::load(p - 1), Block::load(p - 2), Block::load(p - 3));
+}
+
+/// Whether a text of at least three bytes, plain but for its end, is cut off inside a character.
+inline bool isCutAt(char const* end) {
+    auto const byte = [end](int back) { return static_cast<unsigned char>(end[-back]); };
+    return byte(1) >= 0xC0 || byte(2) >= 0xE0 || byte(3) >= 0xF0;
+}
+
+/// Whether all of a text of at least 16 bytes is plain. What is wrong in four blocks is gathered before it is
+/// looked at.
+KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
+    constexpr std::size_t turn = 4 * blockSize;
+    std::size_t at = 0;
+    Block previous = Block::zero();
+    if (n >= blockSize) {
+        previous = Block::load(p);
+        if (previous.anyTopBit() && !isPlainBlock(previous, Block::zero())) return false;
+        at = blockSize;
+    }
+    for (; n - at >= turn; at += turn) {
+        char const* const four = p + at;
+        // From three bytes earlier on, so that no character reaches into what is ASCII.
+        Block const all = Block::load(four - 3) | Block::load(four + 29) | Block::load(four + 61) |
+                          Block::load(four + 93) | Block::load(four + 96);
+        if (!all.anyTopBit()) continue;
+        Block const mistakes = mistakesAt(four) | mistakesAt(four + blockSize) |
+                               mistakesAt(four + 2 * blockSize) | mistakesAt(four + 3 * blockSize);
+        if (!mistakes.isZero()) return false;
+    }
+    Block mistakes = Block::zero();
+    for (; n - at >= blockSize; at += blockSize)
+        mistakes = mistakes | mistakesAt(p + at);
+    if (at != 0) previous = Block::load(p + at - blockSize);
+    if (at != n) {
+        Block const end = Block::loadEnd(p + at, n - at);
+        mistakes = mistakes | mistakesIn(end, earlier<1>(end, previous), earlier<2>(end, previous),
+                                         earlier<3>(end, previous));
+    }
+    return mistakes.isZero() && !isCutAt(p + n);
+}
+
 } // namespace
 } // namespace blocks
 #endif
+
+namespace {
+
+bool isPlainByCharacters(char const* p, std::size_t n) {
+    for (std::size_t at = 0; at < n;) {
+        std::size_t const length = plainUtf8Length(p + at, n - at);
+        if (length == 0) return false;
+        at += length;
+    }
+    return true;
+}
+
+} // namespace
+
+bool isPlainUtf8(char const* p, std::size_t n) {
+    if (n < shortestForBlocks) return isPlainByCharacters(p, n);
+    return KELCL_DISPATCH(blocks::isPlain(p, n), isPlainByCharacters(p, n));
+}
 
 Extent plainUtf8Run(char const* p, std::size_t n, std::size_t most) {
     Extent run = n < shortestForBlocks ? Extent{} : KELCL_DISPATCH(blocks::plainRun(p, n, most), Extent{});
