@@ -1,6 +1,7 @@
 // Whether a text is plain UTF-8; how far it is, and how many characters that makes.
 #include "characters/utf8_validate.h"
 
+#include "bytes/byte_search.h"
 #include "characters/utf8.h"
 
 namespace kelcl {
@@ -57,17 +58,30 @@ inline bool isCutAt(char const* end) {
     return byte(1) >= 0xC0 || byte(2) >= 0xE0 || byte(3) >= 0xF0;
 }
 
-/// Whether all of a text of at least 16 bytes is plain. What is wrong in four blocks is gathered before it is
-/// looked at.
-KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
-    constexpr std::size_t turn = 4 * blockSize;
-    std::size_t at = 0;
-    Block previous = Block::zero();
-    if (n >= blockSize) {
-        previous = Block::load(p);
-        if (previous.anyTopBit() && !isPlainBlock(previous, Block::zero())) return false;
-        at = blockSize;
+/// Whether a text of 16 to 34 bytes is plain.
+KELCL_BLOCKS inline bool isPlainShort(char const* p, std::size_t n) {
+    Block const begin = n < blockSize ? Block::loadEnd(p, n) : Block::load(p);
+    if (n > blockSize) {
+        Block const end = Block::loadEnd(p + blockSize, n - blockSize);
+        if (!isPlainBlock(end, begin)) return false;
     }
+    return isPlainBlock(begin, Block::zero()) && !isCutAt(p + n);
+}
+
+/// Whether all of a text of at least 32 bytes is ASCII. For short texts.
+KELCL_BLOCKS_INLINE bool isAscii(char const* p, char const* end) {
+    Block all = Block::load(end - blockSize);
+    for (; static_cast<std::size_t>(end - p) > blockSize; p += blockSize)
+        all = all | Block::load(p);
+    return !all.anyTopBit();
+}
+
+/// How much of a long text is looked through in turns of four blocks, the mistakes in all four gathered
+/// before they are looked at; or notFound if there are any.
+KELCL_BLOCKS inline std::size_t plainTurns(char const* p, std::size_t n) {
+    constexpr std::size_t turn = 4 * blockSize;
+    if (!isPlainBlock(Block::load(p), Block::zero())) return notFound;
+    std::size_t at = blockSize;
     for (; n - at >= turn; at += turn) {
         char const* const four = p + at;
         // From three bytes earlier on, so that no character reaches into what is ASCII.
@@ -76,17 +90,26 @@ KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
         if (!all.anyTopBit()) continue;
         Block const mistakes = mistakesAt(four) | mistakesAt(four + blockSize) |
                                mistakesAt(four + 2 * blockSize) | mistakesAt(four + 3 * blockSize);
-        if (!mistakes.isZero()) return false;
+        if (!mistakes.isZero()) return notFound;
     }
+    return at;
+}
+
+/// Whether all of a text of at least 16 bytes is plain. The last block overlaps the one before it.
+KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
+    constexpr std::size_t worthTurns = 5 * blockSize;
+    if (n < blockSize + 3) return isPlainShort(p, n);
+    std::size_t at = n < worthTurns ? 0 : plainTurns(p, n);
+    if (at == notFound) return false;
+    if (isAscii(p + (at == 0 ? 0 : at - 3), p + n)) return true;
     Block mistakes = Block::zero();
-    for (; n - at >= blockSize; at += blockSize)
-        mistakes = mistakes | mistakesAt(p + at);
-    if (at != 0) previous = Block::load(p + at - blockSize);
-    if (at != n) {
-        Block const end = Block::loadEnd(p + at, n - at);
-        mistakes = mistakes | mistakesIn(end, earlier<1>(end, previous), earlier<2>(end, previous),
-                                         earlier<3>(end, previous));
+    if (at == 0) {
+        mistakes = mistakesAfter(Block::zero(), Block::load(p));
+        at = blockSize;
     }
+    for (; n - at > blockSize; at += blockSize)
+        mistakes = mistakes | mistakesAt(p + at);
+    mistakes = mistakes | mistakesAt(p + n - blockSize);
     return mistakes.isZero() && !isCutAt(p + n);
 }
 
@@ -97,7 +120,7 @@ KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
 namespace {
 
 bool isPlainByCharacters(char const* p, std::size_t n) {
-    for (std::size_t at = 0; at < n;) {
+    for (std::size_t at = asciiRun(p, n); at < n;) {
         std::size_t const length = plainUtf8Length(p + at, n - at);
         if (length == 0) return false;
         at += length;

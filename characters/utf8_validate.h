@@ -108,11 +108,14 @@ KELCL_BLOCKS_INLINE Block mistakesIn(Block block, Block oneEarlier, Block twoEar
     return due ^ mistakes;
 }
 
-/// Whether a block continues the plain text before it, of which the last block is given.
-KELCL_BLOCKS_INLINE bool isPlainBlock(Block block, Block previous) {
+/// The same, given the block before it.
+KELCL_BLOCKS_INLINE Block mistakesAfter(Block previous, Block block) {
     return mistakesIn(block, earlier<1>(block, previous), earlier<2>(block, previous),
-                      earlier<3>(block, previous))
-        .isZero();
+                      earlier<3>(block, previous));
+}
+
+KELCL_BLOCKS_INLINE bool isPlainBlock(Block block, Block previous) {
+    return mistakesAfter(previous, block).isZero();
 }
 
 /// One bit for each byte of plain text that begins a character: for all but 10xxxxxx.

@@ -245,8 +245,10 @@ TEST(Utf8, OfRandomBytesIsPlainAsFarAsTheDefinitionGoes) {
 TEST(Utf8, IsPlainOnlyWithoutAMistakeAnywhere) {
     static GuardedPages input;
     Texts texts(6);
-    for (std::string const around : {std::string(400, 'a'), texts.valid(200, 4, 4), texts.valid(200, 3, 3)})
-        for (std::string const odd : {"\x80", "\xC1\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF", "\xC3",
+    for (std::string const& around :
+         std::vector<std::string>{std::string(400, 'a'), texts.valid(200, 4, 4), texts.valid(200, 3, 3)})
+        for (std::string const& odd :
+             std::vector<std::string>{"\x80", "\xC1\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF", "\xC3",
                                       "\xE4\xB8", "\xF0\x9F\x98", "\xC3\xA4", "\xF0\x9F\x98\x80"})
             for (size_t front = 0; front < 300; ++front)
                 for (size_t const back : {0U, 1U, 2U, 3U, 31U, 130U}) {
