@@ -105,7 +105,7 @@ void expectAsInModel(std::string const& text) {
     for (size_t at = 0; at < plain.size(); at += decodeByDefinition(plain, at).length)
         backwards.insert(0, plain, at, decodeByDefinition(plain, at).length);
     char* const reversed = output.last(plain.size());
-    kelcl::reverseUtf8(reversed, plain.data(), plain.size());
+    kelcl::reverseUtf8(reversed, p, plain.size());
     ASSERT_EQ(std::string(reversed, plain.size()), backwards);
 
     char* const narrow = input.last(model.bytes); // over the text itself
