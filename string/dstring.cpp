@@ -137,15 +137,13 @@ DString& DString::prepareToChange() {
 
 DString& DString::append(char const* data, unsigned int count) {
     if (count == 0) return *this;
+    if (char* const end = lengthenInPlace(count)) {
+        std::memmove(end, data, count); // the bytes may be part of the text, and end with its NUL
+        return *this;
+    }
     DBuffer* const own = buffer();
-    unsigned int const before = own->length;
-    if (before == 0) return install(kelcl::copyLike(*own, data, count));
-    if (!own->hasOneOwner() || count > kelcl::roomAfter(before) || !kelcl::growsInPlace(*own))
-        return install(own->newBuffer(text_, before, data, count));
-    std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
-    text_[before + count] = '\0';
-    own->length = before + count;
-    return *this;
+    if (own->length == 0) return install(kelcl::copyLike(*own, data, count));
+    return install(own->newBuffer(text_, own->length, data, count));
 }
 
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,
