@@ -21,10 +21,6 @@ bool findsByBytes(DBuffer const& buffer, char first) {
            (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
 }
 
-bool growsInPlace(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) ? !isMultiByteLocale() : isMultiByteClass(buffer);
-}
-
 // What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI
 // says: an object begins with the pointer to its table, and a pointer to a virtual member function holds the
 // offset of the entry in it. If a function had two addresses, in two shared objects, it would count as
