@@ -176,6 +176,15 @@ TEST(DateNumbers, FarDatesRepeatTheCyclesOfTheirCalendar) {
     }
 }
 
+TEST(DateNumbers, TheShortWayToADateEndsWhereTheLongOneDoes) {
+    for (std::uint32_t day = 0; day < kelcl::nearDays; ++day) {
+        kelcl::CalendarDate const near = kelcl::nearCalendarDate(day);
+        kelcl::CalendarDate const any = kelcl::anyCalendarDate(kelcl::lastJulianDay + 1 + day);
+        ASSERT_TRUE(near.year == any.year && near.month == any.month && near.day == any.day) << day;
+    }
+    static_assert(kelcl::nearDays > 16000000);
+}
+
 TEST(DateNumbers, TheYearsAtTheEndsOfAnIntAreExact) {
     // 2047 is as many days into its cycle as 2147483647, 5368704 cycles later.
     PlainDate const last{INT_MAX, 12, 31, 365};
