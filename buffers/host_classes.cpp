@@ -10,15 +10,8 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
-#include <typeinfo>
 
 namespace kelcl {
-
-bool isSingleByteClass(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
-
-bool isLibraryClass(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
-}
 
 bool findsByBytes(DBuffer const& buffer, char first) {
     if (isSingleByteClass(buffer)) return true;
@@ -29,7 +22,7 @@ bool findsByBytes(DBuffer const& buffer, char first) {
 }
 
 bool growsInPlace(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
+    return isSingleByteClass(buffer) ? !isMultiByteLocale() : isMultiByteClass(buffer);
 }
 
 // What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI

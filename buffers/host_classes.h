@@ -5,15 +5,25 @@
 #ifndef KELCL_BUFFERS_HOST_CLASSES_H
 #define KELCL_BUFFERS_HOST_CLASSES_H
 
-#include <kelcl/dbuffer.h>
+#include <kelcl/ddbcsbuffer.h>
+
+#include <typeinfo>
 
 namespace kelcl {
 
-/// Whether the buffer is of exactly one of the library's two classes, not of one that a host derived.
-bool isLibraryClass(DBuffer const& buffer);
+/// Whether the buffer is of exactly the single-byte class, whose searches are those of the byte kernels.
+///
+/// Types are told by the addresses of their descriptions, which is enough: one that had a second description
+/// in another shared object would count as a host's, and be asked.
+inline bool isSingleByteClass(DBuffer const& buffer) { return &typeid(buffer) == &typeid(DBuffer); }
 
-/// Whether it is of exactly the single-byte class, whose searches are those of the byte kernels.
-bool isSingleByteClass(DBuffer const& buffer);
+/// Whether it is of exactly the multi-byte class.
+inline bool isMultiByteClass(DBuffer const& buffer) { return &typeid(buffer) == &typeid(DDBCSBuffer); }
+
+/// Whether it is of exactly one of the library's two classes, not of one that a host derived.
+inline bool isLibraryClass(DBuffer const& buffer) {
+    return isSingleByteClass(buffer) || isMultiByteClass(buffer);
+}
 
 /// Whether searches for a text that begins with the byte find the same as the byte kernels: the buffer is of
 /// exactly one of the library's classes, and the byte can only be the first one of a character.
