@@ -7,6 +7,7 @@
 #include "buffers/occurrences.h"
 #include "buffers/strip.h"
 #include "buffers/virtual_answers.h"
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -39,8 +40,11 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
         kernel(text + first, text + first, buffer.length - first);
         return shared(buffer);
     }
+    // A few bytes that do not change are faster edited than copied apart.
+    constexpr std::size_t worthCopying = 64;
+    if (first < worthCopying) first = 0;
     DBuffer* const copy = kelcl::allocateLike(buffer, buffer.length);
-    std::memcpy(copy->contents(), text, first);
+    kelcl::copyBytes(copy->contents(), text, first);
     kernel(copy->contents() + first, text + first, buffer.length - first);
     return copy;
 }
@@ -108,7 +112,7 @@ DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replac
         replacement = copy.data();
     }
     return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
-        if (out != in) std::memcpy(out, in, n);
+        if (out != in) kelcl::copyBytes(out, in, n);
         found.forEach([&](unsigned int gap) {
             std::memcpy(out + gap, replacement, length);
             out += gap + length;
@@ -137,7 +141,7 @@ public:
         if (piece.size() <= atOnce && readable >= atOnce && end_ - out_ >= std::ptrdiff_t{atOnce})
             std::memcpy(out_, piece.data(), atOnce);
         else if (!piece.empty())
-            std::memcpy(out_, piece.data(), piece.size());
+            kelcl::copyBytes(out_, piece.data(), piece.size());
         out_ += piece.size();
     }
 

@@ -6,6 +6,7 @@
 #include "buffers/strip.h"
 #include "buffers/translation.h"
 #include "buffers/wide_path.h"
+#include "characters/character_classes.h"
 #include "characters/character_map.h"
 #include "characters/character_text.h"
 #include "characters/stepping.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -27,36 +29,47 @@ using kelcl::sharedEmpty;
 
 // Strip
 
-/// Strips the characters at the ends whose values do not stay, always into a new buffer.
+/// Strips the characters at the ends whose values do not stay, always into a new buffer. Some ASCII ones may
+/// be known as such.
 template <class Stays>
 DBuffer* stripWide(DBuffer const& buffer, kelcl::CharacterText& text, DStringEnum::StripMode mode,
-                   Stays stays) {
+                   kelcl::ByteSet const* goes, Stays stays) {
     CharacterText::Place first = 0;
     CharacterText::Place last = text.end();
     if (mode != DStringEnum::trailing) {
-        first = text.findFirst(0, stays);
+        first = text.findFirst(0, stays, goes);
         if (first == last) return sharedEmpty(buffer);
     }
-    if (mode != DStringEnum::leading) last = text.findLast(last, stays);
+    if (mode != DStringEnum::leading) last = text.findLast(last, stays, goes);
     return last <= first ? sharedEmpty(buffer) : kelcl::pieceOf(buffer, text, first, last);
 }
+
+bool isAscii(wchar_t value) { return value >= 0 && value < 0x80; }
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
     CharacterText text(bytesOf(buffer));
     text.convert();
-    kelcl::CharacterMap members;
+    kelcl::ByteSet ascii;
+    kelcl::CharacterMap others;
     CharacterText listed({set, setLength});
-    for (CharacterText::Place at = 0; at < listed.end();)
-        members.add(kelcl::CharacterMap::keyOf(listed.take(at)));
-    return stripWide(buffer, text, mode, [&members](wchar_t value) {
-        return !members.contains(kelcl::CharacterMap::keyOf(value));
+    for (CharacterText::Place at = 0; at < listed.end();) {
+        wchar_t const value = listed.take(at);
+        if (isAscii(value))
+            ascii.insert(static_cast<char>(value));
+        else
+            others.add(kelcl::CharacterMap::keyOf(value));
+    }
+    return stripWide(buffer, text, mode, &ascii, [&](wchar_t value) {
+        return isAscii(value) ? !ascii.contains(static_cast<char>(value))
+                              : !others.contains(kelcl::CharacterMap::keyOf(value));
     });
 }
 
-DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
+DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, kelcl::CharacterClass const* known,
+                   DStringEnum::StripMode mode) {
     CharacterText text(bytesOf(buffer));
-    return stripWide(buffer, text, mode,
+    return stripWide(buffer, text, mode, known != nullptr ? &known->ascii : nullptr,
                      [&test](wchar_t value) { return test.test(static_cast<int>(value)) == 0; });
 }
 
@@ -128,6 +141,11 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
     CharacterText text(bytesOf(buffer));
     CharacterText inserted({p, n});
+    if (text.isPlain() && inserted.isPlain()) {
+        auto const front = static_cast<unsigned int>(text.after(position));
+        return buffer.newBuffer(buffer.contents(), front, p, n, buffer.contents() + front,
+                                buffer.length - front);
+    }
     CharacterText::Place const end = text.end();
     CharacterText::Place const front = std::min(text.after(position), end);
     return kelcl::fitted(buffer, total, {{text, 0, front}, {inserted, 0, inserted.end()}, {text, front, end}},
@@ -179,7 +197,11 @@ DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum
 
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
-    if (isWideMode()) return stripWide(*this, test, mode);
+    if (isWideMode()) {
+        // A test of another type may answer as it likes.
+        bool const isPlainTest = typeid(test) == typeid(DStringTest);
+        return stripWide(*this, test, isPlainTest ? kelcl::classOf(test.function_) : nullptr, mode);
+    }
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); },
         [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });

@@ -37,40 +37,84 @@ std::size_t firstCharacter(DBuffer const& text, std::size_t from, kelcl::BufferS
     return notFound;
 }
 
-/// The offset of the last character at or before the one that starts at `from` that `wanted(p, length)`
+/// The offset of the last character up to the one that contains the byte at `from` that `wanted(p, length)`
 /// wants.
 template <class Wanted>
 std::size_t lastCharacter(DBuffer const& text, std::size_t from, kelcl::BufferSteps& steps, Wanted wanted) {
     kelcl::FallingStarts starts(text.contents(), steps);
-    for (std::size_t at = from;; at = starts.startOf(at - 1)) {
+    for (std::size_t at = starts.startOf(from);; at = starts.startOf(at - 1)) {
         if (wanted(text.contents() + at, steps.length(text.contents() + at))) return at;
         if (at == 0) return notFound;
     }
 }
 
-/// The position of the first (last) character from `from` on (at or before `from`) with which something
-/// begins that `find` finds among the bytes. `from` is a character start where the walk is forwards.
+// What begins with a character is looked for by bytes. The encoding is asked for once there is a place where
+// the bytes leave open whether a character begins; what comes then stands by itself, as the room that it
+// needs would make every search slower.
+
 template <class Find>
-unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
-    std::size_t const candidate = find(from);
-    if (candidate == notFound || candidate == from) return position(candidate);
+[[gnu::noinline]] unsigned int firstAmong(DBuffer const& text, std::size_t candidate, Find const& find) {
     kelcl::BufferSteps steps;
-    kelcl::RisingStarts starts(text.contents(), from, steps);
+    kelcl::RisingStarts starts(text.contents(), 0, steps);
     return position(kelcl::firstAtStart(starts, candidate, find));
 }
 
 template <class Find>
-unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& find) {
-    std::size_t const candidate = find(from);
-    if (candidate == notFound) return 0;
+[[gnu::noinline]] unsigned int lastAmong(DBuffer const& text, std::size_t candidate, Find const& find) {
     kelcl::BufferSteps steps;
     kelcl::FallingStarts starts(text.contents(), steps);
     return position(kelcl::lastAtStart(starts, candidate, find));
 }
 
-/// Finds the last of a byte at or before an offset.
-auto lastByte(std::string_view text, char byte) {
-    return [text, byte](std::size_t from) { return kelcl::findLastByte(text.substr(0, from + 1), byte); };
+/// The position of the first character from `from` on, of the last one at or before `from`, with which
+/// something begins that `find` finds among the bytes.
+template <class Find>
+unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound || kelcl::surelyBeginsCharacter(text.contents(), candidate))
+        return position(candidate);
+    return firstAmong(text, candidate, find);
+}
+
+template <class Find>
+unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& find) {
+    std::size_t const candidate = find(from);
+    if (candidate == notFound || kelcl::surelyBeginsCharacter(text.contents(), candidate))
+        return position(candidate);
+    return lastAmong(text, candidate, find);
+}
+
+/// The same for texts of more than one byte.
+[[gnu::noinline]] unsigned int firstLongText(DBuffer const& buffer, std::size_t from,
+                                             std::string_view wanted) {
+    kelcl::RisingMatches matches(bytesOf(buffer), wanted);
+    return firstBeginning(buffer, from, [&matches](std::size_t offset) { return matches.at(offset); });
+}
+
+[[gnu::noinline]] unsigned int lastLongText(DBuffer const& buffer, std::size_t from,
+                                            std::string_view wanted) {
+    kelcl::FallingMatches matches(bytesOf(buffer), wanted);
+    return lastBeginning(buffer, from, [&matches](std::size_t offset) { return matches.at(offset); });
+}
+
+/// The position of the first character from `start` on, of the last one at or before `start`, with which some
+/// bytes begin. In the library's own class `start` may be inside of a character.
+unsigned int firstText(DBuffer const& buffer, unsigned int start, std::string_view wanted) {
+    std::size_t const from = std::max(start, 1U) - 1;
+    if (wanted.size() != 1) return wanted.empty() ? 0 : firstLongText(buffer, from, wanted);
+    return firstBeginning(buffer, from, [text = bytesOf(buffer), byte = wanted.front()](std::size_t offset) {
+        return kelcl::findByteFrom(text, byte, offset);
+    });
+}
+
+unsigned int lastText(DBuffer const& buffer, unsigned int start, std::string_view wanted) {
+    std::size_t const last = std::min(start, buffer.length);
+    if (last == 0) return 0;
+    if (wanted.size() != 1) return wanted.empty() ? 0 : lastLongText(buffer, last - 1, wanted);
+    return lastBeginning(buffer, last - 1,
+                         [text = bytesOf(buffer), byte = wanted.front()](std::size_t offset) {
+                             return kelcl::findLastByte(text.substr(0, offset + 1), byte);
+                         });
 }
 
 /// Wants the characters whose wide value the test accepts (rejects).
@@ -140,10 +184,36 @@ unsigned int lastByOwnSteps(DDBCSBuffer const& text, unsigned int from, Wanted w
 
 /// The same where the fast walk may be taken as well.
 template <class Wanted>
-unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wanted) {
+unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, kelcl::BufferSteps& steps,
+                        Wanted wanted) {
     if (!mayStepBack(text, from)) return lastByOwnSteps(text, from, wanted);
-    kelcl::BufferSteps steps;
     return position(lastCharacter(text, from - 1, steps, wanted));
+}
+
+// Where searches begin. In the library's own class those that find the beginnings of characters may start at
+// any byte of one: nothing else of it is found.
+
+unsigned int firstByte(DDBCSBuffer const& text, unsigned int start, unsigned int patternLength) {
+    return kelcl::isLibraryClass(text) ? text.DBuffer::startSearch(start, patternLength)
+                                       : text.startSearch(start, patternLength);
+}
+
+unsigned int lastByte(DDBCSBuffer const& text, unsigned int start, unsigned int patternLength) {
+    unsigned int const last = kelcl::isLibraryClass(text)
+                                  ? text.DBuffer::startBackwardsSearch(start, patternLength)
+                                  : text.startBackwardsSearch(start, patternLength);
+    return std::min(last, text.length);
+}
+
+/// Wants the characters of which the test, given the first byte, says so.
+auto firstByteThat(DStringTest const& test, bool accepts) {
+    return
+        [&test, accepts](char const* p, unsigned int) { return (test.test(signedByte(*p)) != 0) == accepts; };
+}
+
+/// Whether a character of one byte can be found among those of several.
+bool isNoCharacter(char byte) {
+    return byte != '\0' && !kelcl::standsAloneAnywhere(byte) && kelcl::beginsLongerCharacter(byte);
 }
 
 } // namespace
@@ -152,7 +222,13 @@ unsigned int lastWanted(DDBCSBuffer const& text, unsigned int from, Wanted wante
 
 unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int first = DBuffer::startSearch(start, patternLength);
-    if (first == 0 || (first == 1 && kelcl::isLibraryClass(*this))) return first;
+    if (first == 0) return 0;
+    if (kelcl::isLibraryClass(*this)) {
+        if (kelcl::surelyBeginsCharacter(contents(), first - 1)) return first;
+        kelcl::BufferSteps steps;
+        std::size_t const at = kelcl::RisingStarts(contents(), 0, steps).startFrom(first - 1);
+        return at < length ? position(at) : 0;
+    }
     while (first <= length && charType(first) >= 2)
         ++first;
     return first <= length ? first : 0;
@@ -161,7 +237,11 @@ unsigned int DDBCSBuffer::startSearch(unsigned int start, unsigned int patternLe
 unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int patternLength) const {
     unsigned int last = DBuffer::startBackwardsSearch(start, patternLength);
     if (last == 0) return 0;
-    if (kelcl::isLibraryClass(*this)) return last - (std::max(charType(last), 1U) - 1);
+    if (kelcl::isLibraryClass(*this)) {
+        if (kelcl::surelyBeginsCharacter(contents(), last - 1)) return last;
+        kelcl::BufferSteps steps;
+        return position(kelcl::startOfCharacter(contents(), last - 1, steps));
+    }
     while (last != 0 && charType(last) >= 2)
         --last;
     return last;
@@ -170,13 +250,13 @@ unsigned int DDBCSBuffer::startBackwardsSearch(unsigned int start, unsigned int 
 // Forward searches
 
 unsigned int DDBCSBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
+    if (kelcl::isMultiByteClass(*this)) return firstText(*this, start, {pattern, patternLength});
     if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
     unsigned int const first = startSearch(start, patternLength);
     if (first == 0 || first > length || patternLength == 0 || patternLength > length - first + 1) return 0;
     if (!beginsCharacter(*this, first))
         return firstByOwnSteps(*this, first, beginsWith(*this, {pattern, patternLength}));
-    kelcl::RisingMatches matches(bytesOf(*this), {pattern, patternLength});
-    return firstBeginning(*this, first - 1, [&matches](std::size_t from) { return matches.at(from); });
+    return firstText(*this, first, {pattern, patternLength});
 }
 
 unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) const {
@@ -184,28 +264,28 @@ unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) c
 }
 
 unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
-    unsigned int const first = startSearch(start, 1);
+    if (setLength == 1 && kelcl::isMultiByteClass(*this)) return firstText(*this, start, {set, 1});
+    unsigned int const first = firstByte(*this, start, 1);
     if (first == 0 || setLength == 0 || first > length) return 0;
-    bool const fromCharacter = beginsCharacter(*this, first);
-    if (setLength == 1) { // any character that begins with the byte
-        if (!fromCharacter) return firstByOwnSteps(*this, first, beginsWith(*this, {set, 1}));
-        return firstBeginning(*this, first - 1, [this, set](std::size_t from) {
-            return kelcl::findByteFrom(bytesOf(*this), *set, from);
-        });
-    }
+    bool const fast = beginsCharacter(*this, first);
+    if (setLength == 1) // any character that begins with the byte
+        return fast ? firstText(*this, first, {set, 1})
+                    : firstByOwnSteps(*this, first, beginsWith(*this, {set, 1}));
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (fromCharacter) return position(members.findFirst(bytesOf(*this), first - 1, steps));
-    return position(firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
-        return members.contains(p, bytes);
-    }));
+    if (!fast)
+        return position(
+            firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+                return members.contains(p, bytes);
+            }));
+    std::size_t const from = kelcl::RisingStarts(contents(), 0, steps).startFrom(first - 1);
+    return position(members.findFirst(bytesOf(*this), from, steps));
 }
 
 unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
     if (first == 0 || setLength == 0) return first;
-    if (setLength == 1 && *set != '\0' && kelcl::beginsLongerCharacter(*set))
-        return first; // no character equals it
+    if (setLength == 1 && isNoCharacter(*set)) return first; // no character equals it
     if (first > length) return 0;
     std::string_view const rest = bytesOf(*this).substr(first - 1);
     auto const inRest = [first](std::size_t found) {
@@ -235,22 +315,19 @@ unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int st
     unsigned int const first = startSearch(start, 1);
     if (first == 0) return 0;
     kelcl::BufferSteps steps;
-    return position(firstCharacter(*this, first - 1, steps, [&test](char const* p, unsigned int) {
-        return test.test(signedByte(*p)) == 0;
-    }));
+    return position(firstCharacter(*this, first - 1, steps, firstByteThat(test, false)));
 }
 
 // Backward searches
 
 unsigned int DDBCSBuffer::lastIndexOf(char const* pattern, unsigned int patternLength,
                                       unsigned int start) const {
+    if (kelcl::isMultiByteClass(*this)) return lastText(*this, start, {pattern, patternLength});
     unsigned int const last = std::min(startBackwardsSearch(start, patternLength), length);
     if (last == 0 || patternLength == 0) return 0;
     if (!mayStepBack(*this, last))
         return lastByOwnSteps(*this, last, beginsWith(*this, {pattern, patternLength}));
-    if (patternLength == 1) return lastBeginning(*this, last - 1, lastByte(bytesOf(*this), *pattern));
-    kelcl::FallingMatches matches(bytesOf(*this), {pattern, patternLength});
-    return lastBeginning(*this, last - 1, [&matches](std::size_t from) { return matches.at(from); });
+    return lastText(*this, last, {pattern, patternLength});
 }
 
 unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int start) const {
@@ -259,11 +336,11 @@ unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int star
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
                                            unsigned int start) const {
-    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
+    unsigned int const last = lastByte(*this, start, 1);
     if (last == 0 || setLength == 0) return 0;
     bool const fast = mayStepBack(*this, last);
     if (setLength == 1)
-        return fast ? lastBeginning(*this, last - 1, lastByte(bytesOf(*this), *set))
+        return fast ? lastText(*this, last, {set, 1})
                     : lastByOwnSteps(*this, last, beginsWith(*this, {set, 1}));
     kelcl::BufferSteps steps;
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
@@ -274,36 +351,35 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
                                             unsigned int start) const {
-    unsigned int const last = startBackwardsSearch(start, 1);
-    if (last == 0 || setLength == 0) return last;
-    unsigned int const from = std::min(last, length);
-    if (setLength == 1) {
-        // Nothing is found then, where the forward search finds its start: callers rely on it.
-        if (*set != '\0' && kelcl::beginsLongerCharacter(*set)) return 0;
-        return lastWanted(*this, from, [set](char const* p, unsigned int) { return *p != *set; });
-    }
+    if (setLength == 0) return startBackwardsSearch(start, 1);
+    unsigned int const last = lastByte(*this, start, 1);
+    // Where no character equals a set of one byte, nothing is found, while the forward search finds its
+    // start: callers rely on it.
+    if (last == 0 || (setLength == 1 && isNoCharacter(*set))) return 0;
     kelcl::BufferSteps steps;
+    if (setLength == 1)
+        return lastWanted(*this, last, steps, [set](char const* p, unsigned int) { return *p != *set; });
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.isByteSearchable() && mayStepBack(*this, from)) {
-        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, from), members.singleBytes());
+    if (members.isByteSearchable() && mayStepBack(*this, last)) {
+        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, last), members.singleBytes());
         return found == notFound ? 0 : position(kelcl::startOfCharacter(contents(), found, steps));
     }
-    return lastWanted(*this, from,
+    return lastWanted(*this, last, steps,
                       [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); });
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, true);
-    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
-    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
-        return test.test(signedByte(*p)) != 0;
-    });
+    unsigned int const last = lastByte(*this, start, 1);
+    if (last == 0) return 0;
+    kelcl::BufferSteps steps;
+    return lastWanted(*this, last, steps, firstByteThat(test, true));
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
     if (isWideMode()) return lastWide(*this, start, test, false);
-    unsigned int const last = std::min(startBackwardsSearch(start, 1), length);
-    return last == 0 ? 0 : lastWanted(*this, last, [&test](char const* p, unsigned int) {
-        return test.test(signedByte(*p)) == 0;
-    });
+    unsigned int const last = lastByte(*this, start, 1);
+    if (last == 0) return 0;
+    kelcl::BufferSteps steps;
+    return lastWanted(*this, last, steps, firstByteThat(test, false));
 }

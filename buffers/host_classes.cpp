@@ -10,15 +10,8 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
-#include <typeinfo>
 
 namespace kelcl {
-
-bool isSingleByteClass(DBuffer const& buffer) { return typeid(buffer) == typeid(DBuffer); }
-
-bool isLibraryClass(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) || typeid(buffer) == typeid(DDBCSBuffer);
-}
 
 bool findsByBytes(DBuffer const& buffer, char first) {
     if (isSingleByteClass(buffer)) return true;
@@ -26,10 +19,6 @@ bool findsByBytes(DBuffer const& buffer, char first) {
     constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
     return standsAlone(first, false) ||
            (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
-}
-
-bool growsInPlace(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) ? !isMultiByteLocale() : typeid(buffer) == typeid(DDBCSBuffer);
 }
 
 // What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI

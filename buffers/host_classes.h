@@ -6,22 +6,19 @@
 #define KELCL_BUFFERS_HOST_CLASSES_H
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/detail/library_buffers.h>
 
 namespace kelcl {
 
-/// Whether the buffer is of exactly one of the library's two classes, not of one that a host derived.
-bool isLibraryClass(DBuffer const& buffer);
+/// Whether the buffer is of exactly the single-byte class, whose searches are those of the byte kernels.
+inline bool isSingleByteClass(DBuffer const& buffer) { return isExactly<DBuffer>(buffer); }
 
-/// Whether it is of exactly the single-byte class, whose searches are those of the byte kernels.
-bool isSingleByteClass(DBuffer const& buffer);
+/// Whether it is of exactly the multi-byte class.
+inline bool isMultiByteClass(DBuffer const& buffer) { return isExactly<DDBCSBuffer>(buffer); }
 
 /// Whether searches for a text that begins with the byte find the same as the byte kernels: the buffer is of
 /// exactly one of the library's classes, and the byte can only be the first one of a character.
 bool findsByBytes(DBuffer const& buffer, char first);
-
-/// Whether the text may grow in the block it has by `roomAfter` its length: the buffer is of exactly one
-/// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
-bool growsInPlace(DBuffer const& buffer);
 
 // Of a class that a host derived:
 

@@ -6,6 +6,7 @@
 #include "buffers/length.h"
 #include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -95,7 +96,7 @@ public:
         if (piece.size() <= atOnce && readable >= atOnce && room() >= atOnce)
             std::memcpy(out_, piece.data(), atOnce);
         else
-            std::memcpy(out_, piece.data(), piece.size());
+            copyBytes(out_, piece.data(), piece.size());
         out_ += piece.size();
     }
     void add(Replacement const& replacement) {

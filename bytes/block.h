@@ -6,7 +6,8 @@
 // no sets all bits of the byte, or none.
 //
 // Blocks and halves:
-//   load, loadTwo, loadEnd, store     from and to memory of any alignment
+//   load, loadTwo, loadEnd            from memory of any alignment
+//   store, storeTwo                   to it
 //   of, ofFour, ofEight, twice        a block of one byte, four, eight, or 16 over and over
 //   & | ^ ~ + -                       without carry from byte to byte
 //   minusDownTo0                      the difference, or 0 where it is negative
@@ -19,6 +20,7 @@
 //                                     (in all three, each half of a block has a table of its own)
 //   earlier<n>(block, previous)       each byte is the one n places earlier in a text that runs on from the
 //                                     previous block
+//   reversedEach<n>                   each n bytes in reverse order
 //   joinedHalves, sumsToBase64        neighbours made one: see there
 //   topBits, lowBits                  a mask of one bit of each byte, the first byte's lowest
 //   isZero, anyTopBit                 of the whole block
@@ -55,6 +57,15 @@ inline constexpr auto towardsFirst = [] {
     std::array<unsigned char, 32> table{};
     for (unsigned int i = 0; i < table.size(); ++i)
         table[i] = static_cast<unsigned char>(i < 16 ? i : 0x80);
+    return table;
+}();
+
+/// Indices that put each so many of 16 bytes in reverse order.
+template <std::size_t size>
+inline constexpr auto reversedPlaces = [] {
+    std::array<unsigned char, 16> table{};
+    for (unsigned int i = 0; i < table.size(); ++i)
+        table[i] = static_cast<unsigned char>(i ^ (size - 1));
     return table;
 }();
 

@@ -62,6 +62,37 @@ struct InSet {
 #endif
 };
 
+/// The same for a set without members above 127.
+struct InAsciiSet {
+    ByteSet const& set;
+    bool matches(char byte) const { return set.contains(byte); }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block matches(Block block) const {
+        Block const row = lookUpByLowHalf(Block::twice(set.rows()), block);
+        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
+        return equal(row & bit, bit);
+    }
+#endif
+};
+
+/// In a set that is given by its members, at least one; each of them is compared.
+struct AmongFew {
+    std::string_view members;
+    bool matches(char byte) const {
+        for (char const member : members)
+            if (member == byte) return true;
+        return false;
+    }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block matches(Block block) const {
+        Block result = equal(block, Block::of(members.back()));
+        for (std::size_t i = 0; i + 1 < members.size(); i += 2)
+            result = result | (equal(block, Block::of(members[i])) | equal(block, Block::of(members[i + 1])));
+        return result;
+    }
+#endif
+};
+
 template <class Matcher>
 struct Not {
     Matcher matcher;
@@ -176,6 +207,8 @@ KELCL_BLOCKS std::size_t findFirst(std::string_view text, Matcher matcher) {
         return mask != 0 ? lowestBit(mask) : notFound;
     }
     std::size_t i = 0;
+    while (n - i >= 128 && !anyOf128(bytes + i, matcher))
+        i += 128;
     for (; n - i >= 64; i += 64)
         if (std::uint64_t const mask = maskOf64(bytes + i, matcher); mask != 0) return i + lowestBit(mask);
     if (n - i >= 32) {

@@ -65,31 +65,65 @@ constinit CharacterClass const upperCase = localeClass<isUpper, std::isupper, st
 constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, std::iswspace>();
 
 CharacterClass const* classOf(Test function) {
-    for (CharacterClass const* candidate :
-         {&alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase, &printable,
-          &punctuation, &upperCase, &whiteSpace})
+    static constexpr CharacterClass const* candidates[] = {
+        &whiteSpace, &alphanumeric, &alphabetic, &control,     &digits,   &graphics,
+        &hexDigits,  &lowerCase,    &printable,  &punctuation, &upperCase};
+    for (CharacterClass const* const candidate : candidates)
         if (candidate->test == function) return candidate;
     return nullptr;
 }
 
-std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+namespace {
+
+// The two directions of a walk to the bytes outside of a set: where the next one is, and what is left of the
+// text beyond it.
+
+struct Forwards {
+    static std::size_t find(std::string_view text, ByteSet const& members) {
+        return findFirstNotIn(text, members);
+    }
+    static std::string_view beyond(std::string_view text, std::size_t at) { return text.substr(at + 1); }
+};
+
+struct Backwards {
+    static std::size_t find(std::string_view text, ByteSet const& members) {
+        return findLastNotIn(text, members);
+    }
+    static std::string_view beyond(std::string_view text, std::size_t at) { return text.substr(0, at); }
+};
+
+/// The next byte that is not a member, null if there is none: by the members in ASCII, and where another byte
+/// stops that, by what the locale says.
+template <class Direction>
+char const* findNotIn(std::string_view text, CharacterClass const& characterClass) {
     // Asking the locale about all upper bytes costs as much as asking about so many bytes of the text.
     constexpr std::size_t worthATable = 256;
     auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
-    std::size_t at = findFirstNotIn(text, characterClass.ascii);
-    if (characterClass.ofWide == nullptr) return at;
-    while (at != notFound && static_cast<signed char>(text[at]) < 0) {
-        if (text.size() - at >= worthATable) {
-            ByteSet const members =
-                ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); });
-            std::size_t const found = findFirstNotIn(text.substr(at), members);
-            return found == notFound ? notFound : at + found;
-        }
-        if (!inLocale(text[at])) return at;
-        std::size_t const found = findFirstNotIn(text.substr(at + 1), characterClass.ascii);
-        at = found == notFound ? notFound : at + 1 + found;
+    ByteSet members = characterClass.ascii;
+    bool isTable = characterClass.ofWide == nullptr;
+    for (;;) {
+        std::size_t const at = Direction::find(text, members);
+        if (at == notFound) return nullptr;
+        if (isTable || static_cast<signed char>(text[at]) >= 0 || !inLocale(text[at])) return &text[at];
+        text = Direction::beyond(text, at);
+        if (text.size() < worthATable) continue;
+        members = ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); });
+        isTable = true;
     }
-    return at;
+}
+
+std::size_t offsetIn(std::string_view text, char const* found) {
+    return found == nullptr ? notFound : static_cast<std::size_t>(found - text.data());
+}
+
+} // namespace
+
+std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+    return offsetIn(text, findNotIn<Forwards>(text, characterClass));
+}
+
+std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass) {
+    return offsetIn(text, findNotIn<Backwards>(text, characterClass));
 }
 
 } // namespace kelcl

@@ -59,7 +59,7 @@ Extent narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n
 }
 
 bool isPlainUtf8Text(char const* text, std::size_t n) {
-    return isUtf8Locale() && plainUtf8Run(text, n).bytes == n;
+    return isUtf8Locale() && isPlainUtf8(text, n);
 }
 
 bool NarrowCharacter::askLibrary(wchar_t value) {

@@ -23,10 +23,13 @@ inline bool isUtf8(char const* codeset) {
 /// there.
 inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8(nl_langinfo(CODESET)); }
 
-/// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
-/// multi-byte encoding of the C library, whose trail bytes begin there.
+/// Bytes that can never be part of a longer character, whatever the encoding: below 0x30, where the trail
+/// bytes of every multi-byte encoding of the C library begin.
+inline bool standsAloneAnywhere(char byte) { return static_cast<unsigned char>(byte) < 0x30; }
+
+/// The same where it is known whether the encoding is UTF-8, in which they are all below 0x80.
 inline bool standsAlone(char byte, bool isUtf8) {
-    return static_cast<unsigned char>(byte) < (isUtf8 ? 0x80 : 0x30);
+    return isUtf8 ? static_cast<signed char>(byte) >= 0 : standsAloneAnywhere(byte);
 }
 
 } // namespace kelcl

@@ -151,6 +151,12 @@ private:
 /// Whether the byte is an incomplete sequence by itself.
 bool beginsLongerCharacter(char byte);
 
+/// Whether a character begins at an offset whatever encoding the text has: at its front, and with or after a
+/// byte that stands alone in every encoding. If not, the encoding has to be asked for.
+inline bool surelyBeginsCharacter(char const* text, std::size_t at) {
+    return at == 0 || standsAloneAnywhere(text[at]) || standsAloneAnywhere(text[at - 1]);
+}
+
 /// The same as startOfCharacter for UTF-8, which can be read backwards.
 inline std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {
     if (!isContinuation(text[at])) return at;

@@ -1,6 +1,7 @@
 // DString: construction, copy-on-write, concatenation.
 #include "buffers/buffer_block.h"
 #include "buffers/host_classes.h"
+#include "bytes/real_number.h"
 #include <kelcl/dstring.h>
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 #include <cstring>
 #include <memory>
 #include <new>
+
+#include <langinfo.h>
 
 char const* const DString::null = "";
 char const* const DString::zero = "0";
@@ -37,7 +40,11 @@ public:
         : length_(static_cast<std::size_t>(std::to_chars(room_, room_ + sizeof room_, number).ptr - room_)) {}
 
     /// As `printf` writes it, so with the locale's decimal point, which may be of any length.
-    explicit NumberText(double number) : length_(print(room_, sizeof room_, number)) {
+    explicit NumberText(double number) {
+        auto const [length, hasPoint] = kelcl::writeReal(room_, number);
+        length_ = length;
+        if (length != 0 && (!hasPoint || std::strcmp(nl_langinfo(RADIXCHAR), ".") == 0)) return;
+        length_ = print(room_, sizeof room_, number);
         if (length_ < sizeof room_) return;
         long_.reset(new char[length_ + 1]);
         length_ = std::min(length_, print(long_.get(), length_ + 1, number));
@@ -55,7 +62,7 @@ private:
         return static_cast<std::size_t>(length);
     }
 
-    char room_[48];
+    char room_[kelcl::realTextSpace];
     std::unique_ptr<char[]> long_;
     std::size_t length_;
 };
@@ -110,17 +117,20 @@ DString& DString::initBuffer(void const* p1, unsigned int l1, void const* p2, un
 
 DString& DString::initBuffer(long number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::initBuffer(unsigned long number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::initBuffer(double number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::install(DBuffer* edited) {
@@ -137,15 +147,13 @@ DString& DString::prepareToChange() {
 
 DString& DString::append(char const* data, unsigned int count) {
     if (count == 0) return *this;
+    if (char* const end = lengthenInPlace(count)) {
+        std::memmove(end, data, count); // the bytes may be part of the text, and end with its NUL
+        return *this;
+    }
     DBuffer* const own = buffer();
-    unsigned int const before = own->length;
-    if (before == 0) return install(kelcl::copyLike(*own, data, count));
-    if (!own->hasOneOwner() || count > kelcl::roomAfter(before) || !kelcl::growsInPlace(*own))
-        return install(own->newBuffer(text_, before, data, count));
-    std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
-    text_[before + count] = '\0';
-    own->length = before + count;
-    return *this;
+    if (own->length == 0) return install(kelcl::copyLike(*own, data, count));
+    return install(own->newBuffer(text_, own->length, data, count));
 }
 
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,

@@ -1,5 +1,6 @@
 // The edits that keep the length, against plain ones.
 
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "tests/bytes/texts.h"
 
@@ -62,6 +63,31 @@ template <class Edit>
 void expectBothWays(std::string_view text, std::string_view wanted, Edit edit) {
     expectCopies(text, wanted, edit);
     expectEditsInPlace(text, wanted, [&](char* bytes, std::size_t n) { edit(bytes, bytes, n); });
+}
+
+TEST(Copy, CopiesEveryLengthToEveryDistance) {
+    std::mt19937 random(100);
+    for (std::size_t n = 0; n <= longest; ++n) {
+        std::string const text = randomBytes(random, n);
+        expectCopies(text, text, kelcl::copyBytes);
+    }
+}
+
+TEST(Copy, CopiesLongPiecesThatMoveByAFewBytesModuloAPage) {
+    constexpr std::size_t page = 4096;
+    std::mt19937 random(101);
+    std::string const text = randomBytes(random, 3 * page);
+    alignas(64) static char room[9 * page];
+    for (std::size_t const n : {2047U, 2048U, 2049U, 4095U, 4096U, 4097U, 6145U, 12288U})
+        for (std::size_t shift = 0; shift < 80; ++shift) {
+            std::memcpy(room, text.data(), n);
+            char* const out = room + 4 * page + shift;
+            std::memset(room + 4 * page, '#', 5 * page);
+            kelcl::copyBytes(out, room, n);
+            ASSERT_EQ(std::string_view(out, n), std::string_view(text).substr(0, n));
+            ASSERT_EQ(std::string_view(out - shift, shift), std::string(shift, '#'));
+            ASSERT_EQ(std::string_view(out + n, 64), std::string(64, '#'));
+        }
 }
 
 TEST(CaseMapping, ChangesTheTwentySixLettersOfAsciiOnly) {
