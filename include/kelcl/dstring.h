@@ -5,6 +5,7 @@
 #define KELCL_DSTRING_H
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/detail/hash.h>
 #include <kelcl/detail/library_buffers.h>
 #include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
@@ -1154,8 +1155,11 @@ namespace std {
 /// @endcode
 template <>
 struct hash<DString> {
-    /// Returns what `std::hash` does for the same bytes in a `std::string_view`.
-    size_t operator()(DString const& text) const noexcept { return hash<string_view>{}(text); }
+    /// Returns a number that is the same for equal bytes within a program. Another version of the library may
+    /// give another one.
+    size_t operator()(DString const& text) const noexcept {
+        return kelcl::hashOf(text.data(), text.length());
+    }
 };
 
 } // namespace std
