@@ -198,6 +198,5 @@ std::istream& operator>>(std::istream& in, DString& text) {
 }
 
 std::ostream& operator<<(std::ostream& out, DString const& text) {
-    return out << std::string_view(text.c_str(),
-                                   std::min<std::size_t>(kelcl::findByte(text, '\0'), text.length()));
+    return out << std::string_view(text.c_str()); // to its first NUL, which need not be its end
 }
