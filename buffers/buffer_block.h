@@ -41,18 +41,9 @@ inline DBuffer* shared(DBuffer& buffer) {
 /// The shared empty buffer that suits `like`, with a reference for the caller.
 inline DBuffer* sharedEmpty(DBuffer const& like) { return shared(*like.null()); }
 
-/// Gives a buffer that came with another length the one that was asked for; throws where its block may be too
-/// short.
-void fitLength(DBuffer& made, unsigned int length);
-
 /// A new buffer of the class that `like` makes, its text yet to be filled. A subclass may let `allocate`
 /// return null, or a buffer of another length; this is never null, and has room for exactly the text.
-inline DBuffer* allocateLike(DBuffer const& like, unsigned int length) {
-    DBuffer* const result = like.allocate(length);
-    if (result == nullptr) throw std::bad_alloc();
-    if (result->length != length) fitLength(*result, length);
-    return result;
-}
+DBuffer* allocateLike(DBuffer const& like, unsigned int length);
 
 /// A buffer of the class that `like` makes with a copy of the bytes, of which there is at least one:
 /// `newBuffer` for one piece.

@@ -1,6 +1,7 @@
 // DString: construction, copy-on-write, concatenation.
 #include "buffers/buffer_block.h"
 #include "buffers/host_classes.h"
+#include "buffers/length.h"
 #include "bytes/real_number.h"
 #include <kelcl/dstring.h>
 
@@ -151,12 +152,20 @@ DString& DString::append(char const* data, unsigned int count) {
         std::memmove(end, data, count); // the bytes may be part of the text, and end with its NUL
         return *this;
     }
-    DBuffer* const own = buffer();
-    if (own->length == 0) return install(kelcl::copyLike(*own, data, count));
-    return install(own->newBuffer(text_, own->length, data, count));
+    unsigned int const before = length();
+    DBuffer* const longer = kelcl::allocateLike(*buffer(), kelcl::lengthSum(before, count));
+    std::memcpy(longer->contents(), text_, before);
+    std::memcpy(longer->contents() + before, data, count);
+    return install(longer);
 }
 
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,
                         unsigned int rightLength) {
-    return DString(left, leftLength, right, rightLength);
+    DBuffer* const empty = DBuffer::fromContents(sharedEmpty());
+    unsigned int const length = kelcl::lengthSum(leftLength, rightLength);
+    if (length == 0) return DString(kelcl::sharedEmpty(*empty));
+    DString result(kelcl::allocateLike(*empty, length));
+    if (leftLength != 0) std::memcpy(result.text_, left, leftLength);
+    if (rightLength != 0) std::memcpy(result.text_ + leftLength, right, rightLength);
+    return result;
 }

@@ -5,6 +5,7 @@
 #define KELCL_DSTRING_H
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/detail/hash.h>
 #include <kelcl/detail/library_buffers.h>
 #include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
@@ -14,6 +15,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// A string of bytes with value semantics, which shares its text with its copies until one of them changes.
 ///
@@ -861,10 +863,19 @@ public:
     friend DString operator+(DString const& left, DString const& right) {
         return joined(left.text_, left.length(), right.text_, right.length());
     }
+    /// Returns a string of both texts, which takes over the text of `left` where it has room.
+    friend DString operator+(DString&& left, DString const& right) {
+        return std::move(left).followedBy({right.text_, right.length()});
+    }
     /// Returns a new string of the string's text, then a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(DString const& left, T const& right) {
         return joined({left.text_, left.length()}, kelcl::textOf(right));
+    }
+    /// Returns a string of both texts, which takes over the text of `left` where it has room.
+    template <class T, class = kelcl::IfOtherPiece<T>>
+    friend DString operator+(DString&& left, T const& right) {
+        return std::move(left).followedBy(kelcl::textOf(right));
     }
     /// Returns a new string of a text or one byte, then the string's text.
     template <class T, class = kelcl::IfOtherPiece<T>>
@@ -1117,12 +1128,16 @@ private:
     // Lengthens the text by so many bytes, which the caller writes, and returns their place; null where it
     // cannot grow where it stands.
     char* lengthenInPlace(unsigned int count) noexcept;
+    // Whether the text could be appended so.
+    bool appendInPlace(kelcl::Text text) noexcept;
     DString& append(char const* data, unsigned int count);
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
     static DString joined(kelcl::Text left, kelcl::Text right) {
         return joined(left.data, left.length, right.data, right.length);
     }
+    // The same with this as a left text that nobody needs any more.
+    DString followedBy(kelcl::Text text) &&;
 
     // How an editing operation keeps the buffer it works on.
     enum class During { heldAlive, soleOwnerEditsInPlace };
@@ -1140,8 +1155,11 @@ namespace std {
 /// @endcode
 template <>
 struct hash<DString> {
-    /// Returns what `std::hash` does for the same bytes in a `std::string_view`.
-    size_t operator()(DString const& text) const noexcept { return hash<string_view>{}(text); }
+    /// Returns a number that is the same for equal bytes within a program. Another version of the library may
+    /// give another one.
+    size_t operator()(DString const& text) const noexcept {
+        return kelcl::hashOf(text.data(), text.length());
+    }
 };
 
 } // namespace std

@@ -217,6 +217,14 @@ inline char* DString::lengthenInPlace(unsigned int count) noexcept {
     return text_ + before;
 }
 
+inline bool DString::appendInPlace(kelcl::Text text) noexcept {
+    char* const end = lengthenInPlace(text.length);
+    if (end == nullptr) return false;
+    kelcl::moveBytes(end, text.data,
+                     text.length); // which may be part of this very text, and end with its NUL
+    return true;
+}
+
 inline DString& DString::operator+=(DString const& text) { return *this += std::string_view(text); }
 
 template <class T, class>
@@ -226,14 +234,18 @@ DString& DString::operator+=(T const& piece) {
         char* const end = lengthenInPlace(1);
         if (end == nullptr) return append(&byte, 1);
         *end = byte;
+        return *this;
     } else {
         kelcl::Text const text = kelcl::textOf(piece);
-        char* const end = lengthenInPlace(text.length);
-        if (end == nullptr) return append(text.data, text.length);
-        kelcl::moveBytes(end, text.data,
-                         text.length); // which may be part of this very text, and end with its NUL
+        return appendInPlace(text) ? *this : append(text.data, text.length);
     }
-    return *this;
+}
+
+// A text that grows keeps its class, a joined one is of that of the shared empty buffer.
+inline DString DString::followedBy(kelcl::Text text) && {
+    if (kelcl::haveOneClass(*buffer(), *DBuffer::fromContents(sharedEmpty())) && appendInPlace(text))
+        return std::move(*this);
+    return joined({text_, length()}, text);
 }
 
 // Bitwise operators

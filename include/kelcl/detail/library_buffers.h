@@ -32,6 +32,16 @@ inline bool isLibraryClass(DBuffer const& buffer) noexcept {
     return isExactly<DBuffer>(buffer) || isExactly<DDBCSBuffer>(buffer);
 }
 
+/// Whether both buffers are of one class, whichever it is.
+inline bool haveOneClass([[maybe_unused]] DBuffer const& left,
+                         [[maybe_unused]] DBuffer const& right) noexcept {
+#ifdef __cpp_rtti
+    return &typeid(left) == &typeid(right);
+#else
+    return false;
+#endif
+}
+
 /// Every text is shorter than this: with header, NUL and spare bytes its block stays below 4 GiB.
 inline constexpr unsigned int lengthLimit = 0xFFFFFFE7;
 
