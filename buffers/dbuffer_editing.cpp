@@ -197,23 +197,15 @@ DBuffer* DBuffer::lowerCase() {
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                             unsigned int outputLength, char padCharacter) {
-    bool const isLibraryClass = kelcl::isLibraryClass(*this);
-    std::size_t const first =
-        isLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
+    std::string_view const from(inputSet, inputLength);
+    kelcl::Replacements const replacements(from, {outputSet, outputLength}, padCharacter, length);
+    if (!kelcl::isLibraryClass(*this))
+        return kelcl::editFound(*this, from,
+                                [&replacements](char& c, unsigned int) { c = replacements.of(c); });
+    std::size_t const first = replacements.findFirst(bytesOf(*this), from);
     if (first == kelcl::notFound) return shared(*this);
-
-    unsigned char table[256];
-    for (unsigned int value = 0; value < 256; ++value)
-        table[value] = static_cast<unsigned char>(value);
-    for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
-        table[static_cast<unsigned char>(inputSet[i])] =
-            static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
-    if (!isLibraryClass)
-        return kelcl::editFound(*this, {inputSet, inputLength}, [&table](char& c, unsigned int) {
-            c = static_cast<char>(table[static_cast<unsigned char>(c)]);
-        });
-    return editBytes(*this, first, [&table](char* out, char const* in, std::size_t n) {
-        kelcl::copyTranslated(out, in, n, table);
+    return editBytes(*this, first, [&replacements](char* out, char const* in, std::size_t n) {
+        replacements.copy(out, in, n);
     });
 }
 

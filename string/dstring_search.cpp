@@ -1,5 +1,7 @@
 // DString: counting and matching.
+#include "buffers/host_classes.h"
 #include "buffers/occurrences.h"
+#include "buffers/wide_mode.h"
 #include "bytes/wildcard.h"
 
 #include <kelcl/dstring.h>
@@ -26,6 +28,9 @@ bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned in
 }
 
 bool DString::isLike(char const* pattern, unsigned int patternLength, char anyString, char anyChar) const {
-    if (order(pattern, patternLength) == 0) return true;
+    // By bytes, texts of different lengths are not equal.
+    bool const mayBeEqual =
+        length() == patternLength || kelcl::isWideMode() || !kelcl::isLibraryClass(*buffer());
+    if (mayBeEqual && order(pattern, patternLength) == 0) return true;
     return kelcl::matchesWildcard(*this, {pattern, patternLength}, anyString, anyChar);
 }
