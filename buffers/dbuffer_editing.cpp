@@ -49,6 +49,15 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
     return copy;
 }
 
+/// The same for the letters that `find` finds, of which there may be none.
+template <class Find, class Kernel>
+DBuffer* editLetters(DBuffer& buffer, Find find, Kernel kernel) {
+    constexpr std::size_t worthSearching = 1024; // a shorter text is edited in place as fast
+    if (buffer.length < worthSearching && buffer.hasOneOwner()) return editBytes(buffer, 0, kernel);
+    std::size_t const first = find(bytesOf(buffer));
+    return first == kelcl::notFound ? shared(buffer) : editBytes(buffer, first, kernel);
+}
+
 /// The occurrences of a byte as GapList tells those of a pattern, found anew each time: that is faster than
 /// to keep them.
 class ByteGaps {
@@ -183,16 +192,14 @@ DBuffer* DBuffer::upperCase() {
     if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
                                 [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
-    std::size_t const first = kelcl::findLowerCase(bytesOf(*this));
-    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
+    return editLetters(*this, kelcl::findLowerCase, kelcl::copyUpperCase);
 }
 
 DBuffer* DBuffer::lowerCase() {
     if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
                                 [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
-    std::size_t const first = kelcl::findUpperCase(bytesOf(*this));
-    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
+    return editLetters(*this, kelcl::findUpperCase, kelcl::copyLowerCase);
 }
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,

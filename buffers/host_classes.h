@@ -27,7 +27,10 @@ inline bool isLibraryClass(DBuffer const& buffer) {
 
 /// Whether searches for a text that begins with the byte find the same as the byte kernels: the buffer is of
 /// exactly one of the library's classes, and the byte can only be the first one of a character.
-bool findsByBytes(DBuffer const& buffer, char first);
+bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first);
+inline bool findsByBytes(DBuffer const& buffer, char first) {
+    return isSingleByteClass(buffer) || findsByBytesInMultiByteClass(buffer, first);
+}
 
 /// Whether the text may grow in the block it has by `roomAfter` its length: the buffer is of exactly one
 /// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.

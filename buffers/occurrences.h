@@ -4,6 +4,7 @@
 #ifndef KELCL_BUFFERS_OCCURRENCES_H
 #define KELCL_BUFFERS_OCCURRENCES_H
 
+#include "buffers/host_classes.h"
 #include "bytes/pattern_matches.h"
 #include "characters/stepping.h"
 
@@ -42,7 +43,9 @@ public:
     }
 
     /// Whether the bytes alone tell all of them.
-    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern);
+    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern) {
+        return !pattern.empty() && findsByBytes(text, pattern.front());
+    }
     /// How many there are.
     static unsigned int count(DBuffer const& text, std::string_view pattern, unsigned int start);
 
