@@ -13,9 +13,8 @@
 
 namespace kelcl {
 
-bool findsByBytes(DBuffer const& buffer, char first) {
-    if (isSingleByteClass(buffer)) return true;
-    if (!isLibraryClass(buffer)) return false;
+bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first) {
+    if (!isMultiByteClass(buffer)) return false;
     constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
     return standsAlone(first, false) ||
            (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));

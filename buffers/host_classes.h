@@ -18,7 +18,10 @@ inline bool isMultiByteClass(DBuffer const& buffer) { return isExactly<DDBCSBuff
 
 /// Whether searches for a text that begins with the byte find the same as the byte kernels: the buffer is of
 /// exactly one of the library's classes, and the byte can only be the first one of a character.
-bool findsByBytes(DBuffer const& buffer, char first);
+bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first);
+inline bool findsByBytes(DBuffer const& buffer, char first) {
+    return isSingleByteClass(buffer) || findsByBytesInMultiByteClass(buffer, first);
+}
 
 // Of a class that a host derived:
 

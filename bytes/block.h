@@ -13,6 +13,7 @@
 //   minusDownTo0                      the difference, or 0 where it is negative
 //   equal, atMost                     comparisons of bytes from 0 to 255
 //   greaterSigned                     the same of signed ones
+//   chosen(answer, a, b)              a where the answer is yes, else b
 //   lowHalves, highHalves             the four low or high bits, as values from 0 to 15
 //   lookUp(table, index)              the entry for an index below 16, 0 for one of 128 or more
 //   lookUpOrZero(table, index)        the same for any index, 0 for those of 16 or more
@@ -26,9 +27,8 @@
 //   isZero, anyTopBit                 of the whole block
 //
 // Words, and what lies between them and the others:
-//   & | equal, atMost, isZero         as for bytes
+//   & | equal, atMost, chosen, isZero  as for bytes
 //   shiftedLeft<n>, shiftedRight<n>   without carry from number to number
-//   chosen(answer, a, b)              a where the answer is yes, else b
 //   interleavedFirst, …Last           two Words made one Block, a number of each in turn
 //   shortened                         answers of 16 bits as answers of 8
 //   widenAscii                        a block of ASCII stored as wide characters

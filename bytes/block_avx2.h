@@ -116,6 +116,11 @@ KELCL_BLOCKS_INLINE Block atMost(Block a, Block b) {
 }
 KELCL_BLOCKS_INLINE Block greaterSigned(Block a, Block b) { return {_mm256_cmpgt_epi8(a.bytes, b.bytes)}; }
 
+/// Those of `a` where the answer is yes, else those of `b`.
+KELCL_BLOCKS_INLINE Block chosen(Block answer, Block a, Block b) {
+    return {_mm256_blendv_epi8(b.bytes, a.bytes, answer.bytes)};
+}
+
 KELCL_BLOCKS_INLINE Block lookUp(Block table, Block index) {
     return {_mm256_shuffle_epi8(table.bytes, index.bytes)};
 }

@@ -161,6 +161,11 @@ KELCL_BLOCKS_INLINE Block greaterSigned(Block a, Block b) {
     return {greaterSigned(a.first, b.first), greaterSigned(a.last, b.last)};
 }
 
+/// Those of `a` where the answer is yes, else those of `b`.
+KELCL_BLOCKS_INLINE Block chosen(Block answer, Block a, Block b) {
+    return {vbslq_u8(answer.first, a.first, b.first), vbslq_u8(answer.last, a.last, b.last)};
+}
+
 KELCL_BLOCKS_INLINE Block lookUpOrZero(Block table, Block index) {
     return {vqtbl1q_u8(table.first, index.first), vqtbl1q_u8(table.last, index.last)};
 }

@@ -169,6 +169,10 @@ std::size_t countRunsNotIn(std::string_view text, ByteSet const& set) {
     return countRuns(text, Not{InSet{set}});
 }
 
+std::size_t findRunNotIn(std::string_view text, std::size_t number, ByteSet const& set) {
+    return findRun(text, number, Not{InSet{set}});
+}
+
 std::size_t countIn(std::string_view text, ByteSet const& set) { return count(text, InSet{set}); }
 
 std::uint64_t maskOfStartNotIn(std::string_view text, ByteSet const& set) {

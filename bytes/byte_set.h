@@ -80,6 +80,9 @@ std::size_t findLastNotIn(std::string_view text, std::string_view members);
 /// How many runs of bytes outside of the set the text has: outside of the separators, its number of words.
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set);
 
+/// Where the run of the given number, counted from 1, begins, or notFound.
+std::size_t findRunNotIn(std::string_view text, std::size_t number, ByteSet const& set);
+
 /// How many bytes are in the set.
 std::size_t countIn(std::string_view text, ByteSet const& set);
 

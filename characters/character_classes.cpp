@@ -75,8 +75,8 @@ CharacterClass const* classOf(Test function) {
 
 namespace {
 
-// The two directions of a walk to the bytes outside of a set: where the next one is, and what is left of the
-// text beyond it.
+// The two directions of a walk to the bytes outside of a set: where the next one is, and what is left of a
+// text beyond a place.
 
 struct Forwards {
     static std::size_t find(std::string_view text, ByteSet const& members) {
@@ -92,38 +92,43 @@ struct Backwards {
     static std::string_view beyond(std::string_view text, std::size_t at) { return text.substr(0, at); }
 };
 
-/// The next byte that is not a member, null if there is none: by the members in ASCII, and where another byte
-/// stops that, by what the locale says.
+/// Goes on from an offset where a byte that is not ASCII stands, about which the locale is asked.
 template <class Direction>
-char const* findNotIn(std::string_view text, CharacterClass const& characterClass) {
+[[gnu::noinline]] std::size_t goOn(std::string_view text, CharacterClass const& characterClass,
+                                   std::size_t at) {
     // Asking the locale about all upper bytes costs as much as asking about so many bytes of the text.
     constexpr std::size_t worthATable = 256;
     auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
-    ByteSet members = characterClass.ascii;
-    bool isTable = characterClass.ofWide == nullptr;
-    for (;;) {
-        std::size_t const at = Direction::find(text, members);
-        if (at == notFound) return nullptr;
-        if (isTable || static_cast<signed char>(text[at]) >= 0 || !inLocale(text[at])) return &text[at];
-        text = Direction::beyond(text, at);
-        if (text.size() < worthATable) continue;
-        members = ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); });
-        isTable = true;
+    for (std::string_view rest = text; static_cast<signed char>(text[at]) < 0 && inLocale(text[at]);) {
+        rest = Direction::beyond(rest, at - static_cast<std::size_t>(rest.data() - text.data()));
+        bool const isLong = rest.size() >= worthATable;
+        std::size_t const found = Direction::find(
+            rest, isLong ? ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); })
+                         : characterClass.ascii);
+        if (found == notFound) return notFound;
+        at = static_cast<std::size_t>(rest.data() - text.data()) + found;
+        if (isLong) return at;
     }
+    return at;
 }
 
-std::size_t offsetIn(std::string_view text, char const* found) {
-    return found == nullptr ? notFound : static_cast<std::size_t>(found - text.data());
+/// By the members in ASCII; where another byte stops that, by what the locale says of it.
+template <class Direction>
+std::size_t findNotIn(std::string_view text, CharacterClass const& characterClass) {
+    std::size_t const at = Direction::find(text, characterClass.ascii);
+    if (at == notFound || characterClass.ofWide == nullptr || static_cast<signed char>(text[at]) >= 0)
+        return at;
+    return goOn<Direction>(text, characterClass, at);
 }
 
 } // namespace
 
 std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
-    return offsetIn(text, findNotIn<Forwards>(text, characterClass));
+    return findNotIn<Forwards>(text, characterClass);
 }
 
 std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass) {
-    return offsetIn(text, findNotIn<Backwards>(text, characterClass));
+    return findNotIn<Backwards>(text, characterClass);
 }
 
 } // namespace kelcl

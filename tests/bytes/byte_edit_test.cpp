@@ -262,4 +262,54 @@ TEST(Combination, OfATextWithItselfWorksInPlace) {
     }
 }
 
+char plainReplaced(char byte, std::string_view from, std::string_view to, char pad) {
+    std::size_t const place = from.find(byte);
+    if (place == std::string_view::npos) return byte;
+    return place < to.size() ? to[place] : pad;
+}
+
+TEST(Replacements, ReplaceByTheFirstPlaceOfEachByteWhateverTheSizes) {
+    std::mt19937 random(120);
+    for (std::size_t listed : {0U, 1U, 2U, 4U, 7U, 8U, 9U, 30U, 60U})
+        for (std::size_t n = 0; n <= 700; n += n < longest ? 1 : 57) {
+            std::string const from = randomText(random, listed, "abcdefghijklmnop\xE4\xFF");
+            std::string const to = randomBytes(random, random() % (listed + 2));
+            std::string const text = randomText(random, n, "abcdefghijklmnopqrstuvwxyz\xE4\xFF");
+            kelcl::Replacements const replacements(from, to, '-', n);
+            auto const plain = [&](char byte) { return plainReplaced(byte, from, to, '-'); };
+            for (char const byte : allBytes())
+                ASSERT_EQ(replacements.of(byte), plain(byte));
+            std::string const wanted = plainMapped(text, plain);
+            std::string copy(n, '#');
+            replacements.copy(copy.data(), text.data(), n);
+            ASSERT_EQ(copy, wanted);
+            copy = text;
+            replacements.copy(copy.data(), copy.data(), n);
+            ASSERT_EQ(copy, wanted);
+            std::size_t const first = replacements.findFirst(text, from);
+            ASSERT_EQ(first == std::string::npos, text.find_first_of(from) == std::string::npos);
+            if (first == std::string::npos) continue;
+            ASSERT_NE(from.find(text[first]), std::string::npos);
+            ASSERT_EQ(text.substr(0, first), wanted.substr(0, first));
+        }
+}
+
+TEST(Replacements, KeepTheListsThatArePartOfTheText) {
+    std::string text = "b aaab b  ab";
+    std::string_view const lists(text);
+    kelcl::Replacements const replacements(lists.substr(0, 3), lists.substr(5, 3), '-', text.size());
+    replacements.copy(text.data(), text.data(), text.size());
+    EXPECT_EQ(text, "b bbbb b  bb"); // a to b, and the others to themselves
+}
+
+TEST(Replacements, TouchNoByteBesideTheTexts) {
+    std::mt19937 random(121);
+    for (std::size_t n = 0; n <= longest; ++n) {
+        std::string const text = randomText(random, n, "abcd");
+        kelcl::Replacements const replacements("ab", "x", '-', n);
+        expectCopies(text, plainMapped(text, [](char c) { return plainReplaced(c, "ab", "x", '-'); }),
+                     [&](char* out, char const* in, std::size_t size) { replacements.copy(out, in, size); });
+    }
+}
+
 } // namespace

@@ -61,6 +61,9 @@ void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
               })));
     std::vector<std::string_view> const runs = plainRuns(text, members);
     ASSERT_EQ(kelcl::countRunsNotIn(text, set), runs.size());
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        ASSERT_EQ(text.data() + kelcl::findRunNotIn(text, i + 1, set), runs[i].data());
+    ASSERT_EQ(kelcl::findRunNotIn(text, runs.size() + 1, set), kelcl::notFound);
     std::vector<std::string_view> const walked = walkedRuns(text, set);
     ASSERT_EQ(walked, runs);
     for (std::size_t i = 0; i < runs.size(); ++i)
