@@ -98,7 +98,7 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
                 IsMember isMember) {
     kelcl::ByteSet const& ownValues = kelcl::identityBytes(walk.encoding());
     while (at < text.size()) {
-        wchar_t values[256];
+        wchar_t values[1024];
         std::size_t const most = std::min(text.size() - at, std::size(values));
         kelcl::Extent const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
         for (std::size_t i = 0; i < known.characters; ++i)
@@ -125,7 +125,8 @@ bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& bu
     std::size_t const at = skipMembers(text, first - 1, members.ascii, kelcl::identityBytes(walk.encoding()));
     if (at == text.size()) return true;
     auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
-    return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
+    auto const yes = [](int) { return true; };
+    return kelcl::withAnswers<bool>(text.size() - at, ask, yes, [&](auto isMember) {
         return areMembers(text, at, members.ascii, walk, isMember);
     });
 }
