@@ -146,6 +146,27 @@ TEST(Classes, OfALongTextAreThoseOfEachOfItsCharacters) {
     }
 }
 
+TEST(Kinds, OfALongTextAreThoseOfItsCharacters) {
+    if (!mb::isMultiByte()) return;
+    std::string wide;
+    std::string others;
+    for (mb::Character const& character : allCharacters())
+        (character.bytes.size() >= 2 && wcwidth(mb::valueOf(character.bytes)) >= 2 ? wide : others) +=
+            character.bytes;
+    std::string const oneWide = mb::charactersOf(wide).back().bytes;
+    std::string const oneOther = mb::charactersOf(others).back().bytes;
+    EXPECT_TRUE(buffer(wide + wide)->isMBCS());
+    EXPECT_FALSE(buffer(wide + oneOther + wide)->isMBCS());
+    EXPECT_FALSE(buffer(wide + "a")->isMBCS());
+    EXPECT_TRUE(buffer(others + others)->isSBCS());
+    EXPECT_FALSE(buffer(others + oneWide + others)->isSBCS());
+    EXPECT_TRUE(buffer(wide + wide)->isValidMBCS());
+    EXPECT_FALSE(buffer(wide + "a" + wide)->isValidMBCS());
+    if (!mb::samples().invalid.empty()) {
+        EXPECT_FALSE(buffer(wide + mb::samples().invalid)->isValidMBCS());
+    }
+}
+
 TEST(Case, OfALongTextIsThatOfEachOfItsCharacters) {
     if (!mb::isMultiByte()) return;
     mb::SwitchAt const on(1);
