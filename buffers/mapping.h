@@ -21,14 +21,15 @@ namespace kelcl {
 
 /// Maps values in their places. A function of its own, so that the mapping is part of the loop.
 template <class Mapped>
-[[gnu::noinline]] void mapAll(wchar_t* values, std::size_t count, Mapped& mapped) {
+[[gnu::noinline]] void mapEach(wchar_t* values, std::size_t count, Mapped& mapped) {
     std::transform(values, values + count, values, std::ref(mapped));
 }
 
-/// A new buffer with each character of plain UTF-8 mapped, made in the hope that the length stays. Null when
-/// the text is not plain, or a value becomes one that is none of plain UTF-8.
-template <class Mapped>
-DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
+/// A new buffer of plain UTF-8 with its characters mapped, which `mapAll(values, count)` does for some at a
+/// time. It is made in the hope that the length stays. Null when the text is not plain, or a value becomes
+/// one that is none of plain UTF-8.
+template <class MapAll>
+DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
     OwnedBuffer result(allocateLike(buffer, buffer.length));
     std::unique_ptr<char[]> scratch; // where the text has grown
     char* out = result->contents();
@@ -39,7 +40,7 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
         std::size_t const most = std::min(buffer.length - at, std::size(values));
         Extent const from = widenUtf8(values, buffer.contents() + at, most);
         if (from.bytes == 0) return nullptr;
-        mapAll(values, from.characters, mapped);
+        mapAll(values, from.characters);
         Extent to = narrowUtf8(out + bytes, room - bytes, values, from.characters);
         if (to.characters != from.characters && !scratch) {
             constexpr std::size_t longest = 4;
@@ -62,10 +63,11 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
 template <class Mapped>
 DBuffer* mapped(DBuffer const& buffer, Mapped mapped) {
     if (buffer.length == 0) return buffer.newBuffer(nullptr, 0);
+    auto const mapAll = [&mapped](wchar_t* values, std::size_t count) { mapEach(values, count, mapped); };
     if (isUtf8Locale())
-        if (DBuffer* const result = mappedPlain(buffer, mapped)) return result;
+        if (DBuffer* const result = mappedPlain(buffer, mapAll)) return result;
     DWBuffer const wide(buffer.contents(), buffer.length);
-    mapAll(wide.wide, wide.length, mapped);
+    mapAll(wide.wide, wide.length);
     std::size_t const room = maxBytesOf(wide.length);
     return written(buffer, {room, false},
                    [&](char* out) { return narrowWhole(out, room, wide.wide, wide.length).bytes; });
