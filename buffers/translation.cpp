@@ -329,9 +329,10 @@ DBuffer* translateBytes(DBuffer const& buffer, std::string_view from, std::strin
 
 DBuffer* translateWide(DBuffer const& buffer, std::string_view from, std::string_view to, char padCharacter) {
     if (DBuffer* const result = translateFew(buffer, from, to, padCharacter)) return result;
-    CharacterText searched(from);
-    CharacterText replacements(to);
-    CharacterText pad({&padCharacter, 1});
+    bool const isUtf8 = isUtf8Locale();
+    CharacterText searched(from, isUtf8);
+    CharacterText replacements(to, isUtf8);
+    CharacterText pad({&padCharacter, 1}, isUtf8);
     if (!searched.isPlain() || !replacements.isPlain() || !pad.isPlain()) {
         // Of all that does not convert the text is reported first.
         CharacterText text(bytesOf(buffer));

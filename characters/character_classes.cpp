@@ -66,8 +66,8 @@ constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, s
 
 CharacterClass const* classOf(Test function) {
     for (CharacterClass const* candidate :
-         {&alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase, &printable,
-          &punctuation, &upperCase, &whiteSpace})
+         {&whiteSpace, &alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase,
+          &printable, &punctuation, &upperCase}) // those that are asked for most come first
         if (candidate->test == function) return candidate;
     return nullptr;
 }
