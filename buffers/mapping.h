@@ -12,22 +12,29 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <iterator>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace kelcl {
 
-/// Maps values in their places. A function of its own, so that the mapping is part of the loop.
+/// Maps values in their places, and tells whether any became another. A function of its own, so that the
+/// mapping is part of the loop.
 template <class Mapped>
-[[gnu::noinline]] void mapEach(wchar_t* values, std::size_t count, Mapped& mapped) {
-    std::transform(values, values + count, values, std::ref(mapped));
+[[gnu::noinline]] bool mapEach(wchar_t* values, std::size_t count, Mapped& mapped) {
+    bool areOthers = false;
+    for (wchar_t& value : std::span(values, count)) {
+        wchar_t const old = value;
+        value = mapped(old);
+        areOthers |= value != old;
+    }
+    return areOthers;
 }
 
 /// A new buffer of plain UTF-8 with its characters mapped, which `mapAll(values, count)` does for some at a
-/// time. It is made in the hope that the length stays. Null when the text is not plain, or a value becomes
-/// one that is none of plain UTF-8.
+/// time, telling whether any became another. It is made in the hope that the length stays. Null when the text
+/// is not plain, or a value becomes one that is none of plain UTF-8.
 template <class MapAll>
 DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
     OwnedBuffer result(allocateLike(buffer, buffer.length));
@@ -40,7 +47,12 @@ DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
         std::size_t const most = std::min(buffer.length - at, std::size(values));
         Extent const from = widenUtf8(values, buffer.contents() + at, most);
         if (from.bytes == 0) return nullptr;
-        mapAll(values, from.characters);
+        if (!mapAll(values, from.characters) && from.bytes <= room - bytes) {
+            std::memcpy(out + bytes, buffer.contents() + at, from.bytes);
+            at += from.bytes;
+            bytes += from.bytes;
+            continue;
+        }
         Extent to = narrowUtf8(out + bytes, room - bytes, values, from.characters);
         if (to.characters != from.characters && !scratch) {
             constexpr std::size_t longest = 4;
@@ -63,7 +75,9 @@ DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
 template <class Mapped>
 DBuffer* mapped(DBuffer const& buffer, Mapped mapped) {
     if (buffer.length == 0) return buffer.newBuffer(nullptr, 0);
-    auto const mapAll = [&mapped](wchar_t* values, std::size_t count) { mapEach(values, count, mapped); };
+    auto const mapAll = [&mapped](wchar_t* values, std::size_t count) {
+        return mapEach(values, count, mapped);
+    };
     if (isUtf8Locale())
         if (DBuffer* const result = mappedPlain(buffer, mapAll)) return result;
     DWBuffer const wide(buffer.contents(), buffer.length);

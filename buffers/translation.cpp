@@ -312,7 +312,8 @@ DBuffer* translateFew(DBuffer const& buffer, std::string_view from, std::string_
     if (buffer.length == 0 || (kelcl::isAscii(from) && kelcl::isAscii(to)) || !isUtf8Locale()) return nullptr;
     ValueReplacement few;
     if (!few.take(from, to, padCharacter)) return nullptr;
-    return mappedPlain(buffer, [&few](wchar_t* values, std::size_t count) { few.replace(values, count); });
+    return mappedPlain(buffer,
+                       [&few](wchar_t* values, std::size_t count) { return few.replace(values, count); });
 }
 
 } // namespace

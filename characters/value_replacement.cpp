@@ -40,14 +40,17 @@ bool ValueReplacement::take(std::string_view from, std::string_view to, char pad
     return true;
 }
 
-void ValueReplacement::replace(wchar_t* values, std::size_t n) const {
+bool ValueReplacement::replace(wchar_t* values, std::size_t n) const {
     std::array<wchar_t, 512> old;
+    bool areOthers = false;
     for (std::size_t done = 0; done < n; done += old.size()) {
         std::size_t const piece = std::min(n - done, old.size());
         std::memcpy(old.data(), values + done, piece * sizeof *values);
         multiversioned<replaceEach>(values + done, static_cast<wchar_t const*>(old.data()), piece,
                                     from_.data(), to_.data(), count_);
+        areOthers = areOthers || std::memcmp(old.data(), values + done, piece * sizeof *values) != 0;
     }
+    return areOthers;
 }
 
 } // namespace kelcl

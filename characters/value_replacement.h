@@ -18,7 +18,8 @@ public:
     /// Whether the texts are plain and have few characters; if not, the object is of no use.
     bool take(std::string_view from, std::string_view to, char padCharacter);
 
-    void replace(wchar_t* values, std::size_t n) const;
+    /// Whether any of the values became another.
+    bool replace(wchar_t* values, std::size_t n) const;
 
 private:
     static constexpr std::size_t most = 32;
