@@ -22,7 +22,8 @@ using kelcl::shared;
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    return kelcl::withAnswers<wchar_t>(buffer.length, ask,
+    auto const same = [](int c) { return static_cast<wchar_t>(c); };
+    return kelcl::withAnswers<wchar_t>(buffer.length, ask, same,
                                        [&buffer](auto mapped) { return kelcl::mapped(buffer, mapped); });
 }
 

@@ -48,11 +48,12 @@ bool isAscii(wchar_t value) { return value >= 0 && value < 0x80; }
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
-    CharacterText text(bytesOf(buffer));
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
     text.convert();
     kelcl::ByteSet ascii;
     kelcl::CharacterMap others;
-    CharacterText listed({set, setLength});
+    CharacterText listed({set, setLength}, isUtf8);
     for (CharacterText::Place at = 0; at < listed.end();) {
         wchar_t const value = listed.take(at);
         if (isAscii(value))
@@ -103,6 +104,20 @@ DBuffer* reverseBytes(DBuffer const& buffer) {
 
 // Overlay
 
+/// Over plain text: the bytes, with pads for what is left of cut characters.
+DBuffer* overlayPlain(DBuffer const& buffer, CharacterText const& text, char const* p, unsigned int n,
+                      unsigned int position, char padCharacter) {
+    unsigned int const before = position - 1;
+    unsigned int const next = before + std::min(n, buffer.length - before);
+    DBuffer* const result = buffer.newBuffer(buffer.contents(), before, p, n, buffer.contents() + next,
+                                             buffer.length - next, ' ');
+    std::size_t const head = text.before(position);
+    if (head != before) std::memset(result->contents() + head, padCharacter, before - head);
+    std::size_t const rest = text.firstFrom(next + 1).value_or(buffer.length);
+    if (rest != next) std::memset(result->contents() + before + n, padCharacter, rest - next);
+    return result;
+}
+
 DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                      char padCharacter) {
     unsigned int const before = position - 1;
@@ -112,6 +127,7 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
     unsigned int const covered = std::min(n, buffer.length - before);
     std::size_t const front = std::size_t{before} + n;
     CharacterText const text(bytesOf(buffer));
+    if (text.isPlain()) return overlayPlain(buffer, text, p, n, position, padCharacter);
     kelcl::Room const rest =
         covered == buffer.length - before ? kelcl::Room{0, true} : text.roomForRest(position + n);
     return kelcl::written(buffer, {front + rest.bytes, rest.isExact}, [&](char* out) {
@@ -139,8 +155,9 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
                     char padCharacter) {
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
-    CharacterText text(bytesOf(buffer));
-    CharacterText inserted({p, n});
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
+    CharacterText inserted({p, n}, isUtf8);
     if (text.isPlain() && inserted.isPlain()) {
         auto const front = static_cast<unsigned int>(text.after(position));
         return buffer.newBuffer(buffer.contents(), front, p, n, buffer.contents() + front,
@@ -235,7 +252,9 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
     if (width >= length) return DBuffer::leftJustify(width, padCharacter);
     if (isWideMode()) {
         CharacterText text(bytesOf(*this));
-        return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        if (!text.isPlain()) return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        auto const whole = static_cast<unsigned int>(text.before(width + 1));
+        return newBuffer(contents(), whole, nullptr, width - whole, nullptr, 0, padCharacter);
     }
     kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
     kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);

@@ -32,9 +32,10 @@ public:
     /// number of characters.
     using Place = std::size_t;
 
-    explicit CharacterText(std::string_view text)
-        : text_(text),
-          isPlain_((text.data() != nullptr || text.empty()) && isPlainUtf8Text(text.data(), text.size())) {}
+    /// Of several texts, all but the first may be told whether the locale has UTF-8.
+    explicit CharacterText(std::string_view text, bool isUtf8 = isUtf8Locale())
+        : text_(text), isPlain_(isUtf8 && (text.data() != nullptr || text.empty()) &&
+                                isPlainUtf8(text.data(), text.size())) {}
 
     /// Whether the text is plain UTF-8, which converts to wide characters and back to itself.
     bool isPlain() const { return isPlain_; }
