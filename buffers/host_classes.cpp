@@ -18,7 +18,7 @@ bool findsByBytes(DBuffer const& buffer, char first) {
     if (!isLibraryClass(buffer)) return false;
     constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
     return standsAlone(first, false) ||
-           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
+           (isUtf8Codeset() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
 }
 
 bool growsInPlace(DBuffer const& buffer) {
