@@ -77,7 +77,8 @@ DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, kelcl::Charac
 /// The last byte of the character that starts at `start`, which may be 0.
 unsigned int endOfCharacter(DBuffer const& buffer, unsigned int start) {
     unsigned int end = start;
-    while (end != 0 && end < buffer.length && buffer.charType(end + 1) > 1)
+    kelcl::PlacesInCharacters places(buffer);
+    while (end != 0 && end < buffer.length && places.at(end + 1) > 1)
         ++end;
     return end;
 }
@@ -143,9 +144,10 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
 DBuffer* overlayBytes(DBuffer& buffer, kelcl::OwnedBuffer result, unsigned int n, unsigned int position,
                       char padCharacter) {
     // The head of a cut character turns into blanks, its tail into pad characters: callers rely on it.
-    kelcl::blankCutHead(buffer, position, *result, position - 1, ' ');
+    kelcl::CharacterRepair repair(buffer, *result);
+    repair.blankHead(position, position - 1, ' ');
     if (position <= buffer.length && n <= buffer.length - position)
-        kelcl::blankCutTail(buffer, position + n, *result, position + n, padCharacter);
+        repair.blankTail(position + n, position + n, padCharacter);
     return result.release();
 }
 
@@ -171,7 +173,8 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
 
 /// A position inside a character moves in front of it.
 unsigned int insertPosition(DBuffer const& buffer, unsigned int position) {
-    while (position > 0 && position < buffer.length && buffer.charType(position + 1) >= 2)
+    kelcl::PlacesInCharacters places(buffer);
+    while (position > 0 && position < buffer.length && places.at(position + 1) >= 2)
         --position;
     return position;
 }
@@ -189,10 +192,11 @@ DBuffer* cutMiddleWide(DBuffer const& buffer, unsigned int width, char padCharac
 DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padCharacter) {
     unsigned int const surplus = buffer.length - width;
     unsigned int start = surplus / 2 + 1;
-    while (surplus > 1 && start > 1 && buffer.charType(start) >= 2)
+    kelcl::PlacesInCharacters places(buffer);
+    while (surplus > 1 && start > 1 && places.at(start) >= 2)
         --start;
     kelcl::OwnedBuffer result(buffer.newBuffer(buffer.contents() + start - 1, width));
-    kelcl::blankCutHead(buffer, start + width, *result, width, padCharacter);
+    kelcl::CharacterRepair(buffer, *result).blankHead(start + width, width, padCharacter);
     return result.release();
 }
 
@@ -235,8 +239,9 @@ DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
     unsigned int const first = std::max(start, 1U);
     unsigned int const next = first + std::min(count, length - first + 1);
     kelcl::OwnedBuffer result(DBuffer::remove(first, count));
-    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
-    kelcl::blankCutTail(*this, next, *result, first, ' ');
+    kelcl::CharacterRepair repair(*this, *result);
+    repair.blankHead(first, first - 1, ' ');
+    repair.blankTail(next, first, ' ');
     return result.release();
 }
 
@@ -257,14 +262,14 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
         return newBuffer(contents(), whole, nullptr, width - whole, nullptr, 0, padCharacter);
     }
     kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
-    kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);
+    kelcl::CharacterRepair(*this, *result).blankHead(width + 1, width, padCharacter);
     return result.release();
 }
 
 DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
     kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
     if (width < length && width != 0)
-        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
+        kelcl::CharacterRepair(*this, *result).blankTail(length - width + 1, 1, padCharacter);
     return result.release();
 }
 

@@ -3,13 +3,16 @@
 
 #include <algorithm>
 #include <bit>
-#include <langinfo.h>
 
 namespace kelcl {
 
 Encoding Encoding::current() {
     if (isUtf8Locale()) return {true, nullptr};
-    EncodingTable const* const table = EncodingTable::of(nl_langinfo(CODESET));
+    return other(nl_langinfo(CODESET));
+}
+
+Encoding Encoding::other(char const* codeset) {
+    EncodingTable const* const table = EncodingTable::of(codeset);
     // What is looked up there may be longer than the converters are to look at.
     bool const isTooLong = table != nullptr && table->hasLongCharacters() && !isMultiByteLocale();
     return {false, isTooLong ? nullptr : table};
