@@ -230,6 +230,9 @@ template <class T, class = IfText<T>>
 
 } // namespace kelcl
 
+// Implementation details only past this point.
+/// @cond
+
 #ifdef __cpp_lib_format
 
 #include <kelcl/detail/formatting.h>
@@ -266,5 +269,7 @@ struct std::formatter<Exception> : std::formatter<std::string_view> {
 };
 
 #endif
+
+/// @endcond
 
 #endif

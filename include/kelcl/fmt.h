@@ -5,9 +5,11 @@
 /// A DString takes the format of a string, a date or a time a pattern of `strftime`; an exception is its name
 /// and text. Where the standard library has `std::format`, dtext.h does the same for that.
 ///
-/// @code{.cpp}
-/// fmt::print("{:>8}|{:%d.%m.%Y}|{:%H:%M}\n", DString("right"), DDate(2024, DDate::may, 17), DTime(9, 30));
-/// //    right|17.05.2024|09:30
+/// @code
+/// DDate const day(DDate::May, 17, 2024);
+/// std::cout << fmt::format("{:.>8}|{:%d.%m.%Y}|{:%H:%M}\n", DString("right"), day, DTime(9, 30));
+/// // ...right|17.05.2024|09:30
+/// std::cout << fmt::format("{}\n", DAccessError("the letter is lost")); // DAccessError: the letter is lost
 /// @endcode
 #ifndef KELCL_FMT_H
 #define KELCL_FMT_H
@@ -18,6 +20,8 @@
 
 #include <string_view>
 #include <type_traits>
+
+/// @cond
 
 /// Formats a DString as a string.
 template <>
@@ -47,5 +51,7 @@ struct fmt::formatter<Exception, char, std::enable_if_t<std::is_base_of_v<DExcep
         return fmt::formatter<std::string_view>::format(kelcl::detail::description(exception), context);
     }
 };
+
+/// @endcond
 
 #endif
