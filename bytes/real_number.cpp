@@ -22,8 +22,8 @@ constexpr int significant = std::numeric_limits<double>::digits10;
 
 /// Whether sums are rounded to the nearest number; `fegetround` costs more than all of these.
 bool roundsToNearest() {
-    volatile float const one = 1.0F, little = 0x1p-30F;
-    return one + little == 1.0F && one - little == 1.0F;
+    volatile double const one = 1.0, little = 0x1p-60;
+    return one + little == 1.0 && one - little == 1.0;
 }
 
 // Powers of ten
