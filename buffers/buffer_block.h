@@ -49,7 +49,7 @@ DBuffer* allocateLike(DBuffer const& like, unsigned int length);
 /// `newBuffer` for one piece.
 inline DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length) {
     DBuffer* const result = allocateLike(like, length);
-    std::memcpy(result->contents(), bytes, length);
+    moveBytes(result->contents(), static_cast<char const*>(bytes), length);
     return result;
 }
 

@@ -68,10 +68,12 @@ TEST(RealNumber, IsLeftToPrintfWhereItIsNotFiniteOrVerySmall) {
 }
 
 TEST(RealNumber, IsLeftToPrintfAtATie) {
-    EXPECT_EQ(written(1234567890.123455), "") << "its shortest text is a tie, the number is none";
+    EXPECT_EQ(written(1234567890.123455), "1234567890.12346") << "near a tie, but not close";
     EXPECT_EQ(written(1000000000000000.5), "1e+15");
     EXPECT_EQ(written(100000000000000.5), "") << "a tie that goes to the even digit";
     EXPECT_EQ(written(100000000000001.5), "");
+    EXPECT_EQ(written(1000000000000005.0), "") << "of 16 digits";
+    EXPECT_EQ(written(1000000000000006.0), "1.00000000000001e+15");
 }
 
 TEST(RealNumber, IsLeftToPrintfWhereRoundingIsNotToTheNearest) {
@@ -86,7 +88,7 @@ TEST(RealNumber, IsLeftToPrintfWhereRoundingIsNotToTheNearest) {
 TEST(RealNumber, OfAnyBitsIsAsPrinted) {
     std::mt19937_64 random(20260314); // NOLINT: the same numbers each time
     int writtenOnes = 0;
-    constexpr int count = 300000;
+    constexpr int count = 100000;
     for (int i = 0; i < count; ++i)
         writtenOnes += expectAsPrinted(std::bit_cast<double>(std::uint64_t{random()})) ? 1 : 0;
     EXPECT_GT(writtenOnes, count * 9 / 10) << "few are left to printf";
@@ -94,7 +96,7 @@ TEST(RealNumber, OfAnyBitsIsAsPrinted) {
 
 TEST(RealNumber, OfFewDigitsIsAsPrinted) {
     std::mt19937_64 random(20260315); // NOLINT: the same numbers each time
-    for (int i = 0; i < 300000; ++i) {
+    for (int i = 0; i < 100000; ++i) {
         auto const whole = static_cast<double>(static_cast<std::int64_t>(random() >> (random() % 60)));
         double const scale = std::pow(10.0, static_cast<double>(random() % 40) - 20);
         expectAsPrinted(whole * scale);
