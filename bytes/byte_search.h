@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace kelcl {
@@ -14,11 +15,22 @@ namespace kelcl {
 inline constexpr std::size_t notFound = static_cast<std::size_t>(-1);
 
 /// The offset of the first (last) occurrence of `byte`, or notFound.
-std::size_t findByte(std::string_view text, char byte);
-std::size_t findLastByte(std::string_view text, char byte);
+inline std::size_t findByte(std::string_view text, char byte) {
+    if (text.empty()) return notFound;
+    auto const* const found = static_cast<char const*>(std::memchr(text.data(), byte, text.size()));
+    return found != nullptr ? static_cast<std::size_t>(found - text.data()) : notFound;
+}
+inline std::size_t findLastByte(std::string_view text, char byte) {
+    if (text.empty()) return notFound;
+    auto const* const found = static_cast<char const*>(memrchr(text.data(), byte, text.size()));
+    return found != nullptr ? static_cast<std::size_t>(found - text.data()) : notFound;
+}
 
 /// The offset of the first occurrence of `byte` at or after the offset `from`, or notFound.
-std::size_t findByteFrom(std::string_view text, char byte, std::size_t from);
+inline std::size_t findByteFrom(std::string_view text, char byte, std::size_t from) {
+    std::size_t const found = from < text.size() ? findByte(text.substr(from), byte) : notFound;
+    return found == notFound ? notFound : from + found;
+}
 
 /// The offset of the first (last) byte that differs from `byte`, or notFound.
 std::size_t findByteOtherThan(std::string_view text, char byte);
