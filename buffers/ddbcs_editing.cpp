@@ -6,6 +6,7 @@
 #include "buffers/strip.h"
 #include "buffers/translation.h"
 #include "buffers/wide_path.h"
+#include "characters/character_classes.h"
 #include "characters/character_map.h"
 #include "characters/character_text.h"
 #include "characters/stepping.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -27,43 +29,56 @@ using kelcl::sharedEmpty;
 
 // Strip
 
-/// Strips the characters at the ends whose values do not stay, always into a new buffer.
+/// Strips the characters at the ends whose values do not stay, always into a new buffer. Some ASCII ones may
+/// be known as such.
 template <class Stays>
 DBuffer* stripWide(DBuffer const& buffer, kelcl::CharacterText& text, DStringEnum::StripMode mode,
-                   Stays stays) {
+                   kelcl::ByteSet const* goes, Stays stays) {
     CharacterText::Place first = 0;
     CharacterText::Place last = text.end();
     if (mode != DStringEnum::trailing) {
-        first = text.findFirst(0, stays);
+        first = text.findFirst(0, stays, goes);
         if (first == last) return sharedEmpty(buffer);
     }
-    if (mode != DStringEnum::leading) last = text.findLast(last, stays);
+    if (mode != DStringEnum::leading) last = text.findLast(last, stays, goes);
     return last <= first ? sharedEmpty(buffer) : kelcl::pieceOf(buffer, text, first, last);
 }
 
+bool isAscii(wchar_t value) { return value >= 0 && value < 0x80; }
+
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
-    CharacterText text(bytesOf(buffer));
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
     text.convert();
-    kelcl::CharacterMap members;
-    CharacterText listed({set, setLength});
-    for (CharacterText::Place at = 0; at < listed.end();)
-        members.add(kelcl::CharacterMap::keyOf(listed.take(at)));
-    return stripWide(buffer, text, mode, [&members](wchar_t value) {
-        return !members.contains(kelcl::CharacterMap::keyOf(value));
+    kelcl::ByteSet ascii;
+    kelcl::CharacterMap others;
+    CharacterText listed({set, setLength}, isUtf8);
+    for (CharacterText::Place at = 0; at < listed.end();) {
+        wchar_t const value = listed.take(at);
+        if (isAscii(value))
+            ascii.insert(static_cast<char>(value));
+        else
+            others.add(kelcl::CharacterMap::keyOf(value));
+    }
+    return stripWide(buffer, text, mode, &ascii, [&](wchar_t value) {
+        return isAscii(value) ? !ascii.contains(static_cast<char>(value))
+                              : !others.contains(kelcl::CharacterMap::keyOf(value));
     });
 }
 
-DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
+DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, kelcl::CharacterClass const* known,
+                   DStringEnum::StripMode mode) {
     CharacterText text(bytesOf(buffer));
-    return stripWide(buffer, text, mode,
+    return stripWide(buffer, text, mode, known != nullptr ? &known->ascii : nullptr,
                      [&test](wchar_t value) { return test.test(static_cast<int>(value)) == 0; });
 }
 
 /// The last byte of the character that starts at `start`, which may be 0.
 unsigned int endOfCharacter(DBuffer const& buffer, unsigned int start) {
     unsigned int end = start;
-    while (end != 0 && end < buffer.length && buffer.charType(end + 1) > 1)
+    kelcl::PlacesInCharacters places(buffer);
+    while (end != 0 && end < buffer.length && places.at(end + 1) > 1)
         ++end;
     return end;
 }
@@ -90,6 +105,20 @@ DBuffer* reverseBytes(DBuffer const& buffer) {
 
 // Overlay
 
+/// Over plain text: the bytes, with pads for what is left of cut characters.
+DBuffer* overlayPlain(DBuffer const& buffer, CharacterText const& text, char const* p, unsigned int n,
+                      unsigned int position, char padCharacter) {
+    unsigned int const before = position - 1;
+    unsigned int const next = before + std::min(n, buffer.length - before);
+    DBuffer* const result = buffer.newBuffer(buffer.contents(), before, p, n, buffer.contents() + next,
+                                             buffer.length - next, ' ');
+    std::size_t const head = text.before(position);
+    if (head != before) std::memset(result->contents() + head, padCharacter, before - head);
+    std::size_t const rest = text.firstFrom(next + 1).value_or(buffer.length);
+    if (rest != next) std::memset(result->contents() + before + n, padCharacter, rest - next);
+    return result;
+}
+
 DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                      char padCharacter) {
     unsigned int const before = position - 1;
@@ -99,6 +128,7 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
     unsigned int const covered = std::min(n, buffer.length - before);
     std::size_t const front = std::size_t{before} + n;
     CharacterText const text(bytesOf(buffer));
+    if (text.isPlain()) return overlayPlain(buffer, text, p, n, position, padCharacter);
     kelcl::Room const rest =
         covered == buffer.length - before ? kelcl::Room{0, true} : text.roomForRest(position + n);
     return kelcl::written(buffer, {front + rest.bytes, rest.isExact}, [&](char* out) {
@@ -114,9 +144,10 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
 DBuffer* overlayBytes(DBuffer& buffer, kelcl::OwnedBuffer result, unsigned int n, unsigned int position,
                       char padCharacter) {
     // The head of a cut character turns into blanks, its tail into pad characters: callers rely on it.
-    kelcl::blankCutHead(buffer, position, *result, position - 1, ' ');
+    kelcl::CharacterRepair repair(buffer, *result);
+    repair.blankHead(position, position - 1, ' ');
     if (position <= buffer.length && n <= buffer.length - position)
-        kelcl::blankCutTail(buffer, position + n, *result, position + n, padCharacter);
+        repair.blankTail(position + n, position + n, padCharacter);
     return result.release();
 }
 
@@ -126,8 +157,14 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
                     char padCharacter) {
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
-    CharacterText text(bytesOf(buffer));
-    CharacterText inserted({p, n});
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
+    CharacterText inserted({p, n}, isUtf8);
+    if (text.isPlain() && inserted.isPlain()) {
+        auto const front = static_cast<unsigned int>(text.after(position));
+        return buffer.newBuffer(buffer.contents(), front, p, n, buffer.contents() + front,
+                                buffer.length - front);
+    }
     CharacterText::Place const end = text.end();
     CharacterText::Place const front = std::min(text.after(position), end);
     return kelcl::fitted(buffer, total, {{text, 0, front}, {inserted, 0, inserted.end()}, {text, front, end}},
@@ -136,7 +173,8 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
 
 /// A position inside a character moves in front of it.
 unsigned int insertPosition(DBuffer const& buffer, unsigned int position) {
-    while (position > 0 && position < buffer.length && buffer.charType(position + 1) >= 2)
+    kelcl::PlacesInCharacters places(buffer);
+    while (position > 0 && position < buffer.length && places.at(position + 1) >= 2)
         --position;
     return position;
 }
@@ -154,10 +192,11 @@ DBuffer* cutMiddleWide(DBuffer const& buffer, unsigned int width, char padCharac
 DBuffer* cutMiddleBytes(DBuffer const& buffer, unsigned int width, char padCharacter) {
     unsigned int const surplus = buffer.length - width;
     unsigned int start = surplus / 2 + 1;
-    while (surplus > 1 && start > 1 && buffer.charType(start) >= 2)
+    kelcl::PlacesInCharacters places(buffer);
+    while (surplus > 1 && start > 1 && places.at(start) >= 2)
         --start;
     kelcl::OwnedBuffer result(buffer.newBuffer(buffer.contents() + start - 1, width));
-    kelcl::blankCutHead(buffer, start + width, *result, width, padCharacter);
+    kelcl::CharacterRepair(buffer, *result).blankHead(start + width, width, padCharacter);
     return result.release();
 }
 
@@ -179,7 +218,11 @@ DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum
 
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
-    if (isWideMode()) return stripWide(*this, test, mode);
+    if (isWideMode()) {
+        // A test of another type may answer as it likes.
+        bool const isPlainTest = typeid(test) == typeid(DStringTest);
+        return stripWide(*this, test, isPlainTest ? kelcl::classOf(test.function_) : nullptr, mode);
+    }
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); },
         [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });
@@ -196,8 +239,9 @@ DBuffer* DDBCSBuffer::remove(unsigned int start, unsigned int count) {
     unsigned int const first = std::max(start, 1U);
     unsigned int const next = first + std::min(count, length - first + 1);
     kelcl::OwnedBuffer result(DBuffer::remove(first, count));
-    kelcl::blankCutHead(*this, first, *result, first - 1, ' ');
-    kelcl::blankCutTail(*this, next, *result, first, ' ');
+    kelcl::CharacterRepair repair(*this, *result);
+    repair.blankHead(first, first - 1, ' ');
+    repair.blankTail(next, first, ' ');
     return result.release();
 }
 
@@ -213,17 +257,19 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
     if (width >= length) return DBuffer::leftJustify(width, padCharacter);
     if (isWideMode()) {
         CharacterText text(bytesOf(*this));
-        return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        if (!text.isPlain()) return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        auto const whole = static_cast<unsigned int>(text.before(width + 1));
+        return newBuffer(contents(), whole, nullptr, width - whole, nullptr, 0, padCharacter);
     }
     kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
-    kelcl::blankCutHead(*this, width + 1, *result, width, padCharacter);
+    kelcl::CharacterRepair(*this, *result).blankHead(width + 1, width, padCharacter);
     return result.release();
 }
 
 DBuffer* DDBCSBuffer::rightJustify(unsigned int width, char padCharacter) {
     kelcl::OwnedBuffer result(DBuffer::rightJustify(width, padCharacter));
     if (width < length && width != 0)
-        kelcl::blankCutTail(*this, length - width + 1, *result, 1, padCharacter);
+        kelcl::CharacterRepair(*this, *result).blankTail(length - width + 1, 1, padCharacter);
     return result.release();
 }
 

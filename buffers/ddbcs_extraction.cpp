@@ -25,10 +25,12 @@ DBuffer* DDBCSBuffer::subString(unsigned int start, unsigned int count, char pad
     unsigned int const from = start >= 1 && start <= length ? start : 1;
     unsigned int const available = start <= length ? length - from + 1 : 0;
     unsigned int const taken = std::min(count, available);
-    kelcl::OwnedBuffer result(
-        newBuffer(contents() + from - 1, taken, nullptr, count - taken, nullptr, 0, padCharacter));
-    kelcl::blankCutTail(*this, from, *result, 1, padCharacter);
-    if (taken == count && count < length - from + 1)
-        kelcl::blankCutHead(*this, from + count, *result, count, padCharacter);
+    char const* const bytes = contents() + from - 1;
+    kelcl::OwnedBuffer result(taken == count && count != 0 ? kelcl::copyLike(*this, bytes, count)
+                                                           : newBuffer(bytes, taken, nullptr, count - taken,
+                                                                       nullptr, 0, padCharacter));
+    kelcl::CharacterRepair repair(*this, *result);
+    repair.blankTail(from, 1, padCharacter);
+    if (taken == count && count < length - from + 1) repair.blankHead(from + count, count, padCharacter);
     return result.release();
 }

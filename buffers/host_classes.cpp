@@ -17,11 +17,7 @@ bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first) {
     if (!isMultiByteClass(buffer)) return false;
     constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
     return standsAlone(first, false) ||
-           (isUtf8Locale() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
-}
-
-bool growsInPlace(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) ? !isMultiByteLocale() : isMultiByteClass(buffer);
+           (isUtf8Codeset() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
 }
 
 // What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI

@@ -1,5 +1,5 @@
-// Searches for bytes by the walks of byte_scan.h. Those for one byte are the C library's; those for patterns
-// are in byte_pattern.cpp.
+// Searches for single bytes that the C library does not have, by the walks of byte_scan.h. The searches for
+// patterns are in byte_pattern.cpp.
 
 #include "bytes/byte_search.h"
 

@@ -65,6 +65,7 @@ constinit CharacterClass const upperCase = localeClass<isUpper, std::isupper, st
 constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, std::iswspace>();
 
 CharacterClass const* classOf(Test function) {
+    // Those that are asked for most come first.
     static constexpr CharacterClass const* candidates[] = {
         &whiteSpace, &alphanumeric, &alphabetic, &control,     &digits,   &graphics,
         &hexDigits,  &lowerCase,    &printable,  &punctuation, &upperCase};

@@ -18,15 +18,21 @@ inline bool isUtf8(char const* codeset) {
     return true;
 }
 
-/// Whether the locale has UTF-8 as it should be. One whose MB_CUR_MAX is smaller than the characters, as a
-/// character map of one's own can have it, is not: the C library is shown only pieces of the longer ones
-/// there.
-inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8(nl_langinfo(CODESET)); }
+/// Whether the characters of the locale are those of UTF-8.
+inline bool isUtf8Codeset() { return isUtf8(nl_langinfo(CODESET)); }
 
-/// Bytes that can never be part of a longer character: below 0x80 in UTF-8, and below 0x30 in every other
-/// multi-byte encoding of the C library, whose trail bytes begin there.
+/// Whether the C library can be shown all of them: not where MB_CUR_MAX is smaller than the characters, as a
+/// character map of one's own can have it. What looks at MB_CUR_MAX bytes finds only pieces of the longer
+/// ones there.
+inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8Codeset(); }
+
+/// Bytes that can never be part of a longer character, whatever the encoding: below 0x30, where the trail
+/// bytes of every multi-byte encoding of the C library begin.
+inline bool standsAloneAnywhere(char byte) { return static_cast<unsigned char>(byte) < 0x30; }
+
+/// The same where it is known whether the encoding is UTF-8, in which they are all below 0x80.
 inline bool standsAlone(char byte, bool isUtf8) {
-    return static_cast<unsigned char>(byte) < (isUtf8 ? 0x80 : 0x30);
+    return isUtf8 ? static_cast<signed char>(byte) >= 0 : standsAloneAnywhere(byte);
 }
 
 } // namespace kelcl

@@ -27,9 +27,17 @@ struct Encoding {
     EncodingTable const* table;
 
     static Encoding current();
+    /// The same for what looks at characters however long they are, and so need not ask for MB_CUR_MAX.
+    static Encoding ofWholeCharacters() {
+        char const* const codeset = nl_langinfo(CODESET);
+        return kelcl::isUtf8(codeset) ? Encoding{true, nullptr} : other(codeset);
+    }
     /// Whether most characters are told without asking the library, and each byte below 0x80 that begins a
     /// character is all of it.
     bool isKnown() const { return isUtf8 || table != nullptr; }
+
+private:
+    static Encoding other(char const* codeset);
 };
 
 /// The rule of the multi-byte buffer: a character has the length that the C library gives for at most six
@@ -39,7 +47,7 @@ class BufferSteps {
 public:
     static constexpr std::size_t longestCharacter = 6;
 
-    BufferSteps() : encoding_(Encoding::current()) {}
+    BufferSteps() : encoding_(Encoding::ofWholeCharacters()) {}
     /// For a text of an encoding that is known already.
     explicit BufferSteps(Encoding const& encoding) : encoding_(encoding) {}
     /// For one character with the caller's state, which may be inside it: the C library alone is asked.
@@ -102,7 +110,7 @@ public:
         wchar_t second;    ///< Of two characters the value of the second one, else 0.
     };
 
-    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(MB_CUR_MAX) {}
+    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(encoding_.isUtf8 ? plainBytes : MB_CUR_MAX) {}
     /// Begins with the caller's state, which may be inside a character.
     explicit UtilitySteps(std::mbstate_t const& state) : UtilitySteps() {
         state_ = state;
@@ -130,7 +138,7 @@ public:
             }
             if (known != 0) return {Outcome::character, known, 0};
         }
-        return askLibrary(p, window, value);
+        return askLibrary(p, available, value);
     }
 
     /// Begins anew, as if nothing had been read.
@@ -140,16 +148,27 @@ public:
     }
 
 private:
-    Step askLibrary(char const* p, std::size_t window, wchar_t& value);
+    Step askLibrary(char const* p, std::size_t available, wchar_t& value);
+
+    static constexpr std::size_t plainBytes = 4;
 
     Encoding encoding_;
-    std::size_t maxBytes_;
+    std::size_t maxBytes_; ///< For what is known without the C library: MB_CUR_MAX, or as many as matter.
     std::mbstate_t state_{};
     bool isInside_ = false; ///< Whether the last step ended inside a character, which the next one continues.
 };
 
 /// Whether the byte is an incomplete sequence by itself.
 bool beginsLongerCharacter(char byte);
+
+/// Whether a character begins at an offset whatever encoding the text has: at its front, with or after a byte
+/// that stands alone in every encoding, and with ASCII after ASCII, of which no character has two bytes in a
+/// row. If not, the encoding has to be asked for.
+inline bool surelyBeginsCharacter(char const* text, std::size_t at) {
+    if (at == 0 || standsAloneAnywhere(text[at])) return true;
+    char const before = text[at - 1];
+    return standsAloneAnywhere(before) || (static_cast<signed char>(before | text[at]) >= 0);
+}
 
 /// The same as startOfCharacter for UTF-8, which can be read backwards.
 inline std::size_t startOfUtf8Character(char const* text, std::size_t at, BufferSteps& steps) {

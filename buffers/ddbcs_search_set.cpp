@@ -1,0 +1,91 @@
+// DDBCSBuffer: searches for characters of a set.
+#include "buffers/buffer_block.h"
+#include "buffers/ddbcs_search.h"
+#include "bytes/byte_set.h"
+#include "characters/character_set.h"
+
+namespace {
+
+using kelcl::bytesOf;
+using kelcl::notFound;
+
+/// Whether a character of one byte can be found among those of several.
+bool isNoCharacter(char byte) {
+    return byte != '\0' && !kelcl::standsAloneAnywhere(byte) && kelcl::beginsLongerCharacter(byte);
+}
+
+} // namespace
+
+unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
+    if (setLength == 1 && kelcl::isMultiByteClass(*this)) return kelcl::firstText(*this, start, {set, 1});
+    unsigned int const first = kelcl::firstByte(*this, start);
+    if (first == 0 || setLength == 0 || first > length) return 0;
+    bool const fast = kelcl::beginsCharacter(*this, first);
+    if (setLength == 1) // any character that begins with the byte
+        return fast ? kelcl::firstText(*this, first, {set, 1})
+                    : kelcl::firstByOwnSteps(*this, first, kelcl::beginsWith(*this, {set, 1}));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (!fast)
+        return kelcl::positionOf(
+            kelcl::firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+                return members.contains(p, bytes);
+            }));
+    std::size_t const from = kelcl::RisingStarts(contents(), 0, steps).startFrom(first - 1);
+    return kelcl::positionOf(members.findFirst(bytesOf(*this), from, steps));
+}
+
+unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
+    unsigned int const first = startSearch(start, 1);
+    if (first == 0 || setLength == 0) return first;
+    if (setLength == 1 && isNoCharacter(*set)) return first; // no character equals it
+    if (first > length) return 0;
+    std::string_view const rest = bytesOf(*this).substr(first - 1);
+    auto const inRest = [first](std::size_t found) {
+        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
+    };
+    if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (members.isByteSearchable()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
+    return kelcl::positionOf(
+        kelcl::firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
+            return !members.contains(p, bytes);
+        }));
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
+                                           unsigned int start) const {
+    unsigned int const last = kelcl::lastByte(*this, start);
+    if (last == 0 || setLength == 0) return 0;
+    bool const fast = kelcl::mayStepBack(*this, last);
+    if (setLength == 1)
+        return fast ? kelcl::lastText(*this, last, {set, 1})
+                    : kelcl::lastByOwnSteps(*this, last, kelcl::beginsWith(*this, {set, 1}));
+    kelcl::BufferSteps steps;
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (fast) return kelcl::positionOf(members.findLast(bytesOf(*this), last, steps));
+    return kelcl::lastByOwnSteps(
+        *this, last, [&members](char const* p, unsigned int bytes) { return members.contains(p, bytes); });
+}
+
+unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
+                                            unsigned int start) const {
+    if (setLength == 0) return startBackwardsSearch(start, 1);
+    unsigned int const last = kelcl::lastByte(*this, start);
+    // Where no character equals a set of one byte, nothing is found, while the forward search finds its
+    // start: callers rely on it.
+    if (last == 0 || (setLength == 1 && isNoCharacter(*set))) return 0;
+    kelcl::BufferSteps steps;
+    if (setLength == 1)
+        return kelcl::lastWanted(*this, last, steps,
+                                 [set](char const* p, unsigned int) { return *p != *set; });
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
+    if (members.isByteSearchable() && kelcl::mayStepBack(*this, last)) {
+        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, last), members.singleBytes());
+        return found == notFound ? 0 : kelcl::positionOf(kelcl::startOfCharacter(contents(), found, steps));
+    }
+    return kelcl::lastWanted(*this, last, steps, [&members](char const* p, unsigned int bytes) {
+        return !members.contains(p, bytes);
+    });
+}
