@@ -11,9 +11,8 @@
 
 namespace {
 
-/// Writes a piece, or pad characters where it has none, and returns the place after it.
+/// Writes a piece that is not empty, or pad characters where it has none, and returns the place after it.
 char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
-    if (length == 0) return out;
     if (piece != nullptr)
         kelcl::copyBytes(out, static_cast<char const*>(piece), length);
     else
@@ -49,8 +48,9 @@ DBuffer* DBuffer::newBuffer(void const* p1, unsigned int l1, void const* p2, uns
     unsigned int const total = kelcl::lengthSum(kelcl::lengthSum(l1, l2), l3);
     if (total == 0) return kelcl::sharedEmpty(*this);
     DBuffer* const result = kelcl::allocateLike(*this, total);
-    char* out = writePiece(result->contents(), p1, l1, padCharacter);
-    out = writePiece(out, p2, l2, padCharacter);
-    writePiece(out, p3, l3, padCharacter);
+    char* out = result->contents();
+    if (l1 != 0) out = writePiece(out, p1, l1, padCharacter);
+    if (l2 != 0) out = writePiece(out, p2, l2, padCharacter);
+    if (l3 != 0) writePiece(out, p3, l3, padCharacter);
     return result;
 }

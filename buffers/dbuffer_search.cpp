@@ -1,5 +1,6 @@
 // DStringTest, and the searches of DBuffer: the rules of positions, starts and empty sets, over the byte
 // kernels.
+#include "buffers/host_classes.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
 #include "bytes/word_separators.h"
@@ -82,6 +83,24 @@ private:
     int (*function_)(int);
 };
 
+// Functions of their own, so that the short ones need not do what the long ones begin with.
+
+[[gnu::noinline]] unsigned int firstPattern(DBuffer const& text, std::string_view pattern,
+                                            unsigned int start) {
+    unsigned int const first = text.startSearch(start, static_cast<unsigned int>(pattern.size()));
+    if (first == 0 || pattern.empty()) return 0;
+    return position(kelcl::findPattern(from(text, first), pattern), first);
+}
+
+[[gnu::noinline]] unsigned int firstByte(DBuffer const& text, char byte, unsigned int start) {
+    unsigned int const first = text.startSearch(start, 1);
+    return first == 0 ? 0 : position(kelcl::findByte(from(text, first), byte), first);
+}
+
+[[gnu::noinline]] unsigned int lastByte(DBuffer const& text, char byte, unsigned int start) {
+    return position(kelcl::findLastByte(upTo(text, text.startBackwardsSearch(start, 1)), byte), 1);
+}
+
 } // namespace
 
 unsigned int DBuffer::startSearch(unsigned int start, unsigned int patternLength) const {
@@ -97,10 +116,9 @@ unsigned int DBuffer::startBackwardsSearch(unsigned int start, unsigned int patt
 }
 
 unsigned int DBuffer::indexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
-    if (patternLength == 1) return indexOfAnyOf(pattern, 1, start);
-    unsigned int const first = startSearch(start, patternLength);
-    if (first == 0 || patternLength == 0) return 0;
-    return position(kelcl::findPattern(from(*this, first), {pattern, patternLength}), first);
+    if (patternLength != 1) return firstPattern(*this, {pattern, patternLength}, start);
+    if (kelcl::isSingleByteClass(*this)) return firstByte(*this, *pattern, start);
+    return indexOfAnyOf(pattern, 1, start);
 }
 
 unsigned int DBuffer::indexOf(DStringTest const& test, unsigned int start) const {
@@ -108,10 +126,10 @@ unsigned int DBuffer::indexOf(DStringTest const& test, unsigned int start) const
 }
 
 unsigned int DBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
+    if (setLength == 1) return firstByte(*this, *set, start);
     unsigned int const first = startSearch(start, 1);
     if (first == 0 || setLength == 0) return 0;
     std::string_view const rest = from(*this, first);
-    if (setLength == 1) return position(kelcl::findByte(rest, *set), first);
     return kelcl::withSet(set, setLength, [&](auto const& members) {
         return position(kelcl::findFirstIn(rest, members), first);
     });
@@ -144,10 +162,10 @@ unsigned int DBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start)
 }
 
 unsigned int DBuffer::lastIndexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
+    if (patternLength == 1) return lastByte(*this, *pattern, start);
     unsigned int const last = startBackwardsSearch(start, patternLength);
     if (last == 0 || patternLength == 0) return 0;
     std::string_view const head = upTo(*this, last + patternLength - 1);
-    if (patternLength == 1) return position(kelcl::findLastByte(head, *pattern), 1);
     return position(kelcl::findLastPattern(head, {pattern, patternLength}), 1);
 }
 
@@ -156,10 +174,10 @@ unsigned int DBuffer::lastIndexOf(DStringTest const& test, unsigned int start) c
 }
 
 unsigned int DBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
+    if (setLength == 1) return lastByte(*this, *set, start);
     unsigned int const last = startBackwardsSearch(start, 1);
     if (last == 0 || setLength == 0) return 0;
     std::string_view const head = upTo(*this, last);
-    if (setLength == 1) return position(kelcl::findLastByte(head, *set), 1);
     return kelcl::withSet(set, setLength,
                           [&](auto const& members) { return position(kelcl::findLastIn(head, members), 1); });
 }

@@ -116,10 +116,9 @@ public:
         if (n >= 64) return mask64(at);
         if (n >= blockSize) // two blocks that overlap
             return of32(at).topBits() | std::uint64_t{of32(at + n - blockSize).topBits()} << (n - blockSize);
-        if (n < 4) return (1U << n) - 1; // so few are compared at once
-        char const* const place = text_ + at;
+        if (n < 4) return (1U << n) - 1;      // so few are compared at once
+        char const* const place = text_ + at; // of so few the middle would cost more than it saves
         return blocks::maskOfFewer(place, n, EqualTo{pattern_.front()}) &
-               blocks::maskOfFewer(place + middle_, n, EqualTo{pattern_[middle_]}) &
                blocks::maskOfFewer(place + pattern_.size() - 1, n, EqualTo{pattern_.back()});
     }
 

@@ -260,6 +260,7 @@ KELCL_BLOCKS_INLINE std::uint32_t maskOfEnd(std::string_view text, std::size_t n
 
 template <class Matcher>
 KELCL_BLOCKS std::size_t count(std::string_view text, Matcher matcher) {
+    if (text.size() < 32) return bitCount(maskOfFewer(text.data(), text.size(), matcher));
     std::size_t result = 0;
     std::size_t i = 0;
     for (; text.size() - i >= 64; i += 64)
