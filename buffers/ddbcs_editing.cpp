@@ -14,6 +14,7 @@
 #include <kelcl/ddbcsbuffer.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <typeinfo>
@@ -44,7 +45,7 @@ DBuffer* stripWide(DBuffer const& buffer, kelcl::CharacterText& text, DStringEnu
     return last <= first ? sharedEmpty(buffer) : kelcl::pieceOf(buffer, text, first, last);
 }
 
-bool isAscii(wchar_t value) { return value >= 0 && value < 0x80; }
+bool isAscii(wchar_t value) { return static_cast<std::uint32_t>(value) < 0x80; }
 
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {

@@ -2,6 +2,7 @@
 // that fails name this file, and hosts match on that.
 #include "buffers/collation.h"
 #include "buffers/wide_mode.h"
+#include "characters/conversion.h"
 #include "characters/stepping.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -47,6 +48,10 @@ public:
         kelcl::UtilitySteps steps;
         wchar_t* out = wide_.get();
         for (std::size_t i = 0; i < size; ++out) {
+            kelcl::Extent const known = kelcl::widenKnown(out, segment + i, size - i, steps.encoding());
+            out += known.characters;
+            i += known.bytes;
+            if (i == size) break;
             auto const step = steps.at(segment + i, size - i, *out);
             if (step.outcome != Outcome::character && step.outcome != Outcome::twoCharacters) break;
             i += step.bytes;

@@ -25,6 +25,11 @@ std::size_t startAtOrAfter(std::string_view text, std::size_t at) {
     return at;
 }
 
+/// Mostly there is nothing to pad, and a call would be felt.
+void pad(char* out, std::size_t count, char padChar) {
+    if (count != 0) std::memset(out, padChar, count);
+}
+
 } // namespace
 
 void CharacterText::convertAll() {
@@ -105,18 +110,18 @@ std::size_t CharacterText::writeRest(unsigned int start, char padChar, char* out
     std::size_t const rest = text_.size() - start + 1;
     std::size_t const from = startOfPiece(start);
     if (from == notFound) {
-        std::memset(out, padChar, rest);
+        pad(out, rest, padChar);
         return rest;
     }
     std::size_t const cut = from - (start - 1);
     std::string_view const piece = text_.substr(from);
     if (isPlain_) {
-        std::memset(out, padChar, cut);
+        pad(out, cut, padChar);
         std::memcpy(out + cut, piece.data(), piece.size());
         return rest;
     }
     WidePiece const characters(piece);
-    std::memset(out, padChar, cut);
+    pad(out, cut, padChar);
     std::size_t written = cut;
     characters.visitBytes([&](std::string_view bytes) {
         std::memcpy(out + written, bytes.data(), bytes.size());
@@ -129,7 +134,7 @@ std::size_t CharacterText::writeRest(unsigned int start, char padChar, char* out
 void CharacterText::writePiece(unsigned int start, std::size_t count, char padChar, char* out) const {
     std::size_t const from = startOfPiece(start);
     if (from == notFound) {
-        std::memset(out, padChar, count);
+        pad(out, count, padChar);
         return;
     }
     std::size_t const cut = std::min<std::size_t>(from - (start - 1), count);
@@ -138,12 +143,12 @@ void CharacterText::writePiece(unsigned int start, std::size_t count, char padCh
     if (isPlain_) {
         std::size_t const room = count - cut;
         std::size_t const whole = piece.size() <= room ? piece.size() : startAtOrBefore(piece, room);
-        std::memset(out, padChar, cut);
+        pad(out, cut, padChar);
         std::memcpy(out + cut, piece.data(), whole);
         written += whole;
     } else {
         WidePiece const characters(piece);
-        std::memset(out, padChar, cut);
+        pad(out, cut, padChar);
         characters.visitBytes([&](std::string_view bytes) {
             if (bytes.size() > count - written) return false; // only whole characters
             std::memcpy(out + written, bytes.data(), bytes.size());
@@ -151,7 +156,7 @@ void CharacterText::writePiece(unsigned int start, std::size_t count, char padCh
             return written < count;
         });
     }
-    std::memset(out + written, padChar, count - written);
+    pad(out + written, count - written, padChar);
 }
 
 } // namespace kelcl
