@@ -60,6 +60,7 @@ protected:
 
 private:
     friend class DBuffer;
+    friend class DDBCSBuffer;
 
     std::uint32_t kind_;
     int (*function_)(int);
