@@ -55,17 +55,27 @@ auto byFirstByte(Wanted wanted) {
     return [wanted](char const* p, unsigned int) { return wanted(signedByte(*p)); };
 }
 
-/// A search in the characters of a text for those outside of one of the library's own classes: the bytes that
-/// the class has in ASCII are skipped by the byte kernels where each is a character of its own, and the class
-/// is asked about what is in between.
+/// Whether all bytes that a class has in ASCII stand alone in every encoding, as those of white space do.
+bool standsAloneAnywhere(kelcl::CharacterClass const& members) {
+    constexpr unsigned int bitsBelow30 = 3; // one for each 16 values
+    unsigned int bits = 0;
+    for (std::size_t row = 0; row < 16; ++row)
+        bits |= members.ascii.rows()[row];
+    return bits >> bitsBelow30 == 0;
+}
+
+/// The class of the library's own that the function tells the members of, if it is such a one.
+kelcl::CharacterClass const* searchableClass(Function function) {
+    kelcl::CharacterClass const* const known = kelcl::classOf(function);
+    return known != nullptr && standsAloneAnywhere(*known) ? known : nullptr;
+}
+
+/// A search for the characters outside of such a class: the bytes that it has in ASCII are skipped by the
+/// byte kernels, and it is asked about what is in between.
 class OutsideOfClass {
 public:
     OutsideOfClass(DBuffer const& text, kelcl::CharacterClass const& members)
-        : text_(text), members_(members), standAlone_(standAloneAnywhere(members.ascii)) {}
-
-    /// Whether it goes forwards (backwards) in the encoding that the text has.
-    bool goesForwards() { return standAlone_ || steps().encoding().isKnown(); }
-    bool goesBackwards() { return standAlone_ || steps().isUtf8(); }
+        : text_(text), members_(members) {}
 
     /// The offset of the first one from the character start `at` on, or notFound.
     std::size_t first(std::size_t at) {
@@ -93,15 +103,6 @@ public:
     }
 
 private:
-    /// Whether all bytes of a set of ASCII bytes stand alone in every encoding.
-    static bool standAloneAnywhere(kelcl::ByteSet const& ascii) {
-        constexpr unsigned int bitsBelow30 = 3; // one for each 16 values
-        unsigned int bits = 0;
-        for (std::size_t row = 0; row < 16; ++row)
-            bits |= ascii.rows()[row];
-        return bits >> bitsBelow30 == 0;
-    }
-
     bool isOutside(std::size_t at) const { return members_.test(signedByte(text_.contents()[at])) == 0; }
 
     kelcl::BufferSteps& steps() {
@@ -111,7 +112,6 @@ private:
 
     DBuffer const& text_;
     kelcl::CharacterClass const& members_;
-    bool standAlone_;
     std::optional<kelcl::BufferSteps> steps_; // asked for where it is needed
     std::optional<kelcl::FallingStarts> starts_;
 };
@@ -145,10 +145,8 @@ unsigned int firstRejected(DDBCSBuffer const& text, unsigned int start, DStringT
         if (isWideMode()) return firstWide(text, start, rejects);
         unsigned int const first = text.startSearch(start, 1);
         if (first == 0 || first > text.length) return 0; // a host may say anything
-        if (kelcl::CharacterClass const* const known = kelcl::classOf(function)) {
-            OutsideOfClass search(text, *known);
-            if (search.goesForwards()) return kelcl::positionOf(search.first(first - 1));
-        }
+        if (kelcl::CharacterClass const* const known = searchableClass(function))
+            return kelcl::positionOf(OutsideOfClass(text, *known).first(first - 1));
         kelcl::BufferSteps steps;
         return kelcl::positionOf(kelcl::firstCharacter(text, first - 1, steps, byFirstByte(rejects)));
     });
@@ -166,11 +164,9 @@ unsigned int lastRejected(DDBCSBuffer const& text, unsigned int start, DStringTe
     return withTest(test, function, [&](auto accepts) {
         auto const rejects = [accepts](int value) { return !accepts(value); };
         if (isWideMode()) return lastWide(text, start, rejects);
-        kelcl::CharacterClass const* const known = kelcl::classOf(function);
-        if (known != nullptr && kelcl::isMultiByteClass(text)) {
-            OutsideOfClass search(text, *known);
-            if (search.goesBackwards()) return kelcl::positionOf(search.last(kelcl::lastByte(text, start)));
-        }
+        if (kelcl::CharacterClass const* const known = searchableClass(function))
+            if (kelcl::isMultiByteClass(text))
+                return kelcl::positionOf(OutsideOfClass(text, *known).last(kelcl::lastByte(text, start)));
         return lastByFirstByte(text, start, rejects);
     });
 }
