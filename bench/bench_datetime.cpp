@@ -6,7 +6,10 @@
 #include <chrono>
 #include <ctime>
 #include <random>
+#include <string>
 #include <vector>
+
+#include <langinfo.h>
 
 #include <benchmark/benchmark.h>
 
@@ -169,6 +172,35 @@ void textByMktimeAndStrftime(benchmark::State& state) {
     });
 }
 BENCHMARK(textByMktimeAndStrftime);
+
+void numbersOfDate(benchmark::State& state) {
+    forEach(state, dayNumbers(), [](long number) {
+        return DDate::fromJulianDay(static_cast<unsigned long>(number)).asString("%Y-%m-%d").length();
+    });
+}
+BENCHMARK(numbersOfDate);
+
+void numbersByStrftime(benchmark::State& state) {
+    forEach(state, parts(), [](Parts const& date) {
+        std::tm const calendar = calendarOf(date);
+        char text[64];
+        return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d", &calendar)).size();
+    });
+}
+BENCHMARK(numbersByStrftime);
+
+void nameOfMonth(benchmark::State& state) {
+    forEach(state, parts(), [](Parts const& date) {
+        return DDate::monthName(static_cast<DDate::Month>(date.month)).length();
+    });
+}
+BENCHMARK(nameOfMonth);
+
+void nameByLanginfo(benchmark::State& state) {
+    forEach(state, parts(),
+            [](Parts const& date) { return std::string(nl_langinfo(MON_1 + date.month - 1)).size(); });
+}
+BENCHMARK(nameByLanginfo);
 
 void textOfTime(benchmark::State& state) {
     forEach(state, dayNumbers(),

@@ -31,6 +31,17 @@ void Contest::enterEdits() {
     unsigned int const third = lengthOf(text) / 3;
     add("subString", "kelcl",
         [buffer, third](string* out) { return taken(buffer->subString(third, third, ' '), out); });
+    add("insert", "kelcl",
+        [buffer, third](string* out) { return taken(buffer->insert("12345678", 8, third, ' '), out); });
+    add("overlayWith", "kelcl",
+        [buffer, third](string* out) { return taken(buffer->overlayWith("12345678", 8, third, ' '), out); });
+    add("leftJustify", "kelcl",
+        [buffer, third](string* out) { return taken(buffer->leftJustify(third, ' '), out); });
+    add("strip of white space", "kelcl", [buffer](string* out) {
+        DString stripped(buffer->contents(), buffer->length);
+        stripped.strip();
+        return taken(string(stripped.c_str(), stripped.length()), out);
+    });
     add("reverse", "kelcl", [buffer](string* out) { return taken(buffer->reverse(), out); });
     add("reverse", "mbrlen", [&text](string* out) {
         string made(text.size(), ' ');

@@ -44,6 +44,8 @@ void Contest::enterStepping() {
         });
         return position;
     });
+    add("isMBCS", "kelcl", [buffer](string*) { return static_cast<uint64_t>(buffer->isMBCS()); });
+    add("isValidMBCS", "kelcl", [buffer](string*) { return static_cast<uint64_t>(buffer->isValidMBCS()); });
     add("charType at the end", "kelcl", [buffer, length](string*) { return buffer->charType(length); });
 #if KELCL_BENCH_GLIB
     if (isUtf8()) {

@@ -14,11 +14,17 @@
 
 namespace kelcl {
 
-DBuffer* makeBuffer(unsigned int length) {
-    if (isMultiByteLocale()) return construct<DDBCSBuffer>(length);
-    return construct<DBuffer>(length);
+namespace {
+
+/// In one block, whichever class.
+inline DBuffer* makeOf(bool isMultiByte, unsigned int length) {
+    void* const block = ::operator new[](blockSize(length));
+    if (isMultiByte) return ::new (block) DDBCSBuffer(length);
+    return ::new (block) DBuffer(length);
 }
 
+/// Gives a buffer that came with another length the one that was asked for; throws where its block may be too
+/// short.
 void fitLength(DBuffer& made, unsigned int length) {
     if (made.length < length) {
         made.release();
@@ -26,6 +32,26 @@ void fitLength(DBuffer& made, unsigned int length) {
     }
     made.length = length;
     made.contents()[length] = '\0';
+}
+
+/// As a host's class does it, or a library's class refuses.
+[[gnu::noinline]] DBuffer* allocateByClass(DBuffer const& like, unsigned int length) {
+    DBuffer* const result = like.allocate(length);
+    if (result == nullptr) throw std::bad_alloc();
+    if (result->length != length) fitLength(*result, length);
+    return result;
+}
+
+} // namespace
+
+DBuffer* makeBuffer(unsigned int length) { return makeOf(isMultiByteLocale(), length); }
+
+DBuffer* allocateLike(DBuffer const& like, unsigned int length) {
+    // The library's classes need not be asked.
+    bool const isMultiByte = isExactly<DDBCSBuffer>(like);
+    if (length >= lengthLimit || !(isMultiByte || isExactly<DBuffer>(like)))
+        return allocateByClass(like, length);
+    return makeOf(isMultiByte || isMultiByteLocale(), length);
 }
 
 } // namespace kelcl

@@ -2,6 +2,7 @@
 #include "buffers/buffer_block.h"
 #include "buffers/buffer_factory.h"
 #include "buffers/length.h"
+#include "bytes/byte_copy.h"
 
 #include <kelcl/dbuffer.h>
 
@@ -14,7 +15,7 @@ namespace {
 char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
     if (length == 0) return out;
     if (piece != nullptr)
-        std::memcpy(out, piece, length);
+        kelcl::copyBytes(out, static_cast<char const*>(piece), length);
     else
         std::memset(out, padCharacter, length);
     return out + length;

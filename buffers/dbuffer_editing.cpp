@@ -7,6 +7,7 @@
 #include "buffers/occurrences.h"
 #include "buffers/strip.h"
 #include "buffers/virtual_answers.h"
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -39,10 +40,22 @@ DBuffer* editBytes(DBuffer& buffer, std::size_t first, Kernel kernel) {
         kernel(text + first, text + first, buffer.length - first);
         return shared(buffer);
     }
+    // A few bytes that do not change are faster edited than copied apart.
+    constexpr std::size_t worthCopying = 64;
+    if (first < worthCopying) first = 0;
     DBuffer* const copy = kelcl::allocateLike(buffer, buffer.length);
-    std::memcpy(copy->contents(), text, first);
+    kelcl::copyBytes(copy->contents(), text, first);
     kernel(copy->contents() + first, text + first, buffer.length - first);
     return copy;
+}
+
+/// The same for the letters that `find` finds, of which there may be none.
+template <class Find, class Kernel>
+DBuffer* editLetters(DBuffer& buffer, Find find, Kernel kernel) {
+    constexpr std::size_t worthSearching = 1024; // a shorter text is edited in place as fast
+    if (buffer.length < worthSearching && buffer.hasOneOwner()) return editBytes(buffer, 0, kernel);
+    std::size_t const first = find(bytesOf(buffer));
+    return first == kelcl::notFound ? shared(buffer) : editBytes(buffer, first, kernel);
 }
 
 /// The occurrences of a byte as GapList tells those of a pattern, found anew each time: that is faster than
@@ -108,7 +121,7 @@ DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replac
         replacement = copy.data();
     }
     return editBytes(buffer, 0, [&](char* out, char const* in, std::size_t n) {
-        if (out != in) std::memcpy(out, in, n);
+        if (out != in) kelcl::copyBytes(out, in, n);
         found.forEach([&](unsigned int gap) {
             std::memcpy(out + gap, replacement, length);
             out += gap + length;
@@ -137,7 +150,7 @@ public:
         if (piece.size() <= atOnce && readable >= atOnce && end_ - out_ >= std::ptrdiff_t{atOnce})
             std::memcpy(out_, piece.data(), atOnce);
         else if (!piece.empty())
-            std::memcpy(out_, piece.data(), piece.size());
+            kelcl::copyBytes(out_, piece.data(), piece.size());
         out_ += piece.size();
     }
 
@@ -179,37 +192,27 @@ DBuffer* DBuffer::upperCase() {
     if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "abcdefghijklmnopqrstuvwxyz",
                                 [](char& c, unsigned int) { c = static_cast<char>(c - 32); });
-    std::size_t const first = kelcl::findLowerCase(bytesOf(*this));
-    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyUpperCase);
+    return editLetters(*this, kelcl::findLowerCase, kelcl::copyUpperCase);
 }
 
 DBuffer* DBuffer::lowerCase() {
     if (!kelcl::isLibraryClass(*this))
         return kelcl::editFound(*this, "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
                                 [](char& c, unsigned int) { c = static_cast<char>(c + 32); });
-    std::size_t const first = kelcl::findUpperCase(bytesOf(*this));
-    return first == kelcl::notFound ? shared(*this) : editBytes(*this, first, kelcl::copyLowerCase);
+    return editLetters(*this, kelcl::findUpperCase, kelcl::copyLowerCase);
 }
 
 DBuffer* DBuffer::translate(char const* inputSet, unsigned int inputLength, char const* outputSet,
                             unsigned int outputLength, char padCharacter) {
-    bool const isLibraryClass = kelcl::isLibraryClass(*this);
-    std::size_t const first =
-        isLibraryClass ? kelcl::findFirstIn(bytesOf(*this), kelcl::ByteSet({inputSet, inputLength})) : 0;
+    std::string_view const from(inputSet, inputLength);
+    kelcl::Replacements const replacements(from, {outputSet, outputLength}, padCharacter, length);
+    if (!kelcl::isLibraryClass(*this))
+        return kelcl::editFound(*this, from,
+                                [&replacements](char& c, unsigned int) { c = replacements.of(c); });
+    std::size_t const first = replacements.findFirst(bytesOf(*this), from);
     if (first == kelcl::notFound) return shared(*this);
-
-    unsigned char table[256];
-    for (unsigned int value = 0; value < 256; ++value)
-        table[value] = static_cast<unsigned char>(value);
-    for (unsigned int i = inputLength; i-- > 0;) // backwards, so that a byte's first place counts
-        table[static_cast<unsigned char>(inputSet[i])] =
-            static_cast<unsigned char>(i < outputLength ? outputSet[i] : padCharacter);
-    if (!isLibraryClass)
-        return kelcl::editFound(*this, {inputSet, inputLength}, [&table](char& c, unsigned int) {
-            c = static_cast<char>(table[static_cast<unsigned char>(c)]);
-        });
-    return editBytes(*this, first, [&table](char* out, char const* in, std::size_t n) {
-        kelcl::copyTranslated(out, in, n, table);
+    return editBytes(*this, first, [&replacements](char* out, char const* in, std::size_t n) {
+        replacements.copy(out, in, n);
     });
 }
 

@@ -39,21 +39,48 @@ unsigned int position(std::size_t offset, unsigned int start) {
     return offset == kelcl::notFound ? 0 : start + static_cast<unsigned int>(offset);
 }
 
-bool accepts(DStringTest const& test, char c) { return test.test(static_cast<signed char>(c)) != 0; }
+/// A test of bytes as searches ask it: a plain one by its function at once, or by the set of the bytes that
+/// it accepts where that is one of the library's classes. A test of a type that a host derived may answer as
+/// it likes, and is asked each time.
+class Tested {
+public:
+    Tested(DStringTest const& test, int (*function)(int))
+        : test_(test), function_(&typeid(test) == &typeid(DStringTest) ? function : nullptr) {}
 
-unsigned int firstTested(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
-    std::string_view const rest = from(text, start);
-    auto const found =
-        std::find_if(rest.begin(), rest.end(), [&](char c) { return accepts(test, c) == wanted; });
-    return found == rest.end() ? 0 : start + static_cast<unsigned int>(found - rest.begin());
-}
+    /// The position of the first (last) byte from `start` on (up to it) that is accepted, or of one that is
+    /// not; 0 if there is none.
+    template <bool wanted>
+    unsigned int first(DBuffer const& text, unsigned int start) const {
+        std::string_view const rest = from(text, start);
+        return withAnswers([&](auto accepts) -> unsigned int {
+            auto const found =
+                std::find_if(rest.begin(), rest.end(), [&](char c) { return accepts(c) == wanted; });
+            return found == rest.end() ? 0 : start + static_cast<unsigned int>(found - rest.begin());
+        });
+    }
+    template <bool wanted>
+    unsigned int last(DBuffer const& text, unsigned int start) const {
+        std::string_view const head = upTo(text, start);
+        return withAnswers([&](auto accepts) {
+            auto const found =
+                std::find_if(head.rbegin(), head.rend(), [&](char c) { return accepts(c) == wanted; });
+            return static_cast<unsigned int>(head.rend() - found);
+        });
+    }
 
-unsigned int lastTested(DBuffer const& text, unsigned int start, DStringTest const& test, bool wanted) {
-    std::string_view const head = upTo(text, start);
-    auto const found =
-        std::find_if(head.rbegin(), head.rend(), [&](char c) { return accepts(test, c) == wanted; });
-    return static_cast<unsigned int>(head.rend() - found);
-}
+    kelcl::CharacterClass const* knownClass() const { return kelcl::classOf(function_); }
+
+private:
+    template <class Search>
+    unsigned int withAnswers(Search search) const {
+        if (int (*const function)(int) = function_; function != nullptr)
+            return search([function](char c) { return function(static_cast<signed char>(c)) != 0; });
+        return search([this](char c) { return test_.test(static_cast<signed char>(c)) != 0; });
+    }
+
+    DStringTest const& test_;
+    int (*function_)(int);
+};
 
 } // namespace
 
@@ -85,14 +112,16 @@ unsigned int DBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsi
     if (first == 0 || setLength == 0) return 0;
     std::string_view const rest = from(*this, first);
     if (setLength == 1) return position(kelcl::findByte(rest, *set), first);
-    return kelcl::withSet(set, setLength, [&](kelcl::ByteSet const& members) {
+    return kelcl::withSet(set, setLength, [&](auto const& members) {
         return position(kelcl::findFirstIn(rest, members), first);
     });
 }
 
 unsigned int DBuffer::indexOfAnyOf(DStringTest const& test, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
-    return first == 0 ? 0 : firstTested(*this, first, test, true);
+    return first == 0 ? 0
+                      : Tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr)
+                            .first<true>(*this, first);
 }
 
 unsigned int DBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -100,7 +129,7 @@ unsigned int DBuffer::indexOfAnyBut(char const* set, unsigned int setLength, uns
     if (first == 0 || setLength == 0) return first; // every byte is outside an empty set
     std::string_view const rest = from(*this, first);
     if (setLength == 1) return position(kelcl::findByteOtherThan(rest, *set), first);
-    return kelcl::withSet(set, setLength, [&](kelcl::ByteSet const& members) {
+    return kelcl::withSet(set, setLength, [&](auto const& members) {
         return position(kelcl::findFirstNotIn(rest, members), first);
     });
 }
@@ -108,11 +137,10 @@ unsigned int DBuffer::indexOfAnyBut(char const* set, unsigned int setLength, uns
 unsigned int DBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
     if (first == 0) return 0;
-    // The library's own classes are known as sets; a test of another type may answer as it likes.
-    if (typeid(test) == typeid(DStringTest))
-        if (kelcl::CharacterClass const* const known = kelcl::classOf(test.function_))
-            return position(kelcl::findFirstNotIn(from(*this, first), *known), first);
-    return firstTested(*this, first, test, false);
+    Tested const tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr);
+    if (kelcl::CharacterClass const* const known = tested.knownClass())
+        return position(kelcl::findFirstNotIn(from(*this, first), *known), first);
+    return tested.first<false>(*this, first);
 }
 
 unsigned int DBuffer::lastIndexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
@@ -132,13 +160,13 @@ unsigned int DBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength, 
     if (last == 0 || setLength == 0) return 0;
     std::string_view const head = upTo(*this, last);
     if (setLength == 1) return position(kelcl::findLastByte(head, *set), 1);
-    return kelcl::withSet(set, setLength, [&](kelcl::ByteSet const& members) {
-        return position(kelcl::findLastIn(head, members), 1);
-    });
+    return kelcl::withSet(set, setLength,
+                          [&](auto const& members) { return position(kelcl::findLastIn(head, members), 1); });
 }
 
 unsigned int DBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
-    return lastTested(*this, startBackwardsSearch(start, 1), test, true);
+    return Tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr)
+        .last<true>(*this, startBackwardsSearch(start, 1));
 }
 
 unsigned int DBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -146,11 +174,15 @@ unsigned int DBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
     if (last == 0 || setLength == 0) return last; // every byte is outside an empty set
     std::string_view const head = upTo(*this, last);
     if (setLength == 1) return position(kelcl::findLastByteOtherThan(head, *set), 1);
-    return kelcl::withSet(set, setLength, [&](kelcl::ByteSet const& members) {
+    return kelcl::withSet(set, setLength, [&](auto const& members) {
         return position(kelcl::findLastNotIn(head, members), 1);
     });
 }
 
 unsigned int DBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
-    return lastTested(*this, startBackwardsSearch(start, 1), test, false);
+    unsigned int const last = startBackwardsSearch(start, 1);
+    Tested const tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr);
+    if (kelcl::CharacterClass const* const known = tested.knownClass())
+        return position(kelcl::findLastNotIn(upTo(*this, last), *known), 1);
+    return tested.last<false>(*this, last);
 }

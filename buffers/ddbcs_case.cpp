@@ -22,7 +22,8 @@ using kelcl::shared;
 DBuffer* mapWide(DBuffer& buffer, std::wint_t (*map)(std::wint_t)) {
     if (buffer.length == 0) return shared(buffer);
     auto const ask = [map](int c) { return static_cast<wchar_t>(map(static_cast<std::wint_t>(c))); };
-    return kelcl::withAnswers<wchar_t>(buffer.length, ask,
+    auto const same = [](int c) { return static_cast<wchar_t>(c); };
+    return kelcl::withAnswers<wchar_t>(buffer.length, ask, same,
                                        [&buffer](auto mapped) { return kelcl::mapped(buffer, mapped); });
 }
 
@@ -31,7 +32,6 @@ struct CaseChange {
     std::string_view letters;
     int distance; ///< From a letter to the same in the other case.
     std::size_t (*find)(std::string_view);
-    void (*copy)(char*, char const*, std::size_t);
 };
 
 /// The offset of the first character that is one of the letters.
@@ -61,10 +61,6 @@ DBuffer* mapBytes(DBuffer& buffer, CaseChange const& change) {
     DBuffer* const result =
         buffer.hasOneOwner() ? shared(buffer) : kelcl::copyLike(buffer, buffer.contents(), buffer.length);
     char* const text = result->contents();
-    if (steps.standsAlone('z')) {
-        change.copy(text + first, text + first, result->length - first);
-        return result;
-    }
     for (std::size_t at = first; at < result->length;) {
         unsigned int const bytes = steps.length(text + at);
         if (bytes == 1 && text[at] >= change.letters.front() && text[at] <= change.letters.back())
@@ -74,14 +70,21 @@ DBuffer* mapBytes(DBuffer& buffer, CaseChange const& change) {
     return result;
 }
 
+/// Whether letters are never part of longer characters, so that their bytes tell.
+bool hasLettersByTheirBytes(DBuffer const& buffer) {
+    return kelcl::isLibraryClass(buffer) && kelcl::BufferSteps().standsAlone('z');
+}
+
 } // namespace
 
 DBuffer* DDBCSBuffer::upperCase() {
     if (kelcl::isWideMode()) return mapWide(*this, std::towupper);
-    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", -32, kelcl::findLowerCase, kelcl::copyUpperCase});
+    if (hasLettersByTheirBytes(*this)) return DBuffer::upperCase();
+    return mapBytes(*this, {"abcdefghijklmnopqrstuvwxyz", -32, kelcl::findLowerCase});
 }
 
 DBuffer* DDBCSBuffer::lowerCase() {
     if (kelcl::isWideMode()) return mapWide(*this, std::towlower);
-    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", 32, kelcl::findUpperCase, kelcl::copyLowerCase});
+    if (hasLettersByTheirBytes(*this)) return DBuffer::lowerCase();
+    return mapBytes(*this, {"ABCDEFGHIJKLMNOPQRSTUVWXYZ", 32, kelcl::findUpperCase});
 }

@@ -98,7 +98,7 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
                 IsMember isMember) {
     kelcl::ByteSet const& ownValues = kelcl::identityBytes(walk.encoding());
     while (at < text.size()) {
-        wchar_t values[256];
+        wchar_t values[1024];
         std::size_t const most = std::min(text.size() - at, std::size(values));
         kelcl::Extent const known = kelcl::widenKnown(values, text.data() + at, most, walk.encoding());
         for (std::size_t i = 0; i < known.characters; ++i)
@@ -132,13 +132,29 @@ bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& bu
     at = skipMembers(text, at, members.ascii, kelcl::identityBytes(walk.encoding()));
     if (at == text.size()) return true;
     auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
-    return kelcl::withAnswers<bool>(text.size() - at, ask, [&](auto isMember) {
+    auto const yes = [](int) { return true; };
+    return kelcl::withAnswers<bool>(text.size() - at, ask, yes, [&](auto isMember) {
         return areMembers(text, at, members.ascii, walk, isMember);
     });
 }
 
 bool isDoubleWidth(WideCharacter const& character) {
     return character.bytes >= 2 && wcwidth(static_cast<wchar_t>(character.value)) >= 2;
+}
+
+/// Whether all characters of UTF-8 are of double width (none is). There it is the values from 0x80 on that
+/// have several bytes.
+bool haveDoubleWidth(DBuffer const& buffer, WideWalk& walk, bool expected) {
+    constexpr kelcl::ByteSet noBytes;
+    std::string_view const text(buffer.contents(), buffer.length);
+    kelcl::ByteSet const& ascii = kelcl::identityBytes(walk.encoding());
+    std::size_t const at = expected ? 0 : kelcl::asciiRun(text.data(), text.size());
+    auto const ask = [](int value) { return value >= 0x80 && wcwidth(static_cast<wchar_t>(value)) >= 2; };
+    auto const usual = [expected](int) { return expected; };
+    return kelcl::withAnswers<bool>(text.size() - at, ask, usual, [&](auto isDouble) {
+        return areMembers(text, at, expected ? noBytes : ascii, walk,
+                          [&isDouble, expected](int value) { return isDouble(value) == expected; });
+    });
 }
 
 } // namespace
@@ -166,6 +182,7 @@ bool DDBCSBuffer::isWhiteSpace() const { return charactersConsistOf(kelcl::white
 
 bool DDBCSBuffer::isMBCS() const {
     WideWalk walk(*this);
+    if (walk.encoding().isUtf8) return haveDoubleWidth(*this, walk, true);
     for (std::size_t at = 0; at < length;) {
         WideCharacter const character = walk.at(contents() + at);
         if (!isDoubleWidth(character)) return false;
@@ -176,9 +193,9 @@ bool DDBCSBuffer::isMBCS() const {
 
 bool DDBCSBuffer::isSBCS() const {
     WideWalk walk(*this);
+    if (walk.encoding().isUtf8) return haveDoubleWidth(*this, walk, false);
     for (std::size_t at = 0; at < length;) {
-        std::size_t const ascii = kelcl::asciiRun(contents() + at, length - at);
-        at += ascii;
+        at += kelcl::asciiRun(contents() + at, length - at);
         if (at == length) break;
         WideCharacter const character = walk.at(contents() + at);
         if (isDoubleWidth(character)) return false;
@@ -189,6 +206,12 @@ bool DDBCSBuffer::isSBCS() const {
 
 bool DDBCSBuffer::isValidMBCS() const {
     kelcl::BufferSteps steps;
+    if (steps.isUtf8()) {
+        std::string_view const text(contents(), length);
+        // ASCII bytes are always characters of their own there, and no others are NULs.
+        if (kelcl::findFirstIn(text, kelcl::identityBytes(steps.encoding())) != kelcl::notFound) return false;
+        if (kelcl::isPlainUtf8(contents(), length)) return true;
+    }
     for (std::size_t at = 0; at < length;) {
         unsigned int const bytes = steps.length(contents() + at);
         if (bytes < 2 ||

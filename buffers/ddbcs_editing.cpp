@@ -6,6 +6,7 @@
 #include "buffers/strip.h"
 #include "buffers/translation.h"
 #include "buffers/wide_path.h"
+#include "characters/character_classes.h"
 #include "characters/character_map.h"
 #include "characters/character_text.h"
 #include "characters/stepping.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -27,36 +29,48 @@ using kelcl::sharedEmpty;
 
 // Strip
 
-/// Strips the characters at the ends whose values do not stay, always into a new buffer.
+/// Strips the characters at the ends whose values do not stay, always into a new buffer. Some ASCII ones may
+/// be known as such.
 template <class Stays>
 DBuffer* stripWide(DBuffer const& buffer, kelcl::CharacterText& text, DStringEnum::StripMode mode,
-                   Stays stays) {
+                   kelcl::ByteSet const* goes, Stays stays) {
     CharacterText::Place first = 0;
     CharacterText::Place last = text.end();
     if (mode != DStringEnum::trailing) {
-        first = text.findFirst(0, stays);
+        first = text.findFirst(0, stays, goes);
         if (first == last) return sharedEmpty(buffer);
     }
-    if (mode != DStringEnum::leading) last = text.findLast(last, stays);
+    if (mode != DStringEnum::leading) last = text.findLast(last, stays, goes);
     return last <= first ? sharedEmpty(buffer) : kelcl::pieceOf(buffer, text, first, last);
 }
 
+bool isAscii(wchar_t value) { return value >= 0 && value < 0x80; }
+
 DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLength,
                    DStringEnum::StripMode mode) {
-    CharacterText text(bytesOf(buffer));
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
     text.convert();
-    kelcl::CharacterMap members;
-    CharacterText listed({set, setLength});
-    for (CharacterText::Place at = 0; at < listed.end();)
-        members.add(kelcl::CharacterMap::keyOf(listed.take(at)));
-    return stripWide(buffer, text, mode, [&members](wchar_t value) {
-        return !members.contains(kelcl::CharacterMap::keyOf(value));
+    kelcl::ByteSet ascii;
+    kelcl::CharacterMap others;
+    CharacterText listed({set, setLength}, isUtf8);
+    for (CharacterText::Place at = 0; at < listed.end();) {
+        wchar_t const value = listed.take(at);
+        if (isAscii(value))
+            ascii.insert(static_cast<char>(value));
+        else
+            others.add(kelcl::CharacterMap::keyOf(value));
+    }
+    return stripWide(buffer, text, mode, &ascii, [&](wchar_t value) {
+        return isAscii(value) ? !ascii.contains(static_cast<char>(value))
+                              : !others.contains(kelcl::CharacterMap::keyOf(value));
     });
 }
 
-DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
+DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, kelcl::CharacterClass const* known,
+                   DStringEnum::StripMode mode) {
     CharacterText text(bytesOf(buffer));
-    return stripWide(buffer, text, mode,
+    return stripWide(buffer, text, mode, known != nullptr ? &known->ascii : nullptr,
                      [&test](wchar_t value) { return test.test(static_cast<int>(value)) == 0; });
 }
 
@@ -91,6 +105,20 @@ DBuffer* reverseBytes(DBuffer const& buffer) {
 
 // Overlay
 
+/// Over plain text: the bytes, with pads for what is left of cut characters.
+DBuffer* overlayPlain(DBuffer const& buffer, CharacterText const& text, char const* p, unsigned int n,
+                      unsigned int position, char padCharacter) {
+    unsigned int const before = position - 1;
+    unsigned int const next = before + std::min(n, buffer.length - before);
+    DBuffer* const result = buffer.newBuffer(buffer.contents(), before, p, n, buffer.contents() + next,
+                                             buffer.length - next, ' ');
+    std::size_t const head = text.before(position);
+    if (head != before) std::memset(result->contents() + head, padCharacter, before - head);
+    std::size_t const rest = text.firstFrom(next + 1).value_or(buffer.length);
+    if (rest != next) std::memset(result->contents() + before + n, padCharacter, rest - next);
+    return result;
+}
+
 DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsigned int position,
                      char padCharacter) {
     unsigned int const before = position - 1;
@@ -100,6 +128,7 @@ DBuffer* overlayWide(DBuffer const& buffer, char const* p, unsigned int n, unsig
     unsigned int const covered = std::min(n, buffer.length - before);
     std::size_t const front = std::size_t{before} + n;
     CharacterText const text(bytesOf(buffer));
+    if (text.isPlain()) return overlayPlain(buffer, text, p, n, position, padCharacter);
     kelcl::Room const rest =
         covered == buffer.length - before ? kelcl::Room{0, true} : text.roomForRest(position + n);
     return kelcl::written(buffer, {front + rest.bytes, rest.isExact}, [&](char* out) {
@@ -128,8 +157,14 @@ DBuffer* insertWide(DBuffer const& buffer, char const* p, unsigned int n, unsign
                     char padCharacter) {
     unsigned int const total = kelcl::lengthSum(buffer.length, n);
     if (total >= kelcl::lengthLimit) kelcl::raiseLengthOverflow();
-    CharacterText text(bytesOf(buffer));
-    CharacterText inserted({p, n});
+    bool const isUtf8 = kelcl::isUtf8Locale();
+    CharacterText text(bytesOf(buffer), isUtf8);
+    CharacterText inserted({p, n}, isUtf8);
+    if (text.isPlain() && inserted.isPlain()) {
+        auto const front = static_cast<unsigned int>(text.after(position));
+        return buffer.newBuffer(buffer.contents(), front, p, n, buffer.contents() + front,
+                                buffer.length - front);
+    }
     CharacterText::Place const end = text.end();
     CharacterText::Place const front = std::min(text.after(position), end);
     return kelcl::fitted(buffer, total, {{text, 0, front}, {inserted, 0, inserted.end()}, {text, front, end}},
@@ -183,7 +218,11 @@ DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum
 
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
-    if (isWideMode()) return stripWide(*this, test, mode);
+    if (isWideMode()) {
+        // A test of another type may answer as it likes.
+        bool const isPlainTest = typeid(test) == typeid(DStringTest);
+        return stripWide(*this, test, isPlainTest ? kelcl::classOf(test.function_) : nullptr, mode);
+    }
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); },
         [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });
@@ -218,7 +257,9 @@ DBuffer* DDBCSBuffer::leftJustify(unsigned int width, char padCharacter) {
     if (width >= length) return DBuffer::leftJustify(width, padCharacter);
     if (isWideMode()) {
         CharacterText text(bytesOf(*this));
-        return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        if (!text.isPlain()) return kelcl::fitted(*this, width, {{text, 0, text.end()}}, padCharacter);
+        auto const whole = static_cast<unsigned int>(text.before(width + 1));
+        return newBuffer(contents(), whole, nullptr, width - whole, nullptr, 0, padCharacter);
     }
     kelcl::OwnedBuffer result(DBuffer::leftJustify(width, padCharacter));
     kelcl::CharacterRepair(*this, *result).blankHead(width + 1, width, padCharacter);

@@ -13,16 +13,11 @@
 
 namespace kelcl {
 
-bool findsByBytes(DBuffer const& buffer, char first) {
-    if (isSingleByteClass(buffer)) return true;
-    if (!isLibraryClass(buffer)) return false;
+bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first) {
+    if (!isMultiByteClass(buffer)) return false;
     constexpr unsigned char firstLead = 0xC0; // in UTF-8, where the other bytes of a character are smaller
     return standsAlone(first, false) ||
            (isUtf8Codeset() && (standsAlone(first, true) || static_cast<unsigned char>(first) >= firstLead));
-}
-
-bool growsInPlace(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) ? !isMultiByteLocale() : isMultiByteClass(buffer);
 }
 
 // What a host overrides is seen by comparing entries of virtual tables, which lie as the Itanium C++ ABI

@@ -5,33 +5,23 @@
 #ifndef KELCL_BUFFERS_HOST_CLASSES_H
 #define KELCL_BUFFERS_HOST_CLASSES_H
 
-#include <kelcl/ddbcsbuffer.h>
-
-#include <typeinfo>
+#include <kelcl/dbuffer.h>
+#include <kelcl/detail/library_buffers.h>
 
 namespace kelcl {
 
 /// Whether the buffer is of exactly the single-byte class, whose searches are those of the byte kernels.
-///
-/// Types are told by the addresses of their descriptions, which is enough: one that had a second description
-/// in another shared object would count as a host's, and be asked.
-inline bool isSingleByteClass(DBuffer const& buffer) { return &typeid(buffer) == &typeid(DBuffer); }
+inline bool isSingleByteClass(DBuffer const& buffer) { return isExactly<DBuffer>(buffer); }
 
 /// Whether it is of exactly the multi-byte class.
-inline bool isMultiByteClass(DBuffer const& buffer) { return &typeid(buffer) == &typeid(DDBCSBuffer); }
-
-/// Whether it is of exactly one of the library's two classes, not of one that a host derived.
-inline bool isLibraryClass(DBuffer const& buffer) {
-    return isSingleByteClass(buffer) || isMultiByteClass(buffer);
-}
+inline bool isMultiByteClass(DBuffer const& buffer) { return isExactly<DDBCSBuffer>(buffer); }
 
 /// Whether searches for a text that begins with the byte find the same as the byte kernels: the buffer is of
 /// exactly one of the library's classes, and the byte can only be the first one of a character.
-bool findsByBytes(DBuffer const& buffer, char first);
-
-/// Whether the text may grow in the block it has by `roomAfter` its length: the buffer is of exactly one
-/// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
-bool growsInPlace(DBuffer const& buffer);
+bool findsByBytesInMultiByteClass(DBuffer const& buffer, char first);
+inline bool findsByBytes(DBuffer const& buffer, char first) {
+    return isSingleByteClass(buffer) || findsByBytesInMultiByteClass(buffer, first);
+}
 
 // Of a class that a host derived:
 

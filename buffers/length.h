@@ -2,6 +2,8 @@
 #ifndef KELCL_BUFFERS_LENGTH_H
 #define KELCL_BUFFERS_LENGTH_H
 
+#include <kelcl/detail/library_buffers.h>
+
 #include <cstddef>
 #include <cstdint>
 
@@ -10,9 +12,6 @@ namespace kelcl {
 static_assert(sizeof(std::size_t) == 8, "kelcl needs a 64-bit machine: it adds lengths of 32 bits in "
                                         "std::size_t, and its objects have the sizes that "
                                         "they have there");
-
-/// Every text is shorter than this: with header, NUL and spare bytes its block stays below 4 GiB.
-inline constexpr unsigned int lengthLimit = 0xFFFFFFE7;
 
 /// A length that cannot be told from "to the end".
 inline constexpr unsigned int unboundedLength = 0xFFFFFFFF;

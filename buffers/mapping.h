@@ -12,23 +12,31 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <iterator>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace kelcl {
 
-/// Maps values in their places. A function of its own, so that the mapping is part of the loop.
+/// Maps values in their places, and tells whether any became another. A function of its own, so that the
+/// mapping is part of the loop.
 template <class Mapped>
-[[gnu::noinline]] void mapAll(wchar_t* values, std::size_t count, Mapped& mapped) {
-    std::transform(values, values + count, values, std::ref(mapped));
+[[gnu::noinline]] bool mapEach(wchar_t* values, std::size_t count, Mapped& mapped) {
+    bool areOthers = false;
+    for (wchar_t& value : std::span(values, count)) {
+        wchar_t const old = value;
+        value = mapped(old);
+        areOthers |= value != old;
+    }
+    return areOthers;
 }
 
-/// A new buffer with each character of plain UTF-8 mapped, made in the hope that the length stays. Null when
-/// the text is not plain, or a value becomes one that is none of plain UTF-8.
-template <class Mapped>
-DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
+/// A new buffer of plain UTF-8 with its characters mapped, which `mapAll(values, count)` does for some at a
+/// time, telling whether any became another. It is made in the hope that the length stays. Null when the text
+/// is not plain, or a value becomes one that is none of plain UTF-8.
+template <class MapAll>
+DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
     OwnedBuffer result(allocateLike(buffer, buffer.length));
     std::unique_ptr<char[]> scratch; // where the text has grown
     char* out = result->contents();
@@ -39,7 +47,12 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
         std::size_t const most = std::min(buffer.length - at, std::size(values));
         Extent const from = widenUtf8(values, buffer.contents() + at, most);
         if (from.bytes == 0) return nullptr;
-        mapAll(values, from.characters, mapped);
+        if (!mapAll(values, from.characters) && from.bytes <= room - bytes) {
+            std::memcpy(out + bytes, buffer.contents() + at, from.bytes);
+            at += from.bytes;
+            bytes += from.bytes;
+            continue;
+        }
         Extent to = narrowUtf8(out + bytes, room - bytes, values, from.characters);
         if (to.characters != from.characters && !scratch) {
             constexpr std::size_t longest = 4;
@@ -62,10 +75,13 @@ DBuffer* mappedPlain(DBuffer const& buffer, Mapped& mapped) {
 template <class Mapped>
 DBuffer* mapped(DBuffer const& buffer, Mapped mapped) {
     if (buffer.length == 0) return buffer.newBuffer(nullptr, 0);
+    auto const mapAll = [&mapped](wchar_t* values, std::size_t count) {
+        return mapEach(values, count, mapped);
+    };
     if (isUtf8Locale())
-        if (DBuffer* const result = mappedPlain(buffer, mapped)) return result;
+        if (DBuffer* const result = mappedPlain(buffer, mapAll)) return result;
     DWBuffer const wide(buffer.contents(), buffer.length);
-    mapAll(wide.wide, wide.length, mapped);
+    mapAll(wide.wide, wide.length);
     std::size_t const room = maxBytesOf(wide.length);
     return written(buffer, {room, false},
                    [&](char* out) { return narrowWhole(out, room, wide.wide, wide.length).bytes; });

@@ -10,10 +10,6 @@
 
 namespace kelcl {
 
-bool Occurrences::areFoundByBytes(DBuffer const& text, std::string_view pattern) {
-    return !pattern.empty() && findsByBytes(text, pattern.front());
-}
-
 Occurrences::Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start)
     : Occurrences(text, pattern, start, areFoundByBytes(text, pattern) ? Way::bytes : Way::search) {}
 

@@ -4,12 +4,16 @@
 #ifndef KELCL_BUFFERS_OCCURRENCES_H
 #define KELCL_BUFFERS_OCCURRENCES_H
 
+#include "buffers/host_classes.h"
 #include "bytes/pattern_matches.h"
 #include "characters/stepping.h"
 
 #include <kelcl/dbuffer.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -29,17 +33,19 @@ public:
     void forEach(unsigned int most, Visit visit) {
         unsigned int from = from_;
         auto const bytes = static_cast<unsigned int>(pattern_.size());
-        for (; most != 0; --most) {
-            unsigned int const position = way_ == Way::bytes ? inBytes(from) : otherwise(from);
+        for (; most != 0 && way_ != Way::bytes; --most) {
+            unsigned int const position = otherwise(from);
             if (position == 0) break;
             visit(position);
             from = position + bytes;
         }
-        from_ = from;
+        from_ = way_ == Way::bytes ? forEachInBytes(from, most, visit) : from;
     }
 
     /// Whether the bytes alone tell all of them.
-    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern);
+    static bool areFoundByBytes(DBuffer const& text, std::string_view pattern) {
+        return !pattern.empty() && findsByBytes(text, pattern.front());
+    }
     /// How many there are.
     static unsigned int count(DBuffer const& text, std::string_view pattern, unsigned int start);
 
@@ -48,10 +54,21 @@ private:
 
     Occurrences(DBuffer const& text, std::string_view pattern, unsigned int start, Way known);
 
-    unsigned int inBytes(unsigned int from) const {
-        if (from > text_.size()) return 0;
-        std::size_t const found = findPattern(text_.substr(from - 1), pattern_);
-        return found == notFound ? 0 : from + static_cast<unsigned int>(found);
+    /// By bytes, from a position on; returns the one after the last.
+    template <class Visit>
+    unsigned int forEachInBytes(unsigned int from, unsigned int most, Visit& visit) const {
+        // Batches keep the search and what is done with the positions out of each other's way.
+        std::uint32_t batch[32];
+        while (most != 0 && from <= text_.size()) {
+            std::size_t const wanted = std::min<std::size_t>(most, std::size(batch));
+            std::size_t const count = listPattern(text_.substr(from - 1), pattern_, batch, wanted);
+            for (std::size_t i = 0; i < count; ++i)
+                visit(from + batch[i]);
+            if (count != 0) from += batch[count - 1] + static_cast<unsigned int>(pattern_.size());
+            if (count != wanted) break;
+            most -= static_cast<unsigned int>(count);
+        }
+        return from;
     }
     unsigned int atStart(unsigned int from);
     unsigned int bySearch(unsigned int from) const;

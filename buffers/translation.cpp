@@ -6,12 +6,15 @@
 #include "buffers/length.h"
 #include "buffers/mapping.h"
 #include "buffers/virtual_answers.h"
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
 #include "characters/character_map.h"
 #include "characters/character_set.h"
 #include "characters/character_text.h"
+#include "characters/locale_encoding.h"
+#include "characters/value_replacement.h"
 
 #include <array>
 #include <cstddef>
@@ -95,7 +98,7 @@ public:
         if (piece.size() <= atOnce && readable >= atOnce && room() >= atOnce)
             std::memcpy(out_, piece.data(), atOnce);
         else
-            std::memcpy(out_, piece.data(), piece.size());
+            copyBytes(out_, piece.data(), piece.size());
         out_ += piece.size();
     }
     void add(Replacement const& replacement) {
@@ -304,18 +307,34 @@ private:
     bool isAsciiOnly_ = true;
 };
 
+/// Both ways in the same: for plain UTF-8, where few characters are replaced and some of them, or of those in
+/// their place, are not ASCII. Null for anything else.
+DBuffer* translateFew(DBuffer const& buffer, std::string_view from, std::string_view to, char padCharacter) {
+    if (buffer.length == 0 || (kelcl::isAscii(from) && kelcl::isAscii(to)) || !isUtf8Locale()) return nullptr;
+    ValueReplacement few;
+    if (!few.take(from, to, padCharacter)) return nullptr;
+    return mappedPlain(buffer,
+                       [&few](wchar_t* values, std::size_t count) { return few.replace(values, count); });
+}
+
 } // namespace
 
 DBuffer* translateBytes(DBuffer const& buffer, std::string_view from, std::string_view to,
                         char padCharacter) {
+    // In a longer text the byte kernels pass over what stays, which may be most of it.
+    constexpr unsigned int shortText = 2048;
+    if (buffer.length <= shortText && isLibraryClass(buffer))
+        if (DBuffer* const result = translateFew(buffer, from, to, padCharacter)) return result;
     ByteTranslation const table(from, to, padCharacter);
     return isLibraryClass(buffer) ? table.of(buffer) : table.ofFound(buffer);
 }
 
 DBuffer* translateWide(DBuffer const& buffer, std::string_view from, std::string_view to, char padCharacter) {
-    CharacterText searched(from);
-    CharacterText replacements(to);
-    CharacterText pad({&padCharacter, 1});
+    if (DBuffer* const result = translateFew(buffer, from, to, padCharacter)) return result;
+    bool const isUtf8 = isUtf8Locale();
+    CharacterText searched(from, isUtf8);
+    CharacterText replacements(to, isUtf8);
+    CharacterText pad({&padCharacter, 1}, isUtf8);
     if (!searched.isPlain() || !replacements.isPlain() || !pad.isPlain()) {
         // Of all that does not convert the text is reported first.
         CharacterText text(bytesOf(buffer));

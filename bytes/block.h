@@ -6,12 +6,14 @@
 // no sets all bits of the byte, or none.
 //
 // Blocks and halves:
-//   load, loadTwo, loadEnd, store     from and to memory of any alignment
+//   load, loadTwo, loadEnd            from memory of any alignment
+//   store, storeTwo                   to it
 //   of, ofFour, ofEight, twice        a block of one byte, four, eight, or 16 over and over
 //   & | ^ ~ + -                       without carry from byte to byte
 //   minusDownTo0                      the difference, or 0 where it is negative
 //   equal, atMost                     comparisons of bytes from 0 to 255
 //   greaterSigned                     the same of signed ones
+//   chosen(answer, a, b)              a where the answer is yes, else b
 //   lowHalves, highHalves             the four low or high bits, as values from 0 to 15
 //   lookUp(table, index)              the entry for an index below 16, 0 for one of 128 or more
 //   lookUpOrZero(table, index)        the same for any index, 0 for those of 16 or more
@@ -19,14 +21,14 @@
 //                                     (in all three, each half of a block has a table of its own)
 //   earlier<n>(block, previous)       each byte is the one n places earlier in a text that runs on from the
 //                                     previous block
+//   reversedEach<n>                   each n bytes in reverse order
 //   joinedHalves, sumsToBase64        neighbours made one: see there
 //   topBits, lowBits                  a mask of one bit of each byte, the first byte's lowest
 //   isZero, anyTopBit                 of the whole block
 //
 // Words, and what lies between them and the others:
-//   & | equal, atMost, isZero         as for bytes
+//   & | equal, atMost, chosen, isZero  as for bytes
 //   shiftedLeft<n>, shiftedRight<n>   without carry from number to number
-//   chosen(answer, a, b)              a where the answer is yes, else b
 //   interleavedFirst, …Last           two Words made one Block, a number of each in turn
 //   shortened                         answers of 16 bits as answers of 8
 //   widenAscii                        a block of ASCII stored as wide characters
@@ -55,6 +57,15 @@ inline constexpr auto towardsFirst = [] {
     std::array<unsigned char, 32> table{};
     for (unsigned int i = 0; i < table.size(); ++i)
         table[i] = static_cast<unsigned char>(i < 16 ? i : 0x80);
+    return table;
+}();
+
+/// Indices that put each so many of 16 bytes in reverse order.
+template <std::size_t size>
+inline constexpr auto reversedPlaces = [] {
+    std::array<unsigned char, 16> table{};
+    for (unsigned int i = 0; i < table.size(); ++i)
+        table[i] = static_cast<unsigned char>(i ^ (size - 1));
     return table;
 }();
 

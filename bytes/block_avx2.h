@@ -71,6 +71,19 @@ struct Block {
     static KELCL_BLOCKS_INLINE Block zero() { return {_mm256_setzero_si256()}; }
 
     KELCL_BLOCKS_INLINE void store(void* p) const { _mm256_storeu_si256(static_cast<__m256i*>(p), bytes); }
+    /// What loadTwo of this size has loaded.
+    template <std::size_t size>
+    KELCL_BLOCKS_INLINE void storeTwo(char* first, char* last) const {
+        if constexpr (size == 16) {
+            half<0>().store(first);
+            half<1>().store(last);
+        } else {
+            long long const low = _mm_cvtsi128_si64(half<0>().bytes);
+            long long const high = size == 8 ? _mm_extract_epi64(half<0>().bytes, 1) : low >> 32;
+            std::memcpy(first, &low, size);
+            std::memcpy(last, &high, size);
+        }
+    }
     template <int number>
     KELCL_BLOCKS_INLINE Half half() const {
         return {_mm256_extracti128_si256(bytes, number)};
@@ -103,6 +116,11 @@ KELCL_BLOCKS_INLINE Block atMost(Block a, Block b) {
 }
 KELCL_BLOCKS_INLINE Block greaterSigned(Block a, Block b) { return {_mm256_cmpgt_epi8(a.bytes, b.bytes)}; }
 
+/// Those of `a` where the answer is yes, else those of `b`.
+KELCL_BLOCKS_INLINE Block chosen(Block answer, Block a, Block b) {
+    return {_mm256_blendv_epi8(b.bytes, a.bytes, answer.bytes)};
+}
+
 KELCL_BLOCKS_INLINE Block lookUp(Block table, Block index) {
     return {_mm256_shuffle_epi8(table.bytes, index.bytes)};
 }
@@ -116,6 +134,14 @@ template <int distance>
 KELCL_BLOCKS_INLINE Block earlier(Block block, Block previous) {
     return {_mm256_alignr_epi8(block.bytes, _mm256_permute2x128_si256(previous.bytes, block.bytes, 0x21),
                                16 - distance)};
+}
+
+/// Each 32, 16, 8 or 4 bytes in reverse order.
+template <std::size_t size>
+KELCL_BLOCKS_INLINE Block reversedEach(Block block) {
+    if constexpr (size == blockSize)
+        return reversedEach<16>(Block{_mm256_permute4x64_epi64(block.bytes, 0x4E)});
+    return lookUp(block, Block::twice(reversedPlaces<size>.data()));
 }
 
 /// The 64 values of two blocks, each below 16, as 32 bytes of two: the first of two is the high half.

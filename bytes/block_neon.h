@@ -91,6 +91,20 @@ struct Block {
         vst1q_u8(bytes, first);
         vst1q_u8(bytes + 16, last);
     }
+    /// What loadTwo of this size has loaded.
+    template <std::size_t size>
+    KELCL_BLOCKS_INLINE void storeTwo(char* to, char* toLast) const {
+        if constexpr (size == 16) {
+            half<0>().store(to);
+            half<1>().store(toLast);
+        } else {
+            std::uint64_t const low = vgetq_lane_u64(vreinterpretq_u64_u8(first), 0);
+            std::uint64_t const high =
+                size == 8 ? vgetq_lane_u64(vreinterpretq_u64_u8(first), 1) : low >> 32U;
+            std::memcpy(to, &low, size);
+            std::memcpy(toLast, &high, size);
+        }
+    }
     template <int number>
     KELCL_BLOCKS_INLINE Half half() const {
         return {number == 0 ? first : last};
@@ -147,6 +161,11 @@ KELCL_BLOCKS_INLINE Block greaterSigned(Block a, Block b) {
     return {greaterSigned(a.first, b.first), greaterSigned(a.last, b.last)};
 }
 
+/// Those of `a` where the answer is yes, else those of `b`.
+KELCL_BLOCKS_INLINE Block chosen(Block answer, Block a, Block b) {
+    return {vbslq_u8(answer.first, a.first, b.first), vbslq_u8(answer.last, a.last, b.last)};
+}
+
 KELCL_BLOCKS_INLINE Block lookUpOrZero(Block table, Block index) {
     return {vqtbl1q_u8(table.first, index.first), vqtbl1q_u8(table.last, index.last)};
 }
@@ -159,6 +178,13 @@ template <int distance>
 KELCL_BLOCKS_INLINE Block earlier(Block block, Block previous) {
     return {vextq_u8(previous.last, block.first, 16 - distance),
             vextq_u8(block.first, block.last, 16 - distance)};
+}
+
+/// Each 32, 16, 8 or 4 bytes in reverse order.
+template <std::size_t size>
+KELCL_BLOCKS_INLINE Block reversedEach(Block block) {
+    if constexpr (size == blockSize) return reversedEach<16>(Block{block.last, block.first});
+    return lookUp(block, Block::twice(reversedPlaces<size>.data()));
 }
 
 /// The 64 values of two blocks, each below 16, as 32 bytes of two: the first of two is the high half.

@@ -1,69 +1,88 @@
-// Edits that keep the length, as loops that the compiler turns into vector code for each kind of processor.
-// The translation by table, which needs more than that, is in byte_translate.cpp.
+// Edits that keep the length, as plain loops and in blocks. The translation by table is in
+// byte_translate.cpp.
 
 #include "bytes/byte_edit.h"
 
+#include "bytes/block_edit.h"
 #include "bytes/byte_scan.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>
+#include <type_traits>
+#include <utility>
 
 namespace kelcl {
 
 namespace {
 
-/// Sets each out[i] to map(in[i]). The two cases are loops of their own, since only a compiler that knows
-/// that the two are the same, or that they do not overlap, can do without a test at run time.
+/// Sets each out[i] to map(in[i]).
 template <class Map>
-KELCL_INLINED void mapBytes(char* out, char const* in, std::size_t n, Map map) {
-    if (out == in) {
-        for (std::size_t i = 0; i < n; ++i)
-            out[i] = static_cast<char>(map(static_cast<unsigned char>(out[i])));
-        return;
-    }
-    char* const __restrict to = out;
-    char const* const __restrict from = in;
+void mapEach(char* out, char const* in, std::size_t n, Map map) {
     for (std::size_t i = 0; i < n; ++i)
-        to[i] = static_cast<char>(map(static_cast<unsigned char>(from[i])));
+        out[i] = map(in[i]);
+}
+
+template <class Map>
+void mapBytes(char* out, char const* in, std::size_t n, Map map) {
+    KELCL_DISPATCH(blocks::write(out, n, blocks::Mapped<Map>{in, map}), mapEach(out, in, n, map));
 }
 
 /// A letter from `first` on, one of 26, becomes its other case, which is one bit away.
 struct SwapCase {
-    unsigned char first;
-    KELCL_INLINED unsigned char operator()(unsigned char byte) const {
+    char first;
+    char operator()(char byte) const {
         bool const isLetter = static_cast<unsigned char>(byte - first) < 26;
-        return static_cast<unsigned char>(byte ^ (isLetter ? 0x20U : 0U));
+        return static_cast<char>(byte ^ (isLetter ? 0x20 : 0));
     }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block operator()(Block block) const {
+        return block ^ (atMost(block - Block::of(first), Block::of(25)) & Block::of(0x20));
+    }
+#endif
 };
 
 struct Complement {
-    KELCL_INLINED unsigned char operator()(unsigned char byte) const {
-        return static_cast<unsigned char>(~byte);
+    char operator()(char byte) const { return static_cast<char>(~byte); }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block operator()(Block block) const { return ~block; }
+#endif
+};
+
+/// An operator of the standard library's, for blocks too.
+template <class Operator>
+struct Bitwise {
+    char operator()(char left, char right) const { return static_cast<char>(Operator()(left, right)); }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block operator()(Block left, Block right) const {
+        if constexpr (std::is_same_v<Operator, std::bit_and<>>) return left & right;
+        if constexpr (std::is_same_v<Operator, std::bit_or<>>) return left | right;
+        if constexpr (std::is_same_v<Operator, std::bit_xor<>>) return left ^ right;
     }
+#endif
 };
 
 /// Sets each text[i] to apply(text[i], operand[i]).
 template <class Operator>
-KELCL_INLINED void combineBytes(char* text, char const* operand, std::size_t n, Operator apply) {
-    if (text == operand) {
-        for (std::size_t i = 0; i < n; ++i)
-            text[i] = static_cast<char>(apply(text[i], text[i]));
-        return;
-    }
-    char* const __restrict left = text;
-    char const* const __restrict right = operand;
+void combineEach(char* text, char const* operand, std::size_t n, Operator apply) {
     for (std::size_t i = 0; i < n; ++i)
-        left[i] = static_cast<char>(apply(left[i], right[i]));
+        text[i] = apply(text[i], operand[i]);
 }
 
-KELCL_INLINED void reverseBytes(char* __restrict out, char const* __restrict in, std::size_t n) {
+template <class Operator>
+void combineBytes(char* text, char const* operand, std::size_t n) {
+    Bitwise<Operator> const apply;
+    KELCL_DISPATCH(blocks::write(text, n, blocks::Combined<Bitwise<Operator>>{text, operand, apply}),
+                   combineEach(text, operand, n, apply));
+}
+
+void reverseEach(char* out, char const* in, std::size_t n) {
     for (std::size_t i = 0; i < n; ++i)
         out[i] = in[n - 1 - i];
 }
 
-KELCL_INLINED void swapEnds(char* text, std::size_t n) {
+void swapEnds(char* text, std::size_t n) {
     for (std::size_t i = 0; i < n / 2; ++i)
         std::swap(text[i], text[n - 1 - i]);
 }
@@ -71,11 +90,11 @@ KELCL_INLINED void swapEnds(char* text, std::size_t n) {
 void combineStretch(char* text, char const* operand, std::size_t n, BitOperation operation) {
     switch (operation) {
     case BitOperation::bitAnd:
-        return multiversioned<combineBytes<std::bit_and<>>>(text, operand, n, std::bit_and<>());
+        return combineBytes<std::bit_and<>>(text, operand, n);
     case BitOperation::bitOr:
-        return multiversioned<combineBytes<std::bit_or<>>>(text, operand, n, std::bit_or<>());
+        return combineBytes<std::bit_or<>>(text, operand, n);
     case BitOperation::bitExclusiveOr:
-        return multiversioned<combineBytes<std::bit_xor<>>>(text, operand, n, std::bit_xor<>());
+        return combineBytes<std::bit_xor<>>(text, operand, n);
     }
 }
 
@@ -85,23 +104,27 @@ std::size_t findLowerCase(std::string_view text) { return findFirst(text, InRang
 
 std::size_t findUpperCase(std::string_view text) { return findFirst(text, InRange{'A', 'Z'}); }
 
-void copyUpperCase(char* out, char const* in, std::size_t n) {
-    multiversioned<mapBytes<SwapCase>>(out, in, n, SwapCase{'a'});
+void copyUpperCase(char* out, char const* in, std::size_t n) { mapBytes(out, in, n, SwapCase{'a'}); }
+
+void copyLowerCase(char* out, char const* in, std::size_t n) { mapBytes(out, in, n, SwapCase{'A'}); }
+
+void copyComplement(char* out, char const* in, std::size_t n) { mapBytes(out, in, n, Complement{}); }
+
+void copyReversed(char* out, char const* in, std::size_t n) {
+    KELCL_DISPATCH(blocks::write(out, n, blocks::Reversed{in, n}), reverseEach(out, in, n));
 }
 
-void copyLowerCase(char* out, char const* in, std::size_t n) {
-    multiversioned<mapBytes<SwapCase>>(out, in, n, SwapCase{'A'});
+void reverseInPlace(char* text, std::size_t n) {
+    KELCL_DISPATCH(blocks::reverseInPlace(text, n), swapEnds(text, n));
 }
-
-void copyComplement(char* out, char const* in, std::size_t n) {
-    multiversioned<mapBytes<Complement>>(out, in, n, Complement{});
-}
-
-void copyReversed(char* out, char const* in, std::size_t n) { multiversioned<reverseBytes>(out, in, n); }
-
-void reverseInPlace(char* text, std::size_t n) { multiversioned<swapEnds>(text, n); }
 
 void fillRepeating(char* out, std::size_t n, std::size_t filled) {
+    constexpr std::size_t few = 16; // are faster written than copied
+    if (n <= few) {
+        for (std::size_t i = filled; i < n; ++i)
+            out[i] = out[i - filled];
+        return;
+    }
     // Doubling stops where the copied stretch would no longer stay in the processor's nearest cache.
     constexpr std::size_t largestCopy = 16384;
     std::size_t stretch = filled;
@@ -118,7 +141,7 @@ void combine(char* text, std::size_t n, char const* operand, std::size_t m, BitO
     constexpr std::size_t shortest = 512;
     std::array<char, 2 * shortest> repeated;
     if (m < shortest && m < n) {
-        std::size_t const room = std::min((n + m - 1) / m, shortest / m + 1) * m;
+        std::size_t const room = n <= shortest ? n : (shortest / m + 1) * m;
         std::memcpy(repeated.data(), operand, m);
         fillRepeating(repeated.data(), room, m);
         operand = repeated.data();

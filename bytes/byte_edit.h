@@ -22,6 +22,35 @@ void copyLowerCase(char* out, char const* in, std::size_t n);
 /// Copies n bytes, each replaced by its entry of the table.
 void copyTranslated(char* out, char const* in, std::size_t n, unsigned char const (&table)[256]);
 
+/// A few bytes and what replaces them.
+struct FewReplacements {
+    static constexpr std::size_t most = 8;
+    std::size_t count;
+    char from[most];
+    char to[most];
+};
+
+/// What becomes of the bytes of a text: each one of `from` is replaced by the one at the same place of `to`,
+/// or by `pad` where that is shorter. Of a byte that `from` has twice the first place counts.
+class Replacements {
+public:
+    /// For texts of about n bytes.
+    Replacements(std::string_view from, std::string_view to, char pad, std::size_t n);
+
+    /// What stands in the place of a byte.
+    char of(char byte) const;
+    /// The offset of a byte that is replaced, be it by itself, before which there is none that is replaced by
+    /// another one; notFound if there is none at all. `from` is the list, which must still be what it was.
+    std::size_t findFirst(std::string_view text, std::string_view from) const;
+    /// Copies n bytes and replaces. The lists may be part of what is written to.
+    void copy(char* out, char const* in, std::size_t n) const;
+
+private:
+    bool hasTable_; ///< Else each of a few is compared.
+    unsigned char table_[256];
+    FewReplacements few_;
+};
+
 /// Copies n bytes in reverse order; `out` must not be `in`.
 void copyReversed(char* out, char const* in, std::size_t n);
 

@@ -2,6 +2,7 @@
 // pattern stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear
 // search takes over.
 
+#include "bytes/byte_compare.h"
 #include "bytes/byte_scan.h"
 #include "bytes/byte_search.h"
 
@@ -53,79 +54,169 @@ std::size_t findLastLinear(std::string_view text, std::string_view pattern) {
     return notFound;
 }
 
+/// Takes the offsets of matches until there is no room.
+struct List {
+    std::uint32_t* offsets;
+    std::size_t most;
+    std::size_t count = 0;
+
+    /// Whether another one is wanted.
+    KELCL_INLINED bool add(std::size_t offset) {
+        offsets[count++] = static_cast<std::uint32_t>(offset);
+        return count < most;
+    }
+};
+
+/// Takes any number of them.
+struct Count {
+    std::size_t count = 0;
+    KELCL_INLINED bool add(std::size_t) {
+        ++count;
+        return true;
+    }
+};
+
+/// Adds the matches from left to right that do not overlap.
+template <class Found>
+void addLinear(std::string_view text, std::string_view pattern, std::size_t from, Found& found) {
+    while (text.size() - from >= pattern.size()) {
+        std::size_t const next = findLinear(text.substr(from), pattern);
+        if (next == notFound || !found.add(from + next)) return;
+        from += next + pattern.size();
+    }
+}
+
+std::size_t listLinear(std::string_view text, std::string_view pattern, List list) {
+    addLinear(text, pattern, 0, list);
+    return list.count;
+}
+
+std::size_t countLinear(std::string_view text, std::string_view pattern) {
+    Count count;
+    addLinear(text, pattern, 0, count);
+    return count.count;
+}
+
 #if KELCL_HAS_BLOCKS
 
-/// Looks at candidates, the places where three bytes of the pattern stand, and keeps account of what failed
-/// ones cost.
+/// The places where the first, the middle and the last byte of the pattern stand, and an account of what it
+/// costs that the pattern does not.
 class Candidates {
 public:
-    explicit Candidates(std::string_view pattern)
-        : pattern_(pattern), middle_(pattern.size() / 2), costOfFailure_(1 + pattern.size() / 16) {}
+    KELCL_BLOCKS_INLINE Candidates(std::string_view text, std::string_view pattern)
+        : text_(text.data()), pattern_(pattern), places_(text.size() - pattern.size() + 1),
+          middle_(pattern.size() / 2), costOfFailure_(1 + pattern.size() / 16) {}
 
-    /// One bit for each of n places, 32 at most: whether the first, the middle and the last byte stand there.
-    KELCL_BLOCKS_INLINE std::uint32_t mask(char const* places, std::size_t n) const {
-        EqualTo const first{pattern_.front()};
-        EqualTo const middle{pattern_[middle_]};
-        EqualTo const last{pattern_.back()};
-        char const* const middles = places + middle_;
-        char const* const ends = places + pattern_.size() - 1;
-        if (n < 32)
-            return blocks::maskOfFewer(places, n, first) & blocks::maskOfFewer(middles, n, middle) &
-                   blocks::maskOfFewer(ends, n, last);
-        return (first.matches(Block::load(places)) & last.matches(Block::load(ends)) &
-                middle.matches(Block::load(middles)))
-            .topBits();
+    /// How many places there are.
+    KELCL_BLOCKS_INLINE std::size_t places() const { return places_; }
+
+    /// One bit for each of n places from the one at the offset on, n at most 64: whether it is a candidate.
+    KELCL_BLOCKS_INLINE std::uint64_t mask(std::size_t at, std::size_t n) const {
+        constexpr std::size_t blockSize = blocks::blockSize;
+        if (n >= 64) return mask64(at);
+        if (n >= blockSize) // two blocks that overlap
+            return of32(at).topBits() | std::uint64_t{of32(at + n - blockSize).topBits()} << (n - blockSize);
+        if (n < 4) return (1U << n) - 1; // so few are compared at once
+        char const* const place = text_ + at;
+        return blocks::maskOfFewer(place, n, EqualTo{pattern_.front()}) &
+               blocks::maskOfFewer(place + middle_, n, EqualTo{pattern_[middle_]}) &
+               blocks::maskOfFewer(place + pattern_.size() - 1, n, EqualTo{pattern_.back()});
     }
 
     /// Whether the pattern stands at a candidate.
-    bool matches(char const* place) {
-        if (pattern_.size() <= 3 || std::memcmp(place + 1, pattern_.data() + 1, pattern_.size() - 2) == 0)
-            return true;
+    KELCL_BLOCKS_INLINE bool matches(std::size_t place) {
+        if (sameBytes(text_ + place, pattern_.data(), pattern_.size())) return true;
         spent_ += costOfFailure_;
         return false;
     }
 
     /// Whether failed candidates cost so much, measured by the bytes gone through, that the linear search is
     /// faster. For short patterns that never is the case.
-    bool tooCostly(std::size_t scanned) const { return spent_ > 4096 + 4 * scanned; }
+    KELCL_BLOCKS_INLINE bool areTooCostly(std::size_t scanned) const { return spent_ > 4096 + 4 * scanned; }
 
 private:
+    KELCL_BLOCKS_INLINE Block of32(std::size_t at) const {
+        char const* const place = text_ + at;
+        return equal(Block::load(place), Block::of(pattern_.front())) &
+               equal(Block::load(place + pattern_.size() - 1), Block::of(pattern_.back())) &
+               equal(Block::load(place + middle_), Block::of(pattern_[middle_]));
+    }
+    KELCL_BLOCKS_INLINE std::uint64_t mask64(std::size_t at) const {
+        Block const first = of32(at);
+        Block const last = of32(at + blocks::blockSize);
+        if (!(first | last).anyTopBit()) return 0;
+        return first.topBits() | std::uint64_t{last.topBits()} << 32U;
+    }
+
+    char const* text_;
     std::string_view pattern_;
+    std::size_t places_;
     std::size_t middle_;
     std::size_t costOfFailure_; // in the time that it takes to compare 16 bytes
     std::size_t spent_ = 0;
 };
 
-KELCL_BLOCKS std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
-    Candidates candidates(pattern);
-    std::size_t const places = text.size() - pattern.size() + 1;
-    for (std::size_t i = 0; i < places; i += 32) {
-        std::uint32_t mask = candidates.mask(text.data() + i, std::min<std::size_t>(places - i, 32));
+/// Takes one.
+struct First {
+    std::size_t offset = notFound;
+    KELCL_INLINED bool add(std::size_t found) {
+        offset = found;
+        return false;
+    }
+};
+
+/// Adds the matches as addLinear does, by candidates as long as these are not too many.
+template <class Found>
+KELCL_BLOCKS_INLINE void addByCandidates(std::string_view text, std::string_view pattern, Found& found) {
+    Candidates candidates(text, pattern);
+    std::size_t const places = candidates.places();
+    std::size_t next = 0;
+    for (std::size_t at = 0; at < places; at = std::max(at + 64, next)) {
+        while (places - at > 64 && candidates.mask(at, 64) == 0)
+            at += 64;
+        std::uint64_t mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
         for (; mask != 0; mask &= mask - 1) {
-            std::size_t const place = i + blocks::lowestBit(mask);
-            if (candidates.matches(text.data() + place)) return place;
-            if (candidates.tooCostly(i)) {
-                std::size_t const found = findLinear(text.substr(place + 1), pattern);
-                return found == notFound ? notFound : place + 1 + found;
+            std::size_t const place = at + blocks::lowestBit(mask);
+            if (place < next) continue;
+            if (candidates.matches(place)) {
+                if (!found.add(place)) return;
+                next = place + pattern.size();
+            } else if (candidates.areTooCostly(at)) {
+                return addLinear(text, pattern, place + 1, found);
             }
         }
     }
-    return notFound;
+}
+
+KELCL_BLOCKS std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
+    First first;
+    addByCandidates(text, pattern, first);
+    return first.offset;
+}
+
+KELCL_BLOCKS std::size_t listByCandidates(std::string_view text, std::string_view pattern, List list) {
+    addByCandidates(text, pattern, list);
+    return list.count;
+}
+
+KELCL_BLOCKS std::size_t countByCandidates(std::string_view text, std::string_view pattern) {
+    Count count;
+    addByCandidates(text, pattern, count);
+    return count.count;
 }
 
 KELCL_BLOCKS std::size_t findLastByCandidates(std::string_view text, std::string_view pattern) {
-    Candidates candidates(pattern);
-    std::size_t const places = text.size() - pattern.size() + 1;
-    for (std::size_t end = places; end > 0;) {
-        std::size_t const n = std::min<std::size_t>(end, 32);
+    Candidates candidates(text, pattern);
+    for (std::size_t end = candidates.places(); end > 0;) {
+        std::size_t const n = std::min<std::size_t>(end, 64);
         end -= n;
-        std::uint32_t mask = candidates.mask(text.data() + end, n);
+        std::uint64_t mask = candidates.mask(end, n);
         while (mask != 0) {
             std::size_t const bit = blocks::highestBit(mask);
-            if (candidates.matches(text.data() + end + bit)) return end + bit;
-            if (candidates.tooCostly(places - end))
+            if (candidates.matches(end + bit)) return end + bit;
+            if (candidates.areTooCostly(candidates.places() - end))
                 return findLastLinear(text.substr(0, end + bit + pattern.size() - 1), pattern);
-            mask &= ~(1U << bit);
+            mask ^= std::uint64_t{1} << bit;
         }
     }
     return notFound;
@@ -147,16 +238,17 @@ std::size_t findLastPattern(std::string_view text, std::string_view pattern) {
     return KELCL_DISPATCH(findLastByCandidates(text, pattern), findLastLinear(text, pattern));
 }
 
+std::size_t listPattern(std::string_view text, std::string_view pattern, std::uint32_t* offsets,
+                        std::size_t most) {
+    if (text.size() < pattern.size() || most == 0) return 0;
+    List const list{offsets, most};
+    return KELCL_DISPATCH(listByCandidates(text, pattern, list), listLinear(text, pattern, list));
+}
+
 std::size_t countPattern(std::string_view text, std::string_view pattern) {
+    if (text.size() < pattern.size()) return 0;
     if (pattern.size() == 1) return countByte(text, pattern.front());
-    std::size_t result = 0;
-    std::size_t found = findPattern(text, pattern);
-    while (found != notFound) {
-        ++result;
-        text.remove_prefix(found + pattern.size());
-        found = findPattern(text, pattern);
-    }
-    return result;
+    return KELCL_DISPATCH(countByCandidates(text, pattern), countLinear(text, pattern));
 }
 
 } // namespace kelcl

@@ -62,6 +62,37 @@ struct InSet {
 #endif
 };
 
+/// The same for a set without members above 127.
+struct InAsciiSet {
+    ByteSet const& set;
+    bool matches(char byte) const { return set.contains(byte); }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block matches(Block block) const {
+        Block const row = lookUpByLowHalf(Block::twice(set.rows()), block);
+        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
+        return equal(row & bit, bit);
+    }
+#endif
+};
+
+/// In a set that is given by its members, at least one; each of them is compared.
+struct AmongFew {
+    std::string_view members;
+    bool matches(char byte) const {
+        for (char const member : members)
+            if (member == byte) return true;
+        return false;
+    }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block matches(Block block) const {
+        Block result = equal(block, Block::of(members.back()));
+        for (std::size_t i = 0; i + 1 < members.size(); i += 2)
+            result = result | (equal(block, Block::of(members[i])) | equal(block, Block::of(members[i + 1])));
+        return result;
+    }
+#endif
+};
+
 template <class Matcher>
 struct Not {
     Matcher matcher;
@@ -115,6 +146,17 @@ std::size_t countRuns(std::string_view text, Matcher matcher) {
         result += inside && !before ? 1 : 0;
     }
     return result;
+}
+
+template <class Matcher>
+std::size_t findRun(std::string_view text, std::size_t number, Matcher matcher) {
+    bool inside = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        bool const before = inside;
+        inside = matcher.matches(text[i]);
+        if (inside && !before && --number == 0) return i;
+    }
+    return notFound;
 }
 
 } // namespace portable
@@ -176,8 +218,11 @@ KELCL_BLOCKS std::size_t findFirst(std::string_view text, Matcher matcher) {
         return mask != 0 ? lowestBit(mask) : notFound;
     }
     std::size_t i = 0;
-    for (; n - i >= 64; i += 64)
+    for (; n - i >= 64; i += 64) {
         if (std::uint64_t const mask = maskOf64(bytes + i, matcher); mask != 0) return i + lowestBit(mask);
+        while (n - i >= 192 && !anyOf128(bytes + i + 64, matcher))
+            i += 128;
+    }
     if (n - i >= 32) {
         if (std::uint32_t const mask = maskOf32(bytes + i, matcher); mask != 0) return i + lowestBit(mask);
     }
@@ -255,6 +300,27 @@ KELCL_BLOCKS std::size_t countRuns(std::string_view text, Matcher matcher) {
     return result + bitCount(mask & ~(mask << 1U | inside));
 }
 
+/// Where the run of the given number, counted from 1, begins, or notFound.
+template <class Matcher>
+KELCL_BLOCKS std::size_t findRun(std::string_view text, std::size_t number, Matcher matcher) {
+    std::uint64_t inside = 0; // the lowest bit: whether the byte before is part of a run
+    for (std::size_t i = 0; i < text.size(); i += 64) {
+        std::size_t const left = text.size() - i;
+        std::uint64_t const mask =
+            left >= 64 ? maskOf64(text.data() + i, matcher) : blocks::maskOfStart(text.substr(i), matcher);
+        std::uint64_t begins = mask & ~(mask << 1U | inside);
+        inside = mask >> 63U;
+        if (std::size_t const count = bitCount(begins); count < number) {
+            number -= count;
+            continue;
+        }
+        while (--number != 0)
+            begins &= begins - 1;
+        return i + lowestBit(begins);
+    }
+    return notFound;
+}
+
 } // namespace blocks
 #endif
 
@@ -276,6 +342,11 @@ std::size_t count(std::string_view text, Matcher matcher) {
 template <class Matcher>
 std::uint64_t maskOfStart(std::string_view text, Matcher matcher) {
     return KELCL_DISPATCH(blocks::maskOfStart(text, matcher), portable::maskOfStart(text, matcher));
+}
+
+template <class Matcher>
+std::size_t findRun(std::string_view text, std::size_t number, Matcher matcher) {
+    return KELCL_DISPATCH(blocks::findRun(text, number, matcher), portable::findRun(text, number, matcher));
 }
 
 template <class Matcher>

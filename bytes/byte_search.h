@@ -44,6 +44,11 @@ std::size_t findLastPattern(std::string_view text, std::string_view pattern);
 /// How often `byte` occurs.
 std::size_t countByte(std::string_view text, char byte);
 
+/// Writes the offsets of the first occurrences of `pattern`, which must not be empty, from left to right
+/// without overlapping: `most` of them or, if there are fewer, all. Returns how many. They must fit 32 bits.
+std::size_t listPattern(std::string_view text, std::string_view pattern, std::uint32_t* offsets,
+                        std::size_t most);
+
 /// How often `pattern`, which must not be empty, occurs from left to right without overlapping itself.
 std::size_t countPattern(std::string_view text, std::string_view pattern);
 

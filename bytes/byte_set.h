@@ -10,11 +10,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 namespace kelcl {
 
-/// A set of byte values. It is 32 bytes in size and made without allocation, in about a nanosecond for two
-/// members.
+/// A set of byte values. It is 32 bytes in size and made without allocation, in half a nanosecond for each
+/// member.
 ///
 /// The members are kept as two tables of 16 rows, one for the values below 0x80 and one for the others. The
 /// low four bits of a value choose the row and the next three the bit in it, as a vector table look-up of 16
@@ -24,8 +25,13 @@ public:
     constexpr ByteSet() = default;
 
     constexpr explicit ByteSet(std::string_view members) {
-        for (char const member : members)
-            insert(member);
+        constexpr std::size_t many = 8;
+        if (!std::is_constant_evaluated() && members.size() >= many) {
+            insertAll(members);
+        } else {
+            for (char const member : members)
+                insert(member);
+        }
     }
 
     /// The set of all values for which `predicate`, called with an unsigned char, is true.
@@ -47,6 +53,8 @@ public:
     constexpr unsigned char const* rows() const { return rows_.data(); }
 
 private:
+    void insertAll(std::string_view members);
+
     static constexpr std::size_t rowOf(char byte) {
         auto const value = static_cast<unsigned char>(byte);
         return (value >> 7U) * 16U + (value & 15U);
@@ -62,8 +70,18 @@ std::size_t findFirstNotIn(std::string_view text, ByteSet const& set);
 std::size_t findLastIn(std::string_view text, ByteSet const& set);
 std::size_t findLastNotIn(std::string_view text, ByteSet const& set);
 
+/// The same for the set of the given members, of which there is at least one. It is made only where the text
+/// is worth it.
+std::size_t findFirstIn(std::string_view text, std::string_view members);
+std::size_t findFirstNotIn(std::string_view text, std::string_view members);
+std::size_t findLastIn(std::string_view text, std::string_view members);
+std::size_t findLastNotIn(std::string_view text, std::string_view members);
+
 /// How many runs of bytes outside of the set the text has: outside of the separators, its number of words.
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set);
+
+/// Where the run of the given number, counted from 1, begins, or notFound.
+std::size_t findRunNotIn(std::string_view text, std::size_t number, ByteSet const& set);
 
 /// How many bytes are in the set.
 std::size_t countIn(std::string_view text, ByteSet const& set);

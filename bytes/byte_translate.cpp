@@ -3,13 +3,23 @@
 
 #include "bytes/byte_edit.h"
 
+#include "bytes/block_edit.h"
 #include "bytes/byte_scan.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace kelcl {
 
 namespace {
+
+constexpr auto unchanged = [] {
+    std::array<unsigned char, 256> bytes{};
+    for (unsigned int byte = 0; byte < bytes.size(); ++byte)
+        bytes[byte] = static_cast<unsigned char>(byte);
+    return bytes;
+}();
 
 void translateEach(char* out, char const* in, std::size_t n, unsigned char const (&table)[256]) {
     for (std::size_t i = 0; i < n; ++i)
@@ -53,13 +63,6 @@ public:
     }
 
 private:
-    static constexpr auto unchanged = [] {
-        std::array<unsigned char, 256> bytes{};
-        for (unsigned int byte = 0; byte < bytes.size(); ++byte)
-            bytes[byte] = static_cast<unsigned char>(byte);
-        return bytes;
-    }();
-
     Half differences_[16];
     unsigned char firstBytes_[16];
     std::size_t count_ = 0;
@@ -70,12 +73,75 @@ private:
 // Below this size making the rows costs more than it saves.
 constexpr std::size_t vectorSize = 128;
 
+/// Replaces a few bytes, each of which is compared.
+struct ReplaceFew {
+    FewReplacements const& few;
+
+    char operator()(char byte) const {
+        for (std::size_t i = 0; i < few.count; ++i)
+            if (few.from[i] == byte) return few.to[i];
+        return byte;
+    }
+#if KELCL_HAS_BLOCKS
+    KELCL_BLOCKS_INLINE Block operator()(Block block) const {
+        Block result = block;
+        for (std::size_t i = few.count; i-- > 0;) // backwards, so that a byte's first place counts
+            result = chosen(equal(block, Block::of(few.from[i])), Block::of(few.to[i]), result);
+        return result;
+    }
+#endif
+};
+
+void replaceEach(char* out, char const* in, std::size_t n, ReplaceFew replace) {
+    std::transform(in, in + n, out, replace);
+}
+
+/// Whether comparing so many with each byte of so long a text is faster than to make a table.
+bool areFew(std::size_t replaced, std::size_t n) {
+    constexpr std::size_t longestText = 512;
+    return replaced <= FewReplacements::most && n <= longestText && KELCL_DISPATCH(true, false);
+}
+
 } // namespace
 
 void copyTranslated(char* out, char const* in, std::size_t n, unsigned char const (&table)[256]) {
     std::size_t const done =
         n < vectorSize ? 0 : KELCL_DISPATCH(ChangedRows(table).translateBlocks(out, in, n), 0);
     translateEach(out + done, in + done, n - done, table);
+}
+
+Replacements::Replacements(std::string_view from, std::string_view to, char pad, std::size_t n)
+    : hasTable_(!areFew(from.size(), n)) {
+    auto const replacementAt = [&](std::size_t i) { return i < to.size() ? to[i] : pad; };
+    if (!hasTable_) {
+        for (few_.count = 0; few_.count < from.size(); ++few_.count) {
+            few_.from[few_.count] = from[few_.count];
+            few_.to[few_.count] = replacementAt(few_.count);
+        }
+        return;
+    }
+    std::memcpy(table_, unchanged.data(), sizeof table_);
+    for (std::size_t i = from.size(); i-- > 0;) // backwards, so that a byte's first place counts
+        table_[static_cast<unsigned char>(from[i])] = static_cast<unsigned char>(replacementAt(i));
+}
+
+char Replacements::of(char byte) const {
+    return hasTable_ ? static_cast<char>(table_[static_cast<unsigned char>(byte)]) : ReplaceFew{few_}(byte);
+}
+
+std::size_t Replacements::findFirst(std::string_view text, std::string_view from) const {
+    if (from.empty()) return notFound;
+    if (hasTable_ && text.size() < vectorSize) // is gone through faster than a set is made
+        for (std::size_t i = 0; i < text.size(); ++i)
+            if (of(text[i]) != text[i]) return i;
+    return findFirstIn(text, from); // also one that is replaced by itself
+}
+
+void Replacements::copy(char* out, char const* in, std::size_t n) const {
+    if (hasTable_) return copyTranslated(out, in, n, table_);
+    ReplaceFew const replace{few_};
+    KELCL_DISPATCH(blocks::write(out, n, blocks::Mapped<ReplaceFew>{in, replace}),
+                   replaceEach(out, in, n, replace));
 }
 
 } // namespace kelcl

@@ -18,6 +18,8 @@ public:
     /// The set must stay as long as the walk.
     RunsNotIn(std::string_view text, ByteSet const& set) : text_(text), set_(&set) {}
 
+    std::string_view text() const { return text_; }
+
     /// The next run from left to right; an empty one when there are no more.
     std::string_view next() {
         std::size_t const begin = nextEdge();

@@ -10,7 +10,10 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <vector>
 
 namespace kelcl {
@@ -28,7 +31,8 @@ constexpr std::size_t blockChunks = 64;
 /// Turns n chunks into a number of n limbs, in place, by appending one after the other.
 template <class Base>
 void joinFew(Limb* chunks, std::size_t n) {
-    std::array<Limb, fewChunks> number{};
+    std::array<Limb, fewChunks> number;
+    std::fill_n(number.data(), n, 0);
     for (std::size_t i = n; i-- > 0;)
         Base::append(number.data(), n - i, chunks[i]);
     std::copy_n(number.data(), n, chunks);
@@ -134,6 +138,14 @@ Limb chunkOf(std::string_view digits) {
     return value;
 }
 
+/// The power of ten that has so many zeros, up to 19.
+constexpr Limb powerOfTen(std::size_t zeros) {
+    Limb power = 1;
+    for (; zeros != 0; --zeros)
+        power *= 10;
+    return power;
+}
+
 std::string_view withoutLeading(std::string_view text, char byte) {
     return text.substr(std::min(findByteOtherThan(text, byte), text.size()));
 }
@@ -141,14 +153,16 @@ std::string_view withoutLeading(std::string_view text, char byte) {
 /// Limbs that are zero at first, those of a short number without an allocation.
 class Limbs {
 public:
-    explicit Limbs(std::size_t size) : size_(size), many_(size > few_.size() ? size : 0) {}
+    explicit Limbs(std::size_t size) : size_(size), many_(size > few_.size() ? size : 0) {
+        if (many_.empty()) std::fill_n(few_.data(), size, 0);
+    }
 
     Limb* data() { return many_.empty() ? few_.data() : many_.data(); }
     std::size_t size() const { return size_; }
 
 private:
     std::size_t size_;
-    std::array<Limb, fewChunks> few_{};
+    std::array<Limb, fewChunks> few_;
     std::vector<Limb> many_;
 };
 
@@ -194,6 +208,9 @@ std::size_t writeDecimal(char* out, std::string_view bytes) {
     using Base = limbs::Decimal;
     constexpr Limb chunkMask = (Limb{1} << Base::bitsOfChunk) - 1;
     bytes = withoutLeading(bytes, '\0');
+    if (bytes.size() <= bytesOfLimb)
+        return static_cast<std::size_t>(
+            std::to_chars(out, out + std::numeric_limits<Limb>::digits10 + 1, limbOf(bytes)).ptr - out);
     std::size_t const chunks = bytes.size() * 8 / Base::bitsOfChunk + 1;
     Limbs number(chunks);
     for (std::size_t i = 0; i < chunks; ++i)
@@ -217,6 +234,15 @@ std::size_t readDecimal(char* out, std::string_view digits) {
     if (digits.empty()) {
         *out = '\0';
         return 1;
+    }
+    constexpr std::size_t ofOneLimb = std::numeric_limits<Limb>::digits10;
+    if (digits.size() <= 2 * ofOneLimb) {
+        std::size_t const high = digits.size() - std::min(digits.size(), ofOneLimb);
+        limbs::WideLimb const value =
+            limbs::WideLimb{chunkOf(digits.substr(0, high))} * (high == 0 ? 0 : powerOfTen(ofOneLimb)) +
+            chunkOf(digits.substr(high));
+        Limb const number[] = {static_cast<Limb>(value), static_cast<Limb>(value >> 64U)};
+        return writeBytes(out, number, std::size(number));
     }
     std::size_t const chunks = (digits.size() + Base::digitsOfChunk - 1) / Base::digitsOfChunk;
     Limbs number(chunks);

@@ -5,6 +5,7 @@
 
 #include "bytes/wildcard.h"
 
+#include "bytes/byte_compare.h"
 #include "bytes/byte_search.h"
 #include "bytes/dispatch.h"
 #include "bytes/sequence_search.h"
@@ -53,7 +54,7 @@ public:
     bool matches(char const* text, std::uint64_t& steps) const {
         if (literalSize_ == bytes_.size()) {
             steps += literalSize_;
-            return literalSize_ == 0 || std::memcmp(text, bytes_.data(), literalSize_) == 0;
+            return sameBytes(text, bytes_.data(), literalSize_);
         }
         std::size_t const equal =
             multiversioned<equalExceptFor>(anyChar_, bytes_.data(), text, bytes_.size());
@@ -137,10 +138,18 @@ private:
     std::size_t literalSize_ = 0;
 };
 
+/// Whether text and pattern, neither of them empty, differ in their last bytes: most of those that do not
+/// match at an end are told by that.
+bool lastBytesDiffer(std::string_view text, std::string_view pattern, char anyString, char anyChar) {
+    char const last = pattern.back();
+    return last != text.back() && last != anyString && last != anyChar;
+}
+
 } // namespace
 
 bool matchesWildcard(std::string_view text, std::string_view pattern, char anyString, char anyChar,
                      std::uint64_t& steps) {
+    if (!text.empty() && !pattern.empty() && lastBytesDiffer(text, pattern, anyString, anyChar)) return false;
     std::size_t const firstRun = findByte(pattern, anyString);
     if (firstRun == notFound)
         return text.size() == pattern.size() && Piece(pattern, anyChar).matches(text.data(), steps);

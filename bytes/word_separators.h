@@ -5,6 +5,8 @@
 
 #include "bytes/byte_set.h"
 
+#include <string_view>
+
 namespace kelcl {
 
 inline constexpr unsigned int separatorCount = 6;
@@ -12,12 +14,11 @@ inline constexpr char separatorBytes[separatorCount + 1] = "\t\n\v\f\r ";
 
 inline constexpr ByteSet wordSeparators{separatorBytes};
 
-/// Calls `search` with the set of the given bytes; the separators' set, which word operations search for all
-/// the time, is not made anew.
+/// Calls `search` with the given members, or with the separators' set, which is at hand, if they are meant.
 template <class Search>
 auto withSet(char const* bytes, unsigned int count, Search search) {
     if (bytes == separatorBytes) return search(wordSeparators);
-    return search(ByteSet({bytes, count}));
+    return search(std::string_view(bytes, count));
 }
 
 } // namespace kelcl

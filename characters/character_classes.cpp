@@ -65,31 +65,71 @@ constinit CharacterClass const upperCase = localeClass<isUpper, std::isupper, st
 constinit CharacterClass const whiteSpace = localeClass<isSpace, std::isspace, std::iswspace>();
 
 CharacterClass const* classOf(Test function) {
-    for (CharacterClass const* candidate :
-         {&alphanumeric, &alphabetic, &control, &digits, &graphics, &hexDigits, &lowerCase, &printable,
-          &punctuation, &upperCase, &whiteSpace})
+    // Those that are asked for most come first.
+    static constexpr CharacterClass const* candidates[] = {
+        &whiteSpace, &alphanumeric, &alphabetic, &control,     &digits,   &graphics,
+        &hexDigits,  &lowerCase,    &printable,  &punctuation, &upperCase};
+    for (CharacterClass const* const candidate : candidates)
         if (candidate->test == function) return candidate;
     return nullptr;
 }
 
-std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+namespace {
+
+// The two directions of a walk to the bytes outside of a set: where the next one is, and what is left of a
+// text beyond a place.
+
+struct Forwards {
+    static std::size_t find(std::string_view text, ByteSet const& members) {
+        return findFirstNotIn(text, members);
+    }
+    static std::string_view beyond(std::string_view text, std::size_t at) { return text.substr(at + 1); }
+};
+
+struct Backwards {
+    static std::size_t find(std::string_view text, ByteSet const& members) {
+        return findLastNotIn(text, members);
+    }
+    static std::string_view beyond(std::string_view text, std::size_t at) { return text.substr(0, at); }
+};
+
+/// Goes on from an offset where a byte that is not ASCII stands, about which the locale is asked.
+template <class Direction>
+[[gnu::noinline]] std::size_t goOn(std::string_view text, CharacterClass const& characterClass,
+                                   std::size_t at) {
     // Asking the locale about all upper bytes costs as much as asking about so many bytes of the text.
     constexpr std::size_t worthATable = 256;
     auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
-    std::size_t at = findFirstNotIn(text, characterClass.ascii);
-    if (characterClass.ofWide == nullptr) return at;
-    while (at != notFound && static_cast<signed char>(text[at]) < 0) {
-        if (text.size() - at >= worthATable) {
-            ByteSet const members =
-                ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); });
-            std::size_t const found = findFirstNotIn(text.substr(at), members);
-            return found == notFound ? notFound : at + found;
-        }
-        if (!inLocale(text[at])) return at;
-        std::size_t const found = findFirstNotIn(text.substr(at + 1), characterClass.ascii);
-        at = found == notFound ? notFound : at + 1 + found;
+    for (std::string_view rest = text; static_cast<signed char>(text[at]) < 0 && inLocale(text[at]);) {
+        rest = Direction::beyond(rest, at - static_cast<std::size_t>(rest.data() - text.data()));
+        bool const isLong = rest.size() >= worthATable;
+        std::size_t const found = Direction::find(
+            rest, isLong ? ByteSet::where([&](unsigned char c) { return inLocale(static_cast<char>(c)); })
+                         : characterClass.ascii);
+        if (found == notFound) return notFound;
+        at = static_cast<std::size_t>(rest.data() - text.data()) + found;
+        if (isLong) return at;
     }
     return at;
+}
+
+/// By the members in ASCII; where another byte stops that, by what the locale says of it.
+template <class Direction>
+std::size_t findNotIn(std::string_view text, CharacterClass const& characterClass) {
+    std::size_t const at = Direction::find(text, characterClass.ascii);
+    if (at == notFound || characterClass.ofWide == nullptr || static_cast<signed char>(text[at]) >= 0)
+        return at;
+    return goOn<Direction>(text, characterClass, at);
+}
+
+} // namespace
+
+std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+    return findNotIn<Forwards>(text, characterClass);
+}
+
+std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass) {
+    return findNotIn<Backwards>(text, characterClass);
 }
 
 } // namespace kelcl

@@ -27,8 +27,9 @@ extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics,
 /// The class whose `test` is the given function, or null.
 CharacterClass const* classOf(int (*function)(int));
 
-/// The offset of the first byte that is not a member, or notFound.
+/// The offset of the first (last) byte that is not a member, or notFound.
 std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass);
+std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass);
 
 } // namespace kelcl
 

@@ -60,6 +60,16 @@ unsigned int CharacterText::position(Place place) const {
     return isPlain_ ? number : findBytePos(text_.data(), length(text_), number);
 }
 
+CharacterText::Place CharacterText::firstNotIn(ByteSet const& set, Place from) const {
+    std::size_t const found = findFirstNotIn(text_.substr(from), set);
+    return found == notFound ? text_.size() : from + found;
+}
+
+CharacterText::Place CharacterText::lastNotIn(ByteSet const& set, Place to) const {
+    std::size_t const found = findLastNotIn(text_.substr(0, to), set);
+    return found == notFound ? 0 : found + 1;
+}
+
 std::size_t CharacterText::write(Place from, Place to, char* out) {
     return writeWhole(from, to, out, roomFor(from, to).bytes);
 }

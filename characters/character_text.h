@@ -32,9 +32,10 @@ public:
     /// number of characters.
     using Place = std::size_t;
 
-    explicit CharacterText(std::string_view text)
-        : text_(text),
-          isPlain_((text.data() != nullptr || text.empty()) && isPlainUtf8Text(text.data(), text.size())) {}
+    /// Of several texts, all but the first may be told whether the locale has UTF-8.
+    explicit CharacterText(std::string_view text, bool isUtf8 = isUtf8Locale())
+        : text_(text), isPlain_(isUtf8 && (text.data() != nullptr || text.empty()) &&
+                                isPlainUtf8(text.data(), text.size())) {}
 
     /// Whether the text is plain UTF-8, which converts to wide characters and back to itself.
     bool isPlain() const { return isPlain_; }
@@ -77,12 +78,13 @@ public:
         at += length;
         return plainUtf8Value(p, length);
     }
-    /// In front of the first character from a place on whose value is wanted, else the end.
+    /// In front of the first character from a place on whose value is wanted, else the end. ASCII characters
+    /// that are known as not wanted, if any are, need not be asked for.
     template <class Wanted>
-    Place findFirst(Place from, Wanted wanted);
+    Place findFirst(Place from, Wanted wanted, ByteSet const* unwanted = nullptr);
     /// After the last character up to a place whose value is wanted, else 0.
     template <class Wanted>
-    Place findLast(Place to, Wanted wanted);
+    Place findLast(Place to, Wanted wanted, ByteSet const* unwanted = nullptr);
 
     /// What the characters between two places take in bytes, which `write` writes there and counts.
     Room roomFor(Place from, Place to) {
@@ -118,6 +120,9 @@ private:
     void convertAll();
     std::size_t writeWideReversed(char* out);
     std::size_t startOfPiece(unsigned int start) const;
+    /// In front of the first byte from a place on that is not in a set, after the last one up to a place.
+    Place firstNotIn(ByteSet const& set, Place from) const;
+    Place lastNotIn(ByteSet const& set, Place to) const;
 
     std::string_view text_;
     bool isPlain_;
@@ -126,23 +131,30 @@ private:
 };
 
 template <class Wanted>
-CharacterText::Place CharacterText::findFirst(Place from, Wanted wanted) {
+CharacterText::Place CharacterText::findFirst(Place from, Wanted wanted, ByteSet const* unwanted) {
     Place const stop = end();
+    bool const skips = isPlain_ && unwanted != nullptr;
     while (from < stop) {
         Place next = from;
-        if (wanted(take(next))) return from;
+        wchar_t const value = take(next);
+        if (wanted(value)) return from;
         from = next;
+        // Where there is one there are often more.
+        if (skips && value < 0x80) from = firstNotIn(*unwanted, from);
     }
     return stop;
 }
 
 template <class Wanted>
-CharacterText::Place CharacterText::findLast(Place to, Wanted wanted) {
+CharacterText::Place CharacterText::findLast(Place to, Wanted wanted, ByteSet const* unwanted) {
+    bool const skips = isPlain_ && unwanted != nullptr;
     for (to = std::min(to, end()); to != 0;) {
         Place const from = previous(to);
         Place at = from;
-        if (wanted(take(at))) return to;
+        wchar_t const value = take(at);
+        if (wanted(value)) return to;
         to = from;
+        if (skips && value < 0x80) to = lastNotIn(*unwanted, to);
     }
     return 0;
 }

@@ -58,10 +58,6 @@ Extent narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n
     return {0, 0};
 }
 
-bool isPlainUtf8Text(char const* text, std::size_t n) {
-    return isUtf8Locale() && plainUtf8Run(text, n).bytes == n;
-}
-
 bool NarrowCharacter::askLibrary(wchar_t value) {
     std::size_t const length = writeCharacter(value, bytes_);
     if (length == invalidSequence) return false;

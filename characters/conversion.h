@@ -22,10 +22,6 @@ Extent widenKnown(wchar_t* out, char const* in, std::size_t n, Encoding const& e
 /// Narrows wide characters up to the first one that is not known so, or does not fit whole into `room` bytes.
 Extent narrowKnown(char* out, std::size_t room, wchar_t const* in, std::size_t n, Encoding const& encoding);
 
-/// Whether the locale is a UTF-8 one and the text is valid beyond doubt: it then converts to wide and back to
-/// itself.
-bool isPlainUtf8Text(char const* text, std::size_t n);
-
 /// One wide character after the other as multi-byte bytes.
 class NarrowCharacter {
 public:

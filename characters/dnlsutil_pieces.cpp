@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 unsigned int getRemainString(char const* s, unsigned int len, unsigned int start, char padChar, char* out) {
     unsigned int const from = std::max(start, 1U);
@@ -14,7 +15,7 @@ unsigned int getRemainString(char const* s, unsigned int len, unsigned int start
         std::memset(out, padChar, len - from + 1);
         return len - from + 1;
     }
-    kelcl::CharacterText const text({s, len});
+    kelcl::CharacterText const text(std::string_view(s, len));
     return static_cast<unsigned int>(text.writeRest(from, padChar, out));
 }
 
@@ -26,7 +27,7 @@ char* getSubString(char const* s, unsigned int len, unsigned int start, char pad
         std::memset(out, padChar, count);
         return out;
     }
-    kelcl::CharacterText const text({s, len});
+    kelcl::CharacterText const text(std::string_view(s, len));
     text.writePiece(from, count, padChar, out);
     return out;
 }

@@ -26,7 +26,8 @@ unsigned int BufferSteps::askLibrary(char const* p, std::size_t available) {
     return read.isCharacter() ? static_cast<unsigned int>(read.length) : 1;
 }
 
-UtilitySteps::Step UtilitySteps::askLibrary(char const* p, std::size_t window, wchar_t& value) {
+UtilitySteps::Step UtilitySteps::askLibrary(char const* p, std::size_t available, wchar_t& value) {
+    std::size_t const window = std::min(available, MB_CUR_MAX);
     CharacterRead const read = readCharacter(p, window, state_);
     isInside_ = read.length == incompleteSequence;
     if (read.length == invalidSequence) return {Outcome::invalid, 0, 0};

@@ -118,7 +118,7 @@ public:
         wchar_t second;    ///< Of two characters the value of the second one, else 0.
     };
 
-    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(MB_CUR_MAX) {}
+    UtilitySteps() : encoding_(Encoding::current()), maxBytes_(encoding_.isUtf8 ? plainBytes : MB_CUR_MAX) {}
     /// Begins with the caller's state, which may be inside a character.
     explicit UtilitySteps(std::mbstate_t const& state) : UtilitySteps() {
         state_ = state;
@@ -146,7 +146,7 @@ public:
             }
             if (known != 0) return {Outcome::character, known, 0};
         }
-        return askLibrary(p, window, value);
+        return askLibrary(p, available, value);
     }
 
     /// Begins anew, as if nothing had been read.
@@ -156,10 +156,12 @@ public:
     }
 
 private:
-    Step askLibrary(char const* p, std::size_t window, wchar_t& value);
+    Step askLibrary(char const* p, std::size_t available, wchar_t& value);
+
+    static constexpr std::size_t plainBytes = 4;
 
     Encoding encoding_;
-    std::size_t maxBytes_;
+    std::size_t maxBytes_; ///< For what is known without the C library: MB_CUR_MAX, or as many as matter.
     std::mbstate_t state_{};
     bool isInside_ = false; ///< Whether the last step ended inside a character, which the next one continues.
 };

@@ -101,6 +101,9 @@ struct Extent {
 /// The plain characters at the front of a text up to the first other one, `n` bytes, or `most` characters.
 Extent plainUtf8Run(char const* p, std::size_t n, std::size_t most = std::numeric_limits<std::size_t>::max());
 
+/// Whether all of a text is plain: told faster than how far it is.
+bool isPlainUtf8(char const* p, std::size_t n);
+
 /// Converts such characters to their code points. `out` has room for `n`; nothing is written past the last
 /// one.
 Extent widenUtf8(wchar_t* out, char const* in, std::size_t n);

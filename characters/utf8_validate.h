@@ -95,17 +95,27 @@ KELCL_BLOCKS_INLINE Block mistakesOf(MistakesOfHalf const& table, Block halves) 
     return lookUp(Block::twice(table.data()), halves);
 }
 
-/// Whether a block continues the plain text before it. A character that its end cuts off is no mistake yet.
-KELCL_BLOCKS_INLINE bool isPlainBlock(Block block, Block previous) {
-    Block const before = earlier<1>(block, previous);
-    Block const mistakes = mistakesOf(byHighOfPrevious, before.highHalves()) &
-                           mistakesOf(byLowOfPrevious, before.lowHalves()) &
+/// What is wrong in a block: bits that are all 0 where it continues plain text. Given the same text from one
+/// byte, two, and three bytes before it on. A character that its end cuts off is no mistake yet.
+KELCL_BLOCKS_INLINE Block mistakesIn(Block block, Block oneEarlier, Block twoEarlier, Block threeEarlier) {
+    Block const mistakes = mistakesOf(byHighOfPrevious, oneEarlier.highHalves()) &
+                           mistakesOf(byLowOfPrevious, oneEarlier.lowHalves()) &
                            mistakesOf(byHigh, block.highHalves());
     // The differences that keep the top bit are those of leads of three bytes or four, and those of four.
-    Block const third = minusDownTo0(earlier<2>(block, previous), Block::of(0xE0 - 0x80));
-    Block const fourth = minusDownTo0(earlier<3>(block, previous), Block::of(0xF0 - 0x80));
+    Block const third = minusDownTo0(twoEarlier, Block::of(0xE0 - 0x80));
+    Block const fourth = minusDownTo0(threeEarlier, Block::of(0xF0 - 0x80));
     Block const due = (third | fourth) & Block::of(twoContinuations);
-    return (due ^ mistakes).isZero();
+    return due ^ mistakes;
+}
+
+/// The same, given the block before it.
+KELCL_BLOCKS_INLINE Block mistakesAfter(Block previous, Block block) {
+    return mistakesIn(block, earlier<1>(block, previous), earlier<2>(block, previous),
+                      earlier<3>(block, previous));
+}
+
+KELCL_BLOCKS_INLINE bool isPlainBlock(Block block, Block previous) {
+    return mistakesAfter(previous, block).isZero();
 }
 
 /// One bit for each byte of plain text that begins a character: for all but 10xxxxxx.

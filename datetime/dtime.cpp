@@ -11,7 +11,11 @@ DTime DTime::now() {
 }
 
 DString DTime::asString(char const* format) const {
+    // A record with a time and nothing else has day 0 of January 1900.
     std::tm calendar{};
+    calendar.tm_mday = 31;
+    calendar.tm_mon = 11;
+    calendar.tm_year = -1;
     calendar.tm_hour = hours();
     calendar.tm_min = minutes();
     calendar.tm_sec = seconds();

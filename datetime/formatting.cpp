@@ -1,11 +1,16 @@
 // Calendar records and their texts; the only place where the C library's clock, zones and formatter are used.
 #include "datetime/formatting.h"
 
+#include "datetime/number_format.h"
+
+#include <kelcl/detail/calendar.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -39,6 +44,21 @@ bool isMachineZoneUtc() {
 /// in each call while TZ is not set. The C library may still use a TZ that was set before.
 bool isLocalTimeUtc() { return std::getenv("TZ") == nullptr && isMachineZoneUtc() && mayZoneBeUtc(); }
 
+/// Fills in what `timegm` would, if the record already is a day of the Gregorian calendar in years of up to
+/// four digits. If it is not, as 29 February 1700, it stays as it is.
+bool completeWithinRange(std::tm& calendar) {
+    constexpr int yearZero = 1900;
+    if (calendar.tm_year < 1 - yearZero || calendar.tm_year > 9999 - yearZero) return false;
+    int const year = calendar.tm_year + yearZero;
+    bool const isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+    short const* const before = kelcl::daysBeforeMonth[isLeap ? 1 : 0] + calendar.tm_mon;
+    if (calendar.tm_mday < 1 || calendar.tm_mday > before[1] - before[0]) return false;
+    int const passed = year - 1; // since 1 January of year 1, a Monday
+    calendar.tm_yday = before[0] + calendar.tm_mday - 1;
+    calendar.tm_wday = (1 + passed * 365 + passed / 4 - passed / 100 + passed / 400 + calendar.tm_yday) % 7;
+    return true;
+}
+
 /// Formats into ever more room. The mark before the text tells an empty text from one that did not fit,
 /// so that the room grows only as long as it helps; the limit is for C libraries that refuse a conversion.
 DString formattedLong(std::tm const& calendar, char const* format, std::size_t size) {
@@ -59,7 +79,7 @@ namespace kelcl {
 
 void completeCalendar(std::tm& calendar) {
     if (isLocalTimeUtc()) {
-        ::timegm(&calendar);
+        if (!completeWithinRange(calendar)) ::timegm(&calendar);
         calendar.tm_zone = utc;
     } else {
         std::mktime(&calendar);
@@ -69,8 +89,9 @@ void completeCalendar(std::tm& calendar) {
 DString formatted(std::tm const& calendar, char const* format) {
     if (format == nullptr) return DString();
     char room[256];
-    std::size_t const length = std::strftime(room, sizeof room, format, &calendar);
-    if (length != 0) return DString(room, static_cast<unsigned int>(length));
+    std::size_t length = formatNumbers(room, sizeof room, format, calendar);
+    if (length == 0) length = std::strftime(room, sizeof room, format, &calendar);
+    if (length != 0) return DString(std::string_view(room, length));
     return formattedLong(calendar, format, 2 * sizeof room);
 }
 

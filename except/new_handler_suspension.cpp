@@ -1,6 +1,8 @@
 // The one suspension of the process's new-handler that those of all threads make up.
 #include "except/new_handler_suspension.h"
 
+#include <kelcl/detail/one_thread.h>
+
 #include <mutex>
 #include <new>
 
@@ -13,6 +15,24 @@ namespace {
 /// Constant-initialised and never destroyed: exceptions may be made before and after the library's own
 /// objects live. Nobody allocates or calls a host while holding the lock.
 std::mutex lock;
+
+/// Holds the lock, which nobody else could want while the process has one thread. What happens under it
+/// starts no thread.
+class Guard {
+public:
+    Guard() {
+        if (isNeeded_) lock.lock();
+    }
+    Guard(Guard const&) = delete;
+    Guard& operator=(Guard const&) = delete;
+    ~Guard() {
+        if (isNeeded_) lock.unlock();
+    }
+
+private:
+    bool const isNeeded_ = !processHasOneThread();
+};
+
 unsigned long suspensions = 0;
 std::new_handler suspended = nullptr;
 
@@ -50,13 +70,13 @@ struct ForkHandlers {
 } // namespace
 
 NewHandlerSuspension::NewHandlerSuspension() noexcept {
-    std::lock_guard const guard(lock);
+    Guard const guard;
     takeOut();
     ++suspensions;
 }
 
 NewHandlerSuspension::~NewHandlerSuspension() {
-    std::lock_guard const guard(lock);
+    Guard const guard;
     if (suspensions == 0) return; // in a child that was forked in the meantime
     if (--suspensions == 0) putBack();
 }

@@ -10,6 +10,12 @@ namespace kelcl {
 
 namespace {
 
+/// Gives up one of those that a count stands for; returns whether it was the last one. A last one is alone
+/// with what is counted, and need not change the count.
+bool giveUp(std::atomic<std::size_t>& count) noexcept {
+    return count.load(std::memory_order_acquire) == 1 || count.fetch_sub(1, std::memory_order_acq_rel) == 1;
+}
+
 void* roomForNode(std::size_t characters) noexcept {
     NewHandlerSuspension const suspension;
     return ::operator new[](sizeof(DExcText) + characters, std::nothrow);
@@ -67,7 +73,7 @@ DExcText* DExcText::share(DExcText* chain) noexcept {
 }
 
 void DExcText::release(DExcText* chain) noexcept {
-    while (chain != nullptr && chain->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    while (chain != nullptr && giveUp(chain->owners_)) {
         DExcText* const next = chain->next_;
         if (chain->characters_ != chain) releaseCharacters(chain->characters_);
         releaseCharacters(chain);
@@ -76,7 +82,7 @@ void DExcText::release(DExcText* chain) noexcept {
 }
 
 void DExcText::releaseCharacters(DExcText* block) noexcept {
-    if (block->holders_.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete[](block);
+    if (giveUp(block->holders_)) ::operator delete[](block);
 }
 
 } // namespace kelcl

@@ -1,6 +1,8 @@
 // DString: construction, copy-on-write, concatenation.
 #include "buffers/buffer_block.h"
 #include "buffers/host_classes.h"
+#include "buffers/length.h"
+#include "bytes/real_number.h"
 #include <kelcl/dstring.h>
 
 #include <algorithm>
@@ -10,6 +12,8 @@
 #include <cstring>
 #include <memory>
 #include <new>
+
+#include <langinfo.h>
 
 char const* const DString::null = "";
 char const* const DString::zero = "0";
@@ -37,7 +41,11 @@ public:
         : length_(static_cast<std::size_t>(std::to_chars(room_, room_ + sizeof room_, number).ptr - room_)) {}
 
     /// As `printf` writes it, so with the locale's decimal point, which may be of any length.
-    explicit NumberText(double number) : length_(print(room_, sizeof room_, number)) {
+    explicit NumberText(double number) {
+        auto const [length, hasPoint] = kelcl::writeReal(room_, number);
+        length_ = length;
+        if (length != 0 && (!hasPoint || std::strcmp(nl_langinfo(RADIXCHAR), ".") == 0)) return;
+        length_ = print(room_, sizeof room_, number);
         if (length_ < sizeof room_) return;
         long_.reset(new char[length_ + 1]);
         length_ = std::min(length_, print(long_.get(), length_ + 1, number));
@@ -55,7 +63,7 @@ private:
         return static_cast<std::size_t>(length);
     }
 
-    char room_[48];
+    char room_[kelcl::realTextSpace];
     std::unique_ptr<char[]> long_;
     std::size_t length_;
 };
@@ -110,17 +118,20 @@ DString& DString::initBuffer(void const* p1, unsigned int l1, void const* p2, un
 
 DString& DString::initBuffer(long number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::initBuffer(unsigned long number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::initBuffer(double number) {
     NumberText const digits(number);
-    return initBuffer(digits.text(), digits.length(), nullptr, 0, nullptr, 0);
+    text_ = kelcl::copyLike(*buffer(), digits.text(), digits.length())->contents();
+    return *this;
 }
 
 DString& DString::install(DBuffer* edited) {
@@ -137,18 +148,24 @@ DString& DString::prepareToChange() {
 
 DString& DString::append(char const* data, unsigned int count) {
     if (count == 0) return *this;
-    DBuffer* const own = buffer();
-    unsigned int const before = own->length;
-    if (before == 0) return install(kelcl::copyLike(*own, data, count));
-    if (!own->hasOneOwner() || count > kelcl::roomAfter(before) || !kelcl::growsInPlace(*own))
-        return install(own->newBuffer(text_, before, data, count));
-    std::memmove(text_ + before, data, count); // the bytes may be part of the text, and end with its NUL
-    text_[before + count] = '\0';
-    own->length = before + count;
-    return *this;
+    if (char* const end = lengthenInPlace(count)) {
+        std::memmove(end, data, count); // the bytes may be part of the text, and end with its NUL
+        return *this;
+    }
+    unsigned int const before = length();
+    DBuffer* const longer = kelcl::allocateLike(*buffer(), kelcl::lengthSum(before, count));
+    std::memcpy(longer->contents(), text_, before);
+    std::memcpy(longer->contents() + before, data, count);
+    return install(longer);
 }
 
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,
                         unsigned int rightLength) {
-    return DString(left, leftLength, right, rightLength);
+    DBuffer* const empty = DBuffer::fromContents(sharedEmpty());
+    unsigned int const length = kelcl::lengthSum(leftLength, rightLength);
+    if (length == 0) return DString(kelcl::sharedEmpty(*empty));
+    DString result(kelcl::allocateLike(*empty, length));
+    if (leftLength != 0) std::memcpy(result.text_, left, leftLength);
+    if (rightLength != 0) std::memcpy(result.text_ + leftLength, right, rightLength);
+    return result;
 }

@@ -26,24 +26,24 @@ unsigned int offsetOf(unsigned int index) { return index == 0 ? 0 : index - 1; }
 
 } // namespace
 
-char const& DString::operator[](unsigned int index) const {
+char const& DString::rareElement(unsigned int index) const {
     if (offsetOf(index) >= length()) raiseOutsideString(readUnsignedPastEnd);
     return text_[offsetOf(index)];
 }
 
-char const& DString::operator[](int index) const {
+char const& DString::rareElement(int index) const {
     if (index < 0) raiseOutsideString(readNegative);
     unsigned int const offset = offsetOf(static_cast<unsigned int>(index));
     if (offset >= length()) raiseOutsideString(readPastEnd);
     return text_[offset];
 }
 
-char& DString::operator[](int index) {
+char& DString::rareElement(int index) {
     if (index < 0) raiseOutsideString(writeNegative);
-    return operator[](static_cast<unsigned int>(index));
+    return rareElement(static_cast<unsigned int>(index));
 }
 
-char& DString::operator[](unsigned int index) {
+char& DString::rareElement(unsigned int index) {
     unsigned int const offset = offsetOf(index);
     if (offset >= length())
         install(buffer()->newBuffer(text_, length(), nullptr, offset - length() + 1, nullptr, 0, ' '));
@@ -51,3 +51,13 @@ char& DString::operator[](unsigned int index) {
         prepareToChange();
     return text_[offset];
 }
+
+namespace {
+
+// Programs that were compiled when the operators were not inline find them here.
+[[gnu::used]] char const& (DString::*const readByInt)(int) const = &DString::operator[];
+[[gnu::used]] char const& (DString::*const readByUnsigned)(unsigned int) const = &DString::operator[];
+[[gnu::used]] char& (DString::*const writtenByInt)(int) = &DString::operator[];
+[[gnu::used]] char& (DString::*const writtenByUnsigned)(unsigned int) = &DString::operator[];
+
+} // namespace

@@ -3,6 +3,7 @@
 #include "buffers/buffer_block.h"
 #include "buffers/host_classes.h"
 #include "buffers/length.h"
+#include "buffers/owned_buffer.h"
 #include "bytes/byte_search.h"
 #include "bytes/decimal.h"
 #include "bytes/digits.h"
@@ -22,11 +23,10 @@ template <class Write>
 DBuffer* converted(unsigned int room, Write write) {
     DBuffer const& like = *DBuffer::defaultBuffer();
     if (room == 0) return like.newBuffer(nullptr, 0);
-    DString result(kelcl::allocateLike(like, room)); // released if `write` throws
-    DBuffer* const buffer = DBuffer::fromContents(result.c_str());
+    kelcl::OwnedBuffer buffer(kelcl::allocateLike(like, room)); // released if `write` throws
     buffer->length = static_cast<unsigned int>(write(buffer->contents()));
     buffer->contents()[buffer->length] = '\0';
-    return kelcl::shared(*buffer);
+    return buffer.release();
 }
 
 /// Bytes of five and more zeros give this many digits: each byte after the fourth adds three that nothing

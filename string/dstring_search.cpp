@@ -22,10 +22,10 @@ bool DString::isAbbrevFor(char const* full, unsigned int fullLength, unsigned in
     unsigned int const own = length();
     unsigned int const least = minLength == 0 ? own : minLength;
     if (fullLength < own || least > own) return false;
-    return order(full, own) == 0;
+    return equals({full, own});
 }
 
 bool DString::isLike(char const* pattern, unsigned int patternLength, char anyString, char anyChar) const {
-    if (order(pattern, patternLength) == 0) return true;
+    if (equals({pattern, patternLength})) return true;
     return kelcl::matchesWildcard(*this, {pattern, patternLength}, anyString, anyChar);
 }

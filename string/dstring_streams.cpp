@@ -60,50 +60,107 @@ DString DString::lineFrom(std::istream& in, char delimiter) {
 
 namespace {
 
-/// Takes the bytes up to the next white space of the stream's locale, at most so many as a field of `width`
-/// has room for with a NUL. A width below 1 means any number.
-DString takeWord(std::istream& in, std::streamsize width) {
+/// What the stream's locale takes for white space.
+class Spaces {
+public:
+    explicit Spaces(std::istream const& in) : locale_(in.getloc()), characters_(facetOf(locale_)) {}
+
+    /// The bytes in front of the first white space.
+    std::string_view wordIn(std::string_view bytes) const {
+        char const* const end = bytes.data() + bytes.size();
+        char const* const stop = characters_.scan_is(std::ctype_base::space, bytes.data(), end);
+        return bytes.substr(0, static_cast<std::size_t>(stop - bytes.data()));
+    }
+
+private:
+    using Characters = std::ctype<char>;
+
+    /// That of most streams is looked up once: doing so costs as much as reading a short word.
+    static Characters const& facetOf(std::locale const& locale) {
+        static Characters const& classic = std::use_facet<Characters>(std::locale::classic());
+        return locale == std::locale::classic() ? classic : std::use_facet<Characters>(locale);
+    }
+
+    std::locale locale_; // keeps the facet alive
+    Characters const& characters_;
+};
+
+/// A word that is read. The last `ready` bytes of it still stand in the stream.
+struct Word {
+    std::string_view text;
+    std::size_t ready;
+};
+
+/// Finds the bytes up to the next white space, at most so many as a field of `width` has room for with a NUL.
+/// A width below 1 means any number. Those of earlier fillings of the stream's buffer are taken into
+/// `pieces`.
+Word readWord(std::istream& in, std::streamsize width, DString& pieces) {
     std::size_t room =
         width < 1 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(width) - 1;
-    DString word;
-    std::locale const locale = in.getloc();
-    auto const& characters = std::use_facet<std::ctype<char>>(locale);
-    while (room != 0 && !Traits::eq_int_type(in.peek(), Traits::eof())) {
-        char const single = Traits::to_char_type(in.peek());
-        std::string_view ready = ReadyBytes::of(in);
-        bool const buffered = !ready.empty();
-        ready = buffered ? ready.substr(0, room) : std::string_view(&single, 1);
-        char const* const end = ready.data() + ready.size();
-        char const* const stop = characters.scan_is(std::ctype_base::space, ready.data(), end);
-        auto const count = static_cast<std::size_t>(stop - ready.data());
-        word += ready.substr(0, count);
-        room -= count;
-        if (buffered)
-            ReadyBytes::take(in, count);
-        else if (count != 0)
+    Spaces const spaces(in);
+    for (;;) {
+        std::string_view ready = ReadyBytes::of(in).substr(0, room);
+        if (ready.empty()) {
+            if (room == 0 || Traits::eq_int_type(in.peek(), Traits::eof())) return {pieces, 0};
+            ready = ReadyBytes::of(in).substr(0, room);
+        }
+        if (ready.empty()) { // a stream without a buffer
+            char const single = Traits::to_char_type(in.peek());
+            if (spaces.wordIn({&single, 1}).empty()) return {pieces, 0};
+            pieces += single;
             in.get();
-        if (stop != end) break;
+            --room;
+            continue;
+        }
+        std::string_view const word = spaces.wordIn(ready);
+        bool const isWhole = word.size() < ready.size() || word.size() == room;
+        if (isWhole && pieces.isEmpty()) return {word, word.size()};
+        pieces += word;
+        if (isWhole) return {pieces, word.size()};
+        ReadyBytes::take(in, word.size());
+        room -= word.size();
     }
-    return word;
 }
+
+DBuffer& bufferOf(DString const& text) { return *DBuffer::fromContents(text.c_str()); }
 
 /// Whether a word may simply take the place of a text, which is not empty: its buffer is of the same class
 /// then, and no removal after the word has anything to repair.
-bool standsForItself(DString const& word, DString const& text) {
-    DBuffer const& old = *DBuffer::fromContents(text.c_str());
+bool standsForItself(std::string_view word, DString const& text) {
+    DBuffer const& old = bufferOf(text);
     if (!kelcl::growsInPlace(old)) return false;
-    if (kelcl::isSingleByteClass(old) || word.isEmpty() || word.length() >= old.length) return true;
+    if (kelcl::isSingleByteClass(old) || word.empty() || word.size() >= old.length) return true;
     bool const isUtf8 = kelcl::isUtf8Locale();
-    return kelcl::standsAlone(word.end()[-1], isUtf8) ||
-           kelcl::standsAlone(old.contents()[word.length()], isUtf8);
+    return kelcl::standsAlone(word.back(), isUtf8) || kelcl::standsAlone(old.contents()[word.size()], isUtf8);
+}
+
+/// Whether the only owner of a text that may grow in its block has room for a word there, and not very much
+/// more.
+bool fitsInBlock(std::string_view word, DBuffer const& text) {
+    constexpr unsigned int little = 64;
+    return !word.empty() && text.hasOneOwner() &&
+           word.size() <= std::size_t{text.length} + kelcl::roomAfter(text.length) &&
+           (text.length <= little || word.size() >= text.length / 2);
+}
+
+/// Makes a text, which is empty or for which the word stands, the word.
+void assign(DString& text, std::string_view word) {
+    DBuffer& own = bufferOf(text);
+    if (text.isEmpty() || !fitsInBlock(word, own)) {
+        text = word;
+        return;
+    }
+    std::memmove(own.contents(), word.data(), word.size());
+    own.contents()[word.size()] = '\0';
+    own.length = static_cast<unsigned int>(word.size());
 }
 
 /// Puts a word in the place of a text that is not empty. The old text is the work space: the word is written
 /// over its front, where that is too short it is doubled with blanks, and then the buffer's own removal cuts
 /// it after the word. So the text keeps its class, and the removal decides where the end of the word and what
 /// follows it look like one character.
-void replaceText(DString& text, DString const& word) {
-    unsigned int const count = word.length();
+void replaceText(DString& text, std::string_view word) {
+    unsigned int const count = kelcl::checkedLength(word.size());
     unsigned int space = text.length();
     if (count <= space) {
         text.prepareToChange();
@@ -120,8 +177,7 @@ void replaceText(DString& text, DString const& word) {
     }
     while (space < count)
         space = kelcl::lengthSum(space, space);
-    DBuffer const& old = *DBuffer::fromContents(text.c_str());
-    DString longer(old.newBuffer(word.data(), count, nullptr, space - count));
+    DString longer(bufferOf(text).newBuffer(word.data(), count, nullptr, space - count));
     text = std::move(longer.remove(count + 1));
 }
 
@@ -130,16 +186,17 @@ void replaceText(DString& text, DString const& word) {
 std::istream& operator>>(std::istream& in, DString& text) {
     std::streamsize const width = in.width(0);
     std::istream::sentry const skipped(in);
-    DString word = skipped ? takeWord(in, width) : DString();
+    DString pieces;
+    Word const word = skipped ? readWord(in, width, pieces) : Word{};
     // Of the blanks that are the work space of an empty text nothing would be left.
-    if (text.isEmpty() || standsForItself(word, text))
-        text = std::move(word);
+    if (text.isEmpty() || standsForItself(word.text, text))
+        assign(text, word.text);
     else
-        replaceText(text, word);
+        replaceText(text, word.text);
+    if (word.ready != 0) ReadyBytes::take(in, word.ready);
     return in;
 }
 
 std::ostream& operator<<(std::ostream& out, DString const& text) {
-    return out << std::string_view(text.c_str(),
-                                   std::min<std::size_t>(kelcl::findByte(text, '\0'), text.length()));
+    return out << std::string_view(text.c_str()); // to its first NUL, which need not be its end
 }

@@ -2,6 +2,7 @@
 #include "buffers/host_classes.h"
 #include "buffers/length.h"
 #include "buffers/virtual_answers.h"
+#include "bytes/byte_copy.h"
 #include "bytes/byte_walk.h"
 #include "bytes/sequence_search.h"
 #include "bytes/word_separators.h"
@@ -34,6 +35,21 @@ public:
         if (startOfRuns_ == 0) return;
         runs_ = {std::string_view(text.contents() + startOfRuns_ - 1, text.length - (startOfRuns_ - 1)),
                  kelcl::wordSeparators};
+    }
+
+    /// The position of the word of the given number, counted from 1 at the next one; 0 when there is none, as
+    /// for number 0. It is the last thing that is asked.
+    unsigned int startOf(unsigned int number) {
+        if (usesRuns_) {
+            std::size_t const begin = number == 0 || startOfRuns_ == 0
+                                          ? kelcl::notFound
+                                          : kelcl::findRunNotIn(runs_.text(), number, kelcl::wordSeparators);
+            return begin == kelcl::notFound ? 0 : startOfRuns_ + static_cast<unsigned int>(begin);
+        }
+        unsigned int position = start();
+        for (; position != 0 && --number != 0; position = start())
+            end();
+        return position;
     }
 
     /// The position of the next word, 0 when there are no more. After it comes `end`.
@@ -78,6 +94,8 @@ private:
 
 std::vector<Word> wordList(DBuffer const& text) {
     std::vector<Word> list;
+    if (kelcl::isLibraryClass(text))
+        list.reserve(kelcl::countRunsNotIn(kelcl::bytesOf(text), kelcl::wordSeparators));
     Words words(text);
     for (Word word = words.next(); word.position != 0; word = words.next())
         list.push_back(word);
@@ -86,12 +104,7 @@ std::vector<Word> wordList(DBuffer const& text) {
 
 /// Where word `n` starts when counting starts at byte `start` with `counted` words seen; 0: there is none.
 unsigned int findWord(DBuffer const& text, unsigned int n, unsigned int start = 1, unsigned int counted = 0) {
-    Words words(text, start);
-    for (unsigned int position = words.start(); position != 0; position = words.start()) {
-        if (++counted == n) return position;
-        words.end();
-    }
-    return 0;
+    return Words(text, start).startOf(n - counted);
 }
 
 /// The position after the word at `start`. The search begins at its second byte.
@@ -193,7 +206,7 @@ DBuffer* respaced(DBuffer const& text, Word first, unsigned int afterFirst, unsi
                                            afterFirst, nullptr, 0, c);
     char* out = result->contents() + first.length;
     for (Word word = next(); word.position != 0; word = next()) {
-        std::memcpy(out + n, text.contents() + word.position - 1, word.length);
+        kelcl::copyBytes(out + n, text.contents() + word.position - 1, word.length);
         out += n + word.length;
     }
     return result;

@@ -5,6 +5,7 @@
 #define KELCL_DBUFFER_H
 
 #include <kelcl/dbase.h>
+#include <kelcl/detail/one_thread.h>
 #include <kelcl/dexport.h>
 
 #include <cstdint>
@@ -481,21 +482,7 @@ private:
 // Implementation details only past this point.
 /// @cond
 
-#if __has_include(<sys/single_threaded.h>)
-#include <sys/single_threaded.h>
-#define KELCL_HAS_SINGLE_THREADED 1
-#else
-#define KELCL_HAS_SINGLE_THREADED 0
-#endif
-
-// Whether no other thread can see a buffer at this moment. Never where the C library does not tell.
-inline bool DBuffer::processHasOneThread() noexcept {
-#if KELCL_HAS_SINGLE_THREADED
-    return __builtin_expect(__libc_single_threaded, 1) != 0;
-#else
-    return false;
-#endif
-}
+inline bool DBuffer::processHasOneThread() noexcept { return kelcl::processHasOneThread(); }
 
 inline void DBuffer::take() noexcept {
     if (processHasOneThread())
@@ -522,8 +509,6 @@ inline bool DBuffer::pinIfSharedEmpty() noexcept {
     __atomic_store_n(&refs, pinned + pinned / 2, __ATOMIC_RELAXED); // far from what is still being counted
     return true;
 }
-
-#undef KELCL_HAS_SINGLE_THREADED
 
 /// @endcond
 

@@ -5,6 +5,8 @@
 #define KELCL_DSTRING_H
 
 #include <kelcl/dbuffer.h>
+#include <kelcl/detail/hash.h>
+#include <kelcl/detail/library_buffers.h>
 #include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
 
@@ -13,6 +15,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// A string of bytes with value semantics, which shares its text with its copies until one of them changes.
 ///
@@ -269,19 +272,19 @@ public:
 
     /// Returns the byte at `index`.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative or past the end.
-    char const& operator[](int index) const;
+    KELCL_EXPORT char const& operator[](int index) const;
     /// Returns the byte at `index`.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is past the end.
-    char const& operator[](unsigned int index) const;
+    KELCL_EXPORT char const& operator[](unsigned int index) const;
     /// Returns the byte at `index` for writing. A string that is not `const` uses this form for reading
     /// too.
     ///
     /// A shared text is copied first. When `index` is past the end, the string is lengthened with blanks up
     /// to there. The reference is valid until the string is next changed or copied.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative.
-    char& operator[](int index);
+    KELCL_EXPORT char& operator[](int index);
     /// Returns the byte at `index` for writing, as the form for `int` does; no index throws message 1011.
-    char& operator[](unsigned int index);
+    KELCL_EXPORT char& operator[](unsigned int index);
 
     /// @}
 
@@ -321,37 +324,37 @@ public:
     /// @throws DInvalidRequest (recoverable; its id is the `errno` value) when the locale cannot collate
     /// the texts, as every comparison does.
     friend bool operator==(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) == 0;
+        return left.equals({right.text_, right.length()});
     }
     /// Whether the string is equal to a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator==(DString const& left, T const& right) {
-        return left.order(kelcl::textOf(right)) == 0;
+        return left.equals(kelcl::textOf(right));
     }
     /// Whether a text is equal to the string.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator==(T const& left, DString const& right) {
-        return right.order(kelcl::textOf(left)) == 0;
+        return right.equals(kelcl::textOf(left));
     }
 
     /// Whether the texts differ.
     friend bool operator!=(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) != 0;
+        return !left.equals({right.text_, right.length()});
     }
     /// Whether the string differs from a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator!=(DString const& left, T const& right) {
-        return left.order(kelcl::textOf(right)) != 0;
+        return !left.equals(kelcl::textOf(right));
     }
     /// Whether a text differs from the string.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator!=(T const& left, DString const& right) {
-        return right.order(kelcl::textOf(left)) != 0;
+        return !right.equals(kelcl::textOf(left));
     }
 
     /// Whether the left string sorts before the right one.
     friend bool operator<(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) < 0;
+        return left.order({right.text_, right.length()}) < 0;
     }
     /// Whether the string sorts before a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -366,7 +369,7 @@ public:
 
     /// Whether the left string sorts before the right one or is equal to it.
     friend bool operator<=(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) <= 0;
+        return left.order({right.text_, right.length()}) <= 0;
     }
     /// Whether the string sorts before a text or is equal to it.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -381,7 +384,7 @@ public:
 
     /// Whether the left string sorts after the right one.
     friend bool operator>(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) > 0;
+        return left.order({right.text_, right.length()}) > 0;
     }
     /// Whether the string sorts after a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -396,7 +399,7 @@ public:
 
     /// Whether the left string sorts after the right one or is equal to it.
     friend bool operator>=(DString const& left, DString const& right) {
-        return left.order(right.text_, right.length()) >= 0;
+        return left.order({right.text_, right.length()}) >= 0;
     }
     /// Whether the string sorts after a text or is equal to it.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -852,7 +855,7 @@ public:
     ///
     /// The only owner of a text appends in place where the block has room, so that building a text piece by
     /// piece costs the bytes appended.
-    DString& operator+=(DString const& text) { return append(text.text_, text.length()); }
+    DString& operator+=(DString const& text);
     /// Appends a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
     DString& operator+=(T const& piece);
@@ -860,10 +863,19 @@ public:
     friend DString operator+(DString const& left, DString const& right) {
         return joined(left.text_, left.length(), right.text_, right.length());
     }
+    /// Returns a string of both texts, which takes over the text of `left` where it has room.
+    friend DString operator+(DString&& left, DString const& right) {
+        return std::move(left).followedBy({right.text_, right.length()});
+    }
     /// Returns a new string of the string's text, then a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(DString const& left, T const& right) {
         return joined({left.text_, left.length()}, kelcl::textOf(right));
+    }
+    /// Returns a string of both texts, which takes over the text of `left` where it has room.
+    template <class T, class = kelcl::IfOtherPiece<T>>
+    friend DString operator+(DString&& left, T const& right) {
+        return std::move(left).followedBy(kelcl::textOf(right));
     }
     /// Returns a new string of a text or one byte, then the string's text.
     template <class T, class = kelcl::IfOtherPiece<T>>
@@ -1101,16 +1113,31 @@ private:
     static char* makeSharedEmpty();
     void becomeEmpty() noexcept;
 
-    // Negative, 0 or positive as this text sorts before, with or after the bytes.
-    int order(char const* data, unsigned int length) const;
-    int order(kelcl::Text text) const { return order(text.data, text.length); }
+    // What the operators for single bytes leave over: index 0, indexes outside of the text, shared texts.
+    char const& rareElement(int index) const;
+    char const& rareElement(unsigned int index) const;
+    char& rareElement(int index);
+    char& rareElement(unsigned int index);
 
+    // Whether bytes alone decide comparisons, and no host's class is asked.
+    bool comparesBytes() const noexcept;
+    bool equals(kelcl::Text text) const;
+    // Negative, 0 or positive as this text sorts before, with or after the other one.
+    int order(kelcl::Text text) const;
+
+    // Lengthens the text by so many bytes, which the caller writes, and returns their place; null where it
+    // cannot grow where it stands.
+    char* lengthenInPlace(unsigned int count) noexcept;
+    // Whether the text could be appended so.
+    bool appendInPlace(kelcl::Text text) noexcept;
     DString& append(char const* data, unsigned int count);
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
     static DString joined(kelcl::Text left, kelcl::Text right) {
         return joined(left.data, left.length, right.data, right.length);
     }
+    // The same with this as a left text that nobody needs any more.
+    DString followedBy(kelcl::Text text) &&;
 
     // How an editing operation keeps the buffer it works on.
     enum class During { heldAlive, soleOwnerEditsInPlace };
@@ -1128,8 +1155,11 @@ namespace std {
 /// @endcode
 template <>
 struct hash<DString> {
-    /// Returns what `std::hash` does for the same bytes in a `std::string_view`.
-    size_t operator()(DString const& text) const noexcept { return hash<string_view>{}(text); }
+    /// Returns a number that is the same for equal bytes within a program. Another version of the library may
+    /// give another one.
+    size_t operator()(DString const& text) const noexcept {
+        return kelcl::hashOf(text.data(), text.length());
+    }
 };
 
 } // namespace std

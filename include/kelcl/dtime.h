@@ -66,13 +66,13 @@ public:
     constexpr long secondsOfDay() const noexcept { return secondsOfDay_; }
 
     /// The hour, 0 to 23.
-    constexpr int hours() const noexcept { return static_cast<int>(secondsOfDay_ / 3600); }
+    constexpr int hours() const noexcept { return static_cast<int>(seconds32() / 3600); }
 
     /// The minute of the hour, 0 to 59.
-    constexpr int minutes() const noexcept { return static_cast<int>(secondsOfDay_ % 3600 / 60); }
+    constexpr int minutes() const noexcept { return static_cast<int>(seconds32() / 60 % 60); }
 
     /// The second of the minute, 0 to 59.
-    constexpr int seconds() const noexcept { return static_cast<int>(secondsOfDay_ % 60); }
+    constexpr int seconds() const noexcept { return static_cast<int>(seconds32() % 60); }
 
     /// The record of the time.
     constexpr DCnrTime asICnrTime() const noexcept {
@@ -125,6 +125,9 @@ private:
     static constexpr long secondsPerDay = 86400;
 
     long secondsOfDay_ = 0;
+
+    /// In a type whose divisions are the shortest.
+    constexpr std::uint32_t seconds32() const noexcept { return static_cast<std::uint32_t>(secondsOfDay_); }
 
     static constexpr long withinDay(long seconds) noexcept {
         long const rest = seconds % secondsPerDay;

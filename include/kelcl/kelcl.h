@@ -12,6 +12,7 @@
 #include <kelcl/dmessagetext.h>
 #include <kelcl/dnlsutil.h>
 #include <kelcl/dstring.h>
+#include <kelcl/dtext.h>
 #include <kelcl/dtime.h>
 #include <kelcl/dtrace.h>
 

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
@@ -17,6 +18,20 @@
 #include <vector>
 
 #include <dlfcn.h>
+
+namespace {
+
+std::size_t lastBlock = 0; // the size that was asked for last
+
+} // namespace
+
+void* operator new[](std::size_t size) {
+    lastBlock = size;
+    if (void* const block = std::malloc(size)) return block;
+    throw std::bad_alloc();
+}
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
 
 namespace {
 
@@ -43,6 +58,27 @@ TEST(BinaryLayout, ABufferHasAHeaderOfSixteenBytesWithTheTextRightAfterIt) {
     EXPECT_EQ(offsetIn(buffer, buffer->contents()), 16U);
     EXPECT_EQ(sizeof buffer->refs, 4U);
     EXPECT_EQ(sizeof buffer->length, 4U);
+}
+
+// Programs have compiled in how much room there is after a text, and append to it.
+TEST(BinaryLayout, ABlockHasTheRoomAfterItsTextThatProgramsCountOn) {
+    struct Case {
+        unsigned int length, room;
+    };
+    for (auto const [length, room] :
+         {Case{1, 6},     {6, 1},      {7, 0},       {8, 15},          {22, 1},     {23, 0},    {24, 15},
+          {102, 1},       {103, 0},    {104, 15},    {230, 1},         {231, 0},    {232, 31},  {998, 1},
+          {999, 0},       {1000, 255}, {1255, 0},    {1256, 255},      {2024, 511}, {65510, 1}, {65511, 0},
+          {65512, 32767}, {98279, 0},  {1048551, 0}, {1048552, 524287}}) {
+        std::string const text(length, 'x');
+        DString appended(text);
+        EXPECT_GE(lastBlock, 16 + length + room + 1) << "for a text of " << length;
+        char const* const place = appended.c_str();
+        for (unsigned int i = 0; i < room; ++i)
+            appended += 'y';
+        EXPECT_EQ(appended.c_str(), place) << "a text of " << length << " grows where it stands";
+        EXPECT_TRUE(appended == text + std::string(room, 'y'));
+    }
 }
 
 TEST(BinaryLayout, TheRootClassesAreEmptyAndOnePointer) {

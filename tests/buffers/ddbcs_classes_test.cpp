@@ -2,7 +2,9 @@
 #include "tests/buffers/ddbcsbuffer_support.h"
 #include "tests/characters/multi_byte_support.h"
 
+#include <algorithm>
 #include <climits>
+#include <cwchar>
 #include <cwctype>
 
 namespace {
@@ -107,6 +109,91 @@ TEST(Classes, AreThoseOfAllCharactersAndOfNoEmptyText) {
             ASSERT_EQ((owned.get()->*type.test)(), expected) << type.name << " of " << hex(text);
         }
     }
+}
+
+/// All characters that come back as themselves, in random order, but for the marks that some encodings join
+/// with the letter before them.
+std::vector<mb::Character> allCharacters() {
+    std::vector<mb::Character> characters;
+    constexpr std::wstring_view joined = L"\u02E5\u02E9\u0300\u0301\u0304\u030C\u309A";
+    for (long value = 1; value < 0x20000; ++value) {
+        if (joined.find(static_cast<wchar_t>(value)) != joined.npos) continue;
+        char bytes[MB_LEN_MAX];
+        std::mbstate_t state{};
+        std::size_t const length = std::wcrtomb(bytes, static_cast<wchar_t>(value), &state);
+        if (length == static_cast<std::size_t>(-1)) continue;
+        std::string const text(bytes, length);
+        if (mb::charactersOf(text).size() == 1 && mb::valueOf(text) == value) characters.push_back({0, text});
+    }
+    std::shuffle(characters.begin(), characters.end(), std::mt19937(8));
+    return characters;
+}
+
+TEST(Classes, OfALongTextAreThoseOfEachOfItsCharacters) {
+    if (!mb::isMultiByte()) return;
+    std::vector<mb::Character> const all = allCharacters();
+    ASSERT_GT(all.size(), 1000U);
+    for (Class const& type : classes) {
+        std::string members;
+        std::string other;
+        for (mb::Character const& character : all)
+            (isInClass(type, mb::valueOf(character.bytes)) ? members : other) += character.bytes;
+        if (members.size() < 300) continue; // the class has few members
+        std::string const oddOne = mb::charactersOf(other).back().bytes;
+        EXPECT_TRUE((buffer(members + members).get()->*type.test)()) << type.name;
+        EXPECT_FALSE((buffer(members + oddOne + members).get()->*type.test)()) << type.name;
+        EXPECT_FALSE((buffer(members + members + oddOne).get()->*type.test)()) << type.name;
+    }
+}
+
+TEST(Kinds, OfALongTextAreThoseOfItsCharacters) {
+    if (!mb::isMultiByte()) return;
+    std::string wide;
+    std::string others;
+    for (mb::Character const& character : allCharacters())
+        (character.bytes.size() >= 2 && wcwidth(mb::valueOf(character.bytes)) >= 2 ? wide : others) +=
+            character.bytes;
+    std::string const oneWide = mb::charactersOf(wide).back().bytes;
+    std::string const oneOther = mb::charactersOf(others).back().bytes;
+    EXPECT_TRUE(buffer(wide + wide)->isMBCS());
+    EXPECT_FALSE(buffer(wide + oneOther + wide)->isMBCS());
+    EXPECT_FALSE(buffer(wide + "a")->isMBCS());
+    EXPECT_TRUE(buffer(others + others)->isSBCS());
+    EXPECT_FALSE(buffer(others + oneWide + others)->isSBCS());
+    EXPECT_TRUE(buffer(wide + wide)->isValidMBCS());
+    EXPECT_FALSE(buffer(wide + "a" + wide)->isValidMBCS());
+    if (!mb::samples().invalid.empty()) {
+        EXPECT_FALSE(buffer(wide + mb::samples().invalid)->isValidMBCS());
+    }
+}
+
+TEST(Case, OfALongTextIsThatOfEachOfItsCharacters) {
+    if (!mb::isMultiByte()) return;
+    mb::SwitchAt const on(1);
+    std::string text;
+    std::string upper;
+    std::string lower;
+    for (mb::Character const& character : allCharacters()) {
+        wchar_t const value = mb::valueOf(character.bytes);
+        char bytes[2][MB_LEN_MAX];
+        std::mbstate_t state{};
+        auto const up = static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(value)));
+        auto const low = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(value)));
+        std::size_t const upLength = std::wcrtomb(bytes[0], up, &state);
+        state = {};
+        std::size_t const lowLength = std::wcrtomb(bytes[1], low, &state);
+        constexpr auto none = static_cast<std::size_t>(-1);
+        if (upLength == none || lowLength == none) continue; // the encoding lacks the other case
+        if (upLength == 0 || lowLength == 0) continue;       // or holds it back until the next one
+        for (int twice = 0; twice < 2; ++twice) {
+            text += character.bytes;
+            upper.append(bytes[0], upLength);
+            lower.append(bytes[1], lowLength);
+        }
+    }
+    operations::Owned const owned = buffer(text + text);
+    EXPECT_EQ(operations::Owned(owned->upperCase()).text(), upper + upper);
+    EXPECT_EQ(operations::Owned(owned->lowerCase()).text(), lower + lower);
 }
 
 TEST(Classes, HaveNoBytesThatAreNoCharacter) {

@@ -103,6 +103,28 @@ TEST(MultiByteStrip, LeadByteAloneAsTheSetStripsTheEndToNothingByDesign) {
     });
 }
 
+/// Runs of blanks, short and long, with characters of the class that are not ASCII among them.
+TEST(MultiByteStrip, OfWhiteSpaceIsWhatATestOfEachCharacterSays) {
+    auto const asked = [](int c) { return tql_iswspace(c); };
+    SwitchAt const at(on);
+    std::mt19937 random(13);
+    std::vector<string> const& parts = mb::wholeParts();
+    std::vector<string> blanks = {" ", "\t", "\r\n", string(40, ' '), string(130, '\t')};
+    if (mb::isUtf8()) blanks.insert(blanks.end(), {"\u3000", "\u2003 ", "\u00A0", "\u2029\t\u3000"});
+    for (int turn = 0; turn < 600; ++turn) {
+        string text;
+        for (std::size_t n = random() % 4; n > 0; --n)
+            text += blanks[random() % blanks.size()];
+        for (std::size_t n = random() % 5; n > 0; --n)
+            text += parts[random() % parts.size()];
+        for (std::size_t n = random() % 4; n > 0; --n)
+            text += blanks[random() % blanks.size()];
+        DString stripped(text.data(), mb::lengthOf(text));
+        stripped.strip();
+        ASSERT_EQ(string(stripped.c_str(), stripped.length()), strip(text, asked, DStringEnum::both));
+    }
+}
+
 TEST(MultiByteStrip, TestThatThrowsLeavesTheReceiver) {
     inBothStates([] {
         Owned const text = mb::buffer(" " + mb::samples().two.bytes);

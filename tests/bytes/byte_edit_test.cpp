@@ -1,5 +1,6 @@
 // The edits that keep the length, against plain ones.
 
+#include "bytes/byte_copy.h"
 #include "bytes/byte_edit.h"
 #include "tests/bytes/texts.h"
 
@@ -62,6 +63,31 @@ template <class Edit>
 void expectBothWays(std::string_view text, std::string_view wanted, Edit edit) {
     expectCopies(text, wanted, edit);
     expectEditsInPlace(text, wanted, [&](char* bytes, std::size_t n) { edit(bytes, bytes, n); });
+}
+
+TEST(Copy, CopiesEveryLengthToEveryDistance) {
+    std::mt19937 random(100);
+    for (std::size_t n = 0; n <= longest; ++n) {
+        std::string const text = randomBytes(random, n);
+        expectCopies(text, text, kelcl::copyBytes);
+    }
+}
+
+TEST(Copy, CopiesLongPiecesThatMoveByAFewBytesModuloAPage) {
+    constexpr std::size_t page = 4096;
+    std::mt19937 random(101);
+    std::string const text = randomBytes(random, 3 * page);
+    alignas(64) static char room[9 * page];
+    for (std::size_t const n : {2047U, 2048U, 2049U, 4095U, 4096U, 4097U, 6145U, 12288U})
+        for (std::size_t shift = 0; shift < 80; ++shift) {
+            std::memcpy(room, text.data(), n);
+            char* const out = room + 4 * page + shift;
+            std::memset(room + 4 * page, '#', 5 * page);
+            kelcl::copyBytes(out, room, n);
+            ASSERT_EQ(std::string_view(out, n), std::string_view(text).substr(0, n));
+            ASSERT_EQ(std::string_view(out - shift, shift), std::string(shift, '#'));
+            ASSERT_EQ(std::string_view(out + n, 64), std::string(64, '#'));
+        }
 }
 
 TEST(CaseMapping, ChangesTheTwentySixLettersOfAsciiOnly) {
@@ -233,6 +259,56 @@ TEST(Combination, OfATextWithItselfWorksInPlace) {
         EXPECT_EQ(text, std::string(n, 'x'));
         kelcl::combine(text.data(), n, text.data(), n, BitOperation::bitExclusiveOr);
         EXPECT_EQ(text, std::string(n, '\0'));
+    }
+}
+
+char plainReplaced(char byte, std::string_view from, std::string_view to, char pad) {
+    std::size_t const place = from.find(byte);
+    if (place == std::string_view::npos) return byte;
+    return place < to.size() ? to[place] : pad;
+}
+
+TEST(Replacements, ReplaceByTheFirstPlaceOfEachByteWhateverTheSizes) {
+    std::mt19937 random(120);
+    for (std::size_t listed : {0U, 1U, 2U, 4U, 7U, 8U, 9U, 30U, 60U})
+        for (std::size_t n = 0; n <= 700; n += n < longest ? 1 : 57) {
+            std::string const from = randomText(random, listed, "abcdefghijklmnop\xE4\xFF");
+            std::string const to = randomBytes(random, random() % (listed + 2));
+            std::string const text = randomText(random, n, "abcdefghijklmnopqrstuvwxyz\xE4\xFF");
+            kelcl::Replacements const replacements(from, to, '-', n);
+            auto const plain = [&](char byte) { return plainReplaced(byte, from, to, '-'); };
+            for (char const byte : allBytes())
+                ASSERT_EQ(replacements.of(byte), plain(byte));
+            std::string const wanted = plainMapped(text, plain);
+            std::string copy(n, '#');
+            replacements.copy(copy.data(), text.data(), n);
+            ASSERT_EQ(copy, wanted);
+            copy = text;
+            replacements.copy(copy.data(), copy.data(), n);
+            ASSERT_EQ(copy, wanted);
+            std::size_t const first = replacements.findFirst(text, from);
+            ASSERT_EQ(first == std::string::npos, text.find_first_of(from) == std::string::npos);
+            if (first == std::string::npos) continue;
+            ASSERT_NE(from.find(text[first]), std::string::npos);
+            ASSERT_EQ(text.substr(0, first), wanted.substr(0, first));
+        }
+}
+
+TEST(Replacements, KeepTheListsThatArePartOfTheText) {
+    std::string text = "b aaab b  ab";
+    std::string_view const lists(text);
+    kelcl::Replacements const replacements(lists.substr(0, 3), lists.substr(5, 3), '-', text.size());
+    replacements.copy(text.data(), text.data(), text.size());
+    EXPECT_EQ(text, "b bbbb b  bb"); // a to b, and the others to themselves
+}
+
+TEST(Replacements, TouchNoByteBesideTheTexts) {
+    std::mt19937 random(121);
+    for (std::size_t n = 0; n <= longest; ++n) {
+        std::string const text = randomText(random, n, "abcd");
+        kelcl::Replacements const replacements("ab", "x", '-', n);
+        expectCopies(text, plainMapped(text, [](char c) { return plainReplaced(c, "ab", "x", '-'); }),
+                     [&](char* out, char const* in, std::size_t size) { replacements.copy(out, in, size); });
     }
 }
 

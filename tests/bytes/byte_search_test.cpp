@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <vector>
 
 namespace {
 
@@ -94,7 +96,25 @@ std::size_t plainCount(std::string_view text, std::string_view pattern) {
     return result;
 }
 
+std::vector<std::uint32_t> plainList(std::string_view text, std::string_view pattern, std::size_t most) {
+    std::vector<std::uint32_t> result;
+    for (std::size_t at = text.find(pattern); at != std::string_view::npos && result.size() < most;
+         at = text.find(pattern, at + pattern.size()))
+        result.push_back(static_cast<std::uint32_t>(at));
+    return result;
+}
+
+std::vector<std::uint32_t> listed(std::string_view text, std::string_view pattern, std::size_t most) {
+    std::vector<std::uint32_t> result(most + 1, 12345);
+    std::size_t const count = kelcl::listPattern(text, pattern, result.data(), most);
+    EXPECT_EQ(result.back(), 12345U);
+    result.resize(count);
+    return result;
+}
+
 void expectPatternSearchesAsPlain(std::string_view text, std::string_view pattern) {
+    for (std::size_t const most : {0U, 1U, 3U, 400U})
+        ASSERT_EQ(listed(text, pattern, most), plainList(text, pattern, most)) << pattern;
     ASSERT_EQ(kelcl::findPattern(text, pattern), text.find(pattern)) << pattern;
     ASSERT_EQ(kelcl::findLastPattern(text, pattern), text.rfind(pattern)) << pattern;
     ASSERT_EQ(kelcl::countPattern(text, pattern), plainCount(text, pattern)) << pattern;
@@ -166,6 +186,8 @@ TEST(PatternSearch, TakesTheLastOfManyMatchesAfterManyNearMatches) {
     EXPECT_EQ(kelcl::findPattern(text, word), 7 * word.size());
     EXPECT_EQ(kelcl::findLastPattern(text, word), 301 * word.size());
     EXPECT_EQ(kelcl::countPattern(text, word), 3U);
+    EXPECT_EQ(listed(text, word, 9), plainList(text, word, 9));
+    EXPECT_EQ(listed(text, word, 2), plainList(text, word, 2));
 }
 
 TEST(PatternCount, DoesNotCountOverlappingMatches) {

@@ -48,6 +48,12 @@ void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
     ASSERT_EQ(kelcl::findFirstNotIn(text, set), text.find_first_not_of(members));
     ASSERT_EQ(kelcl::findLastIn(text, set), text.find_last_of(members));
     ASSERT_EQ(kelcl::findLastNotIn(text, set), text.find_last_not_of(members));
+    if (!members.empty()) {
+        ASSERT_EQ(kelcl::findFirstIn(text, members), text.find_first_of(members));
+        ASSERT_EQ(kelcl::findFirstNotIn(text, members), text.find_first_not_of(members));
+        ASSERT_EQ(kelcl::findLastIn(text, members), text.find_last_of(members));
+        ASSERT_EQ(kelcl::findLastNotIn(text, members), text.find_last_not_of(members));
+    }
     ASSERT_EQ(kelcl::maskOfStartNotIn(text, set), plainMaskNotIn(text, members));
     ASSERT_EQ(kelcl::countIn(text, set),
               static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [&](char c) {
@@ -55,6 +61,9 @@ void expectSetSearchesAsPlain(std::string_view text, std::string_view members) {
               })));
     std::vector<std::string_view> const runs = plainRuns(text, members);
     ASSERT_EQ(kelcl::countRunsNotIn(text, set), runs.size());
+    for (std::size_t i = 0; i < runs.size(); ++i)
+        ASSERT_EQ(text.data() + kelcl::findRunNotIn(text, i + 1, set), runs[i].data());
+    ASSERT_EQ(kelcl::findRunNotIn(text, runs.size() + 1, set), kelcl::notFound);
     std::vector<std::string_view> const walked = walkedRuns(text, set);
     ASSERT_EQ(walked, runs);
     for (std::size_t i = 0; i < runs.size(); ++i)
@@ -128,6 +137,28 @@ TEST(SetSearch, AgreesWithPlainSearchesForSetsOfEverySize) {
     for (std::size_t members = 0; members <= 256; ++members)
         for (int round = 0; round < 20; ++round)
             expectSetSearchesAsPlain(randomBytes(random, random() % 300), randomBytes(random, members));
+}
+
+TEST(SetSearch, ReadsNoByteBeyondTextOrMembers) {
+    static GuardedPages ofText;
+    static GuardedPages ofMembers;
+    std::mt19937 random(204);
+    for (std::size_t n = 0; n <= 70; ++n)
+        for (std::size_t m = 1; m <= 70; ++m) {
+            std::string const text = randomText(random, n, "abcd\xE4");
+            std::string members = randomText(random, m, "cdefghijklmnopqrstuvwxyz\xE4");
+            expectSetSearchesAsPlain(ofText.atEnd(text), ofMembers.atEnd(members));
+            expectSetSearchesAsPlain(ofText.atBegin(text), ofMembers.atBegin(members));
+        }
+}
+
+TEST(SetSearch, TellsMembersAbove127InLongTexts) {
+    std::mt19937 random(205);
+    for (std::size_t n = 60; n <= 300; ++n) {
+        std::string const text = randomText(random, n, "ab\x61\xE1\xE2");
+        for (std::string_view const members : {"ab", "a\xE1", "\xE1\xE2", "ab\xE1\xE2", "xyz"})
+            expectSetSearchesAsPlain(text, members);
+    }
 }
 
 TEST(RunCount, CountsWordsAcrossTheSeamsOfBlocks) {

@@ -91,6 +91,7 @@ void expectAsInModel(std::string const& text) {
     kelcl::Extent const run = kelcl::plainUtf8Run(p, text.size());
     ASSERT_EQ(run.bytes, model.bytes);
     ASSERT_EQ(run.characters, model.values.size());
+    ASSERT_EQ(kelcl::isPlainUtf8(p, text.size()), model.bytes == text.size());
 
     // Room for exactly as many characters as there are: nothing may be written past the last one.
     auto* const wide = reinterpret_cast<wchar_t*>(output.last(model.values.size() * sizeof(wchar_t)));
@@ -104,7 +105,7 @@ void expectAsInModel(std::string const& text) {
     for (size_t at = 0; at < plain.size(); at += decodeByDefinition(plain, at).length)
         backwards.insert(0, plain, at, decodeByDefinition(plain, at).length);
     char* const reversed = output.last(plain.size());
-    kelcl::reverseUtf8(reversed, plain.data(), plain.size());
+    kelcl::reverseUtf8(reversed, p, plain.size());
     ASSERT_EQ(std::string(reversed, plain.size()), backwards);
 
     char* const narrow = input.last(model.bytes); // over the text itself
@@ -237,6 +238,26 @@ TEST(Utf8, OfRandomBytesIsPlainAsFarAsTheDefinitionGoes) {
             text[texts.below(text.size())] = bytes[texts.below(sizeof bytes - 1)];
         ASSERT_NO_FATAL_FAILURE(expectAsInModel(text));
     }
+}
+
+/// Each mistake, and each character that the end cuts off, at each place of the blocks that are looked at
+/// together, with ASCII or longer characters around it.
+TEST(Utf8, IsPlainOnlyWithoutAMistakeAnywhere) {
+    static GuardedPages input;
+    Texts texts(6);
+    for (std::string const& around :
+         std::vector<std::string>{std::string(400, 'a'), texts.valid(200, 4, 4), texts.valid(200, 3, 3)})
+        for (std::string const& odd :
+             std::vector<std::string>{"\x80", "\xC1\xBF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF", "\xC3",
+                                      "\xE4\xB8", "\xF0\x9F\x98", "\xC3\xA4", "\xF0\x9F\x98\x80"})
+            for (size_t front = 0; front < 300; ++front)
+                for (size_t const back : {0U, 1U, 2U, 3U, 31U, 130U}) {
+                    std::string const text = around.substr(0, front) + odd + around.substr(0, back);
+                    char* const p = input.last(text.size());
+                    std::copy(text.begin(), text.end(), p);
+                    ASSERT_EQ(kelcl::isPlainUtf8(p, text.size()), modelOf(text).bytes == text.size())
+                        << front << ' ' << back;
+                }
 }
 
 TEST(Utf8, IsCountedUpToALimit) {

@@ -176,6 +176,26 @@ TEST(DateNumbers, FarDatesRepeatTheCyclesOfTheirCalendar) {
     }
 }
 
+TEST(DateNumbers, TheShortWayToADateEndsWhereTheLongOneDoes) {
+    for (std::uint32_t day = 0; day < kelcl::nearDays; ++day) {
+        kelcl::CalendarDate const near = kelcl::nearCalendarDate(day);
+        kelcl::CalendarDate const any = kelcl::anyCalendarDate(kelcl::lastJulianDay + 1 + day);
+        ASSERT_TRUE(near.year == any.year && near.month == any.month && near.day == any.day) << day;
+    }
+    static_assert(kelcl::nearDays > 16000000);
+}
+
+TEST(DateNumbers, TheShortWayFromADateEndsWhereTheLongOneDoes) {
+    for (int year = 1753; kelcl::isNearDay(1, 1, year); ++year)
+        for (int month = 1; month <= 12; ++month)
+            for (int day : {1, 2, 28, 29, 30, 31, 32, 366, INT_MAX - 40, INT_MAX})
+                ASSERT_EQ(kelcl::nearDayNumber(month, day, year), kelcl::anyDayNumber(month, day, year))
+                    << year << '-' << month << '-' << day;
+    static_assert(kelcl::isNearDay(12, 31, 9999) && !kelcl::isNearDay(9, 14, 1752));
+    static_assert(!kelcl::isNearDay(0, 1, 2000) && !kelcl::isNearDay(13, 1, 2000) &&
+                  !kelcl::isNearDay(1, 0, 2000));
+}
+
 TEST(DateNumbers, TheYearsAtTheEndsOfAnIntAreExact) {
     // 2047 is as many days into its cycle as 2147483647, 5368704 cycles later.
     PlainDate const last{INT_MAX, 12, 31, 365};

@@ -35,7 +35,7 @@ refuses "abi takes --update or nothing: ./dev abi [--update]" abi --upgrade
 refuses "package takes --update or nothing: ./dev package [--update]" package all
 refuses "fuzz takes a number of seconds, then the name of a target: ./dev fuzz 600 trace" fuzz long
 refuses "cross takes a machine, aarch64, s390x or nehalem, then arguments for ctest: ./dev cross aarch64 -R string" cross vax
-refuses "docs takes no arguments: ./dev docs" docs --open
+refuses "docs takes --update or nothing: ./dev docs [--update]" docs --open
 refuses "setup takes no arguments: ./dev setup" setup all
 (
     export KELCL_PRESET=fast

@@ -144,7 +144,7 @@ bool isWholeProgram(FoundSample const& sample) {
 
 /// What stands at file scope even if the sample is inside of a function.
 void writeIncludes(std::ostream& out, std::vector<FoundSample> const& samples) {
-    out << "#include \"tests/docs/sample.h\"\n#include <kelcl/kelcl.h>\n";
+    out << "#include \"tests/docs/sample.h\"\n#include <kelcl/fmt.h>\n#include <kelcl/kelcl.h>\n";
     for (char const* header :
          {"algorithm", "cctype", "cerrno", "clocale", "cstdio", "cstdlib", "iomanip", "iostream", "map",
           "new", "sstream", "string", "string_view", "thread", "unordered_set", "vector"})

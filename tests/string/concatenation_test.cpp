@@ -53,6 +53,57 @@ TEST(StringConcatenation, OfAStringWithItselfDoublesIt) {
     EXPECT_EQ(textOf(text + text.c_str()), "abcabc");
 }
 
+TEST(StringConcatenation, WithATemporaryOnTheLeftIsWhatItIsWithoutOne) {
+    DString const middle("m\0n"s);
+    for (std::size_t length = 0; length < 130; ++length) {
+        std::string const front(length, 'f');
+        DString const left(front);
+        expectOwnText(DString(front) + middle, front + "m\0n"s);
+        expectOwnText(DString(front) + "cd", front + "cd");
+        expectOwnText(DString(front) + 'c', front + 'c');
+        expectOwnText(DString(front) + "x\0y"sv, front + "x\0y"s);
+        expectOwnText(left + ", " + middle + ": " + left + '.', front + ", m\0n: "s + front + '.');
+        EXPECT_EQ(textOf(left), front);
+    }
+}
+
+TEST(StringConcatenation, TakesOverTheTextOfATemporaryThatHasRoom) {
+    DString text("12345678"); // 15 more would fit
+    char const* const place = text.c_str();
+    DString const longer = std::move(text) + "9";
+    EXPECT_EQ(longer.c_str(), place);
+    EXPECT_EQ(textOf(longer), "123456789");
+    EXPECT_TRUE(text.isEmpty());
+    text = "in use again";
+    EXPECT_EQ(textOf(text + longer), "in use again123456789");
+}
+
+TEST(StringConcatenation, OfATemporaryWithItselfDoublesIt) {
+    DString text("abcdefgh");
+    EXPECT_EQ(textOf(std::move(text) + text), "abcdefghabcdefgh");
+}
+
+TEST(StringConcatenation, LeavesTheCopiesOfATemporaryAlone) {
+    DString const kept("12345678");
+    expectOwnText(DString(kept) + "9", "123456789");
+    EXPECT_EQ(textOf(kept), "12345678");
+    EXPECT_EQ(refsOf(kept), 1U);
+}
+
+TEST(StringConcatenation, HasTheDefaultClassAlsoWithAHostsTemporary) {
+    expectOwnText(DString(makeIn<HostFactoryBuffer>("abc", guardSize)) + "d", "abcd");
+    expectOwnText(DString(makeIn<HostFactoryBuffer>("abc", guardSize)) + 'd', "abcd");
+    expectOwnText(DString(makeIn<HostFactoryBuffer>("abc", guardSize)) + DString("d"), "abcd");
+}
+
+TEST(StringConcatenation, HasTheDefaultClassAlsoWithAPlainTemporary) {
+    Owned const plain = plainBuffer("12345678");
+    plain->take();
+    expectOwnText(DString(plain.get()) + "9", "123456789");
+    expectOwnText(DString(makeIn<DBuffer>("12345678", guardSize)) + "a text for which there is no room",
+                  "12345678a text for which there is no room");
+}
+
 /// A string whose buffer says that it is very long. Only its length may be looked at.
 class ClaimedLength {
 public:

@@ -30,6 +30,28 @@ TEST(ElementAccess, CountsFromOneAndTakesZeroAsOneToo) {
     static_assert(std::is_same_v<decltype(constant[1]), char const&>);
 }
 
+/// The same operators through their addresses, as programs call them that were compiled when they were not
+/// inline.
+TEST(ElementAccess, OutOfLineIsTheSame) {
+    char const& (DString::*volatile readByInt)(int) const = &DString::operator[];
+    char const& (DString::*volatile readByUnsigned)(unsigned int) const = &DString::operator[];
+    char& (DString::*volatile writeByInt)(int) = &DString::operator[];
+    char& (DString::*volatile writeByUnsigned)(unsigned int) = &DString::operator[];
+    DString text("abc");
+    DString const& constant = text;
+    for (int index = 0; index <= 3; ++index) {
+        auto const asUnsigned = static_cast<unsigned int>(index);
+        EXPECT_EQ(&(constant.*readByInt)(index), &constant[index]);
+        EXPECT_EQ(&(constant.*readByUnsigned)(asUnsigned), &constant[index]);
+        EXPECT_EQ(&(text.*writeByInt)(index), &text[index]);
+        EXPECT_EQ(&(text.*writeByUnsigned)(asUnsigned), &text[index]);
+    }
+    DString const copy(text);
+    (text.*writeByInt)(5) = 'e';
+    EXPECT_EQ(contentsOf(text), "abc e");
+    EXPECT_EQ(contentsOf(copy), "abc");
+}
+
 TEST(ElementAccess, RefersIntoTheTextOfASoleOwner) {
     DString text("abc");
     char const* const data = text.data();

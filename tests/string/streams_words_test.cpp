@@ -153,6 +153,43 @@ TEST(StringExtraction, NeverWritesIntoASharedText) {
     EXPECT_EQ(refsOf(witness), 1U);
 }
 
+TEST(StringExtraction, ReadsOneWordAfterTheOtherIntoTheSameString) {
+    std::string line;
+    for (std::size_t i = 0; i < 3000; ++i)
+        line += std::string(i * i % 211 + 1, static_cast<char>('a' + i % 26)) + ' ';
+    std::istringstream ours(line), theirs(line);
+    DString word;
+    for (std::string expected; theirs >> expected;) {
+        ours >> word;
+        ASSERT_EQ(textOf(word), expected);
+        ASSERT_EQ(word.c_str()[expected.size()], '\0');
+        ASSERT_EQ(word + 'x', expected + 'x') << "the text may grow after it";
+    }
+    EXPECT_FALSE(ours >> word);
+    EXPECT_TRUE(word.isEmpty());
+}
+
+TEST(StringExtraction, WritesWordsOfLikeLengthWhereTheTextStands) {
+    // Bytes that are a character each in every encoding, so that none is cut.
+    std::istringstream in("+++ ----- *********************");
+    DString word("begin");
+    char const* const place = word.c_str();
+    in >> word;
+    EXPECT_EQ(textOf(word), "+++");
+    EXPECT_EQ(word.c_str(), place);
+    in >> word;
+    EXPECT_EQ(textOf(word), "-----");
+    EXPECT_EQ(word.c_str(), place);
+    in >> word;
+    EXPECT_EQ(textOf(word), std::string(21, '*'));
+    word = DString(nullptr, 1000, 'x');
+    char const* const large = word.c_str();
+    DString const kept(word);
+    std::istringstream("short") >> word;
+    EXPECT_EQ(textOf(word), "short");
+    EXPECT_NE(word.c_str(), large) << "a short word does not keep a large block";
+}
+
 TEST(StringExtraction, ReadsAVeryLongWord) {
     std::string const word(1U << 20, 'w');
     std::istringstream in(" " + word + " rest");

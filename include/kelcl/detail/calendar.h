@@ -25,12 +25,12 @@ struct CalendarDate {
     int day;
 };
 
-/// The day number of a date.
+/// The day number of a date, whatever its numbers are.
 ///
 /// Before year n there are 365 n days and one for each of the leap years 0, 4, 8 ... below n, floor((n + 3) /
 /// 4) of them (the shift rounds down). After the switch the leap days of the centuries since 1700 that are
 /// none in the Gregorian calendar are taken away, and the days dropped.
-constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
+constexpr std::int64_t anyDayNumber(int month, int day, int year) noexcept {
     std::int64_t const wideYear = year;
     std::int64_t const n = wideYear - (year > 0 ? 1 : 0) + 4713;
     // Of the centuries those divisible by 16 are those divisible by 400.
@@ -44,19 +44,52 @@ constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
     return corrected <= lastJulianDay ? lastJulianDay : corrected;
 }
 
-/// The inverse of `dayNumber`.
+/// The years and days that `dayNumber` takes the short way for: from the year after the switch on, and days
+/// from the first of the month on.
+constexpr bool isNearDay(int month, int day, int year) noexcept {
+    return month >= 1 && month <= 12 && day >= 1 && year > 1752 && year < 1 << 15;
+}
+
+/// The same in the Gregorian calendar, by numbers of 32 bits. The year is taken to begin in March, so that a
+/// leap day is the last one of its year, and its months begin at floor((979 m - 2919) / 32), m from 3 to 14.
+constexpr std::int64_t nearDayNumber(int month, int day, int year) noexcept {
+    constexpr std::int64_t dayBefore = 1721119; // the day before 1 March of a Gregorian year 0
+    bool const isInNextYear = month <= 2;
+    auto const marchYear = static_cast<std::uint32_t>(year - (isInNextYear ? 1 : 0));
+    auto const marchMonth = static_cast<std::uint32_t>(month + (isInNextYear ? 12 : 0));
+    std::uint32_t const century = marchYear / 100;
+    return dayBefore + (1461 * marchYear / 4 - century + century / 4 + (979 * marchMonth - 2919) / 32) + day;
+}
+
+/// The day number of a date.
+constexpr std::int64_t dayNumber(int month, int day, int year) noexcept {
+    return isNearDay(month, day, year) ? nearDayNumber(month, day, year) : anyDayNumber(month, day, year);
+}
+
+/// The month and day of a day in a year taken to begin in March, so that a leap day is the last one of its
+/// year. There month m, of 153 days in five, begins at floor((153 m + 2) / 5).
+struct DayFromMarch {
+    /// `day` counts from 0 to 365.
+    constexpr explicit DayFromMarch(std::uint32_t day) noexcept
+        : scaled(2141 * day + 197913), isInNextYear(day >= 306) {}
+
+    constexpr int month() const noexcept { return static_cast<int>(scaled >> 16) - (isInNextYear ? 12 : 0); }
+    constexpr int day() const noexcept { return static_cast<int>((scaled & 0xFFFF) / 2141) + 1; }
+
+    std::uint32_t scaled; ///< The month with the part of it that has passed, in units of 1/65536.
+    bool isInNextYear;    ///< January or February of it.
+};
+
+/// The inverse of `dayNumber`, for every day number.
 ///
 /// First a Gregorian day becomes the day of that date in a Julian calendar that goes on: 10 days later in
 /// March 1600, and one more for each century since that did not bring a 29 February. Centuries of March years
-/// have 36524 days, every fourth one more: century k begins at floor(146097 k / 4).
-///
-/// Then years are taken to begin in March, so that a leap day is the last one of its year, and in cycles of
-/// four. Month m of a year, of 153 days in five, begins at floor((153 m + 2) / 5). A start at floor((a k + b)
-/// / c) inverts to k = floor((c day + c - 1 - b) / a).
+/// have 36524 days, every fourth one more: century k begins at floor(146097 k / 4). Then years are taken in
+/// cycles of four. A start at floor(a k / 4) inverts to k = floor((4 day + 3) / a).
 ///
 /// Every day number gives a month and a day that exist; a year that does not fit an `int` loses its high
 /// bits.
-constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
+constexpr CalendarDate anyCalendarDate(std::int64_t dayNumber) noexcept {
     auto const number = static_cast<std::uint64_t>(dayNumber);
     std::uint64_t const centuries = (4 * (number - 2305508) + 3) / 146097; // Since 1 March 1600.
     std::uint64_t const julian = dayNumber > lastJulianDay ? number + 10 + centuries - centuries / 4 : number;
@@ -65,16 +98,36 @@ constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
     constexpr std::uint64_t cyclesBefore = std::uint64_t{1} << 30;
     std::uint64_t const sinceFirstMarch = julian - 60 + 1461 * cyclesBefore;
     auto const cycle = static_cast<std::int64_t>(sinceFirstMarch / 1461 - cyclesBefore);
-    auto const dayOfCycle = static_cast<unsigned int>(sinceFirstMarch % 1461);
-    unsigned int const yearOfCycle = (4 * dayOfCycle + 3) / 1461;
-    unsigned int const dayOfYear = dayOfCycle - 365 * yearOfCycle;
-    unsigned int const month = (5 * dayOfYear + 2) / 153; // 0 is March.
-    unsigned int const day = (5 * dayOfYear + 2) % 153 / 5 + 1;
+    std::uint32_t const quarters = 4 * static_cast<std::uint32_t>(sinceFirstMarch % 1461) + 3;
+    DayFromMarch const day(quarters % 1461 / 4);
 
     // Without a gap: year 0 is the one before year 1, and cycle 0 begins in -4712.
-    std::int64_t const year = 4 * cycle + yearOfCycle + (month >= 10 ? 1 : 0) - 4712;
-    return {static_cast<int>(year - (year > 0 ? 0 : 1)),
-            static_cast<int>(month >= 10 ? month - 9 : month + 3), static_cast<int>(day)};
+    std::int64_t const year = 4 * cycle + quarters / 1461 + (day.isInNextYear ? 1 : 0) - 4712;
+    return {static_cast<int>(year - (year > 0 ? 0 : 1)), day.month(), day.day()};
+}
+
+/// The days that `calendarDate` takes the short way for: 45,000 years from the switch on.
+inline constexpr std::uint64_t nearDays = std::uint64_t{1} << 24;
+
+/// The same in the Gregorian calendar, by numbers of 32 bits: centuries, then years of the century.
+///
+/// Here the quotient by 1461 comes from a product: 2939745 is 2^32 / 1461, rounded up, which is exact
+/// enough for the days of a century; the low half of the product holds the remainder.
+constexpr CalendarDate nearCalendarDate(std::uint32_t daysSinceSwitch) noexcept {
+    constexpr std::uint32_t marchBefore = lastJulianDay + 1 - 1721120; // 1 March of a Gregorian year 0
+    std::uint32_t const quarters = 4 * (daysSinceSwitch + marchBefore) + 3;
+    std::uint32_t const century = quarters / 146097;
+    std::uint64_t const scaled = std::uint64_t{2939745} * (quarters % 146097 | 3);
+    std::uint32_t const year = 100 * century + static_cast<std::uint32_t>(scaled >> 32);
+    DayFromMarch const day(static_cast<std::uint32_t>(scaled) / 2939745 / 4);
+    return {static_cast<int>(year + (day.isInNextYear ? 1 : 0)), day.month(), day.day()};
+}
+
+/// The inverse of `dayNumber`.
+constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
+    std::uint64_t const sinceSwitch = static_cast<std::uint64_t>(dayNumber) - (lastJulianDay + 1);
+    return sinceSwitch < nearDays ? nearCalendarDate(static_cast<std::uint32_t>(sinceSwitch))
+                                  : anyCalendarDate(dayNumber);
 }
 
 } // namespace kelcl

@@ -41,11 +41,48 @@ inline DString& DString::operator=(DString&& other) noexcept {
     return *this;
 }
 
+// Element access
+// ----------------------------------------------------------------------------------------------------
+
+// The index 0 becomes the largest of all, which no text reaches. A negative one is tested for, as it would be
+// within a text of more than 2 GB.
+
+inline char const& DString::operator[](unsigned int index) const {
+    return index - 1 < length() ? text_[index - 1] : rareElement(index);
+}
+
+inline char const& DString::operator[](int index) const {
+    return index > 0 && static_cast<unsigned int>(index) <= length() ? text_[index - 1] : rareElement(index);
+}
+
+inline char& DString::operator[](unsigned int index) {
+    char* const text = text_;
+    if (index - 1 >= length() || !buffer()->hasOneOwner()) return rareElement(index);
+    return text[index - 1];
+}
+
+inline char& DString::operator[](int index) {
+    return index > 0 ? (*this)[static_cast<unsigned int>(index)] : rareElement(index);
+}
+
 // Comparison and matching
 // --------------------------------------------------------------------------------------
 
-inline int DString::order(char const* data, unsigned int length) const {
-    int const code = data != nullptr ? buffer()->compare(data, length) : buffer()->compare("", 0);
+inline bool DString::comparesBytes() const noexcept {
+    return fgI18NState != 1 && kelcl::isLibraryClass(*buffer());
+}
+
+inline bool DString::equals(kelcl::Text text) const {
+    if (!comparesBytes()) return order(text) == 0;
+    return text.length == length() && (text.data == text_ || std::string_view(text_, length()) ==
+                                                                 std::string_view(text.data, text.length));
+}
+
+inline int DString::order(kelcl::Text text) const {
+    if (comparesBytes() && text.data != text_)
+        return std::string_view(text_, length()).compare({text.data, text.length});
+    int const code =
+        text.data != nullptr ? buffer()->compare(text.data, text.length) : buffer()->compare("", 0);
     return code == 2 ? -1 : code;
 }
 
@@ -168,10 +205,47 @@ DString& DString::change(T const& pattern, U const& replacement, unsigned int st
     return change(from.data, from.length, to.data, to.length, startPos, numChanges);
 }
 
+inline char* DString::lengthenInPlace(unsigned int count) noexcept {
+    DBuffer* const own = buffer();
+    unsigned int const before = own->length;
+    // A count of 0 becomes the largest of all here: there is nothing to do, and no text to copy.
+    if (count - 1 >= kelcl::roomAfter(before) || before == 0 || !own->hasOneOwner() ||
+        !kelcl::growsInPlace(*own))
+        return nullptr;
+    own->length = before + count;
+    text_[before + count] = '\0';
+    return text_ + before;
+}
+
+inline bool DString::appendInPlace(kelcl::Text text) noexcept {
+    char* const end = lengthenInPlace(text.length);
+    if (end == nullptr) return false;
+    kelcl::moveBytes(end, text.data,
+                     text.length); // which may be part of this very text, and end with its NUL
+    return true;
+}
+
+inline DString& DString::operator+=(DString const& text) { return *this += std::string_view(text); }
+
 template <class T, class>
 DString& DString::operator+=(T const& piece) {
-    kelcl::Text const text = kelcl::textOf(piece);
-    return append(text.data, text.length);
+    if constexpr (std::is_same_v<T, char>) {
+        char const byte = piece; // which may be part of this very text
+        char* const end = lengthenInPlace(1);
+        if (end == nullptr) return append(&byte, 1);
+        *end = byte;
+        return *this;
+    } else {
+        kelcl::Text const text = kelcl::textOf(piece);
+        return appendInPlace(text) ? *this : append(text.data, text.length);
+    }
+}
+
+// A text that grows keeps its class, a joined one is of that of the shared empty buffer.
+inline DString DString::followedBy(kelcl::Text text) && {
+    if (kelcl::haveOneClass(*buffer(), *DBuffer::fromContents(sharedEmpty())) && appendInPlace(text))
+        return std::move(*this);
+    return joined({text_, length()}, text);
 }
 
 // Bitwise operators
