@@ -121,8 +121,15 @@ bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& bu
     unsigned int const first = kelcl::isLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
     if (first == 0 || first > buffer.length) return true;
     std::string_view const text(buffer.contents(), buffer.length);
+    std::size_t at = first - 1;
+    if (kelcl::isUtf8Codeset()) { // ASCII bytes are characters of their own, and stand for themselves
+        std::size_t const skipped = kelcl::findFirstNotIn(text.substr(at), members.ascii);
+        if (skipped == kelcl::notFound) return true;
+        at += skipped;
+        if (static_cast<signed char>(text[at]) >= 0) return false;
+    }
     WideWalk walk(buffer);
-    std::size_t const at = skipMembers(text, first - 1, members.ascii, kelcl::identityBytes(walk.encoding()));
+    at = skipMembers(text, at, members.ascii, kelcl::identityBytes(walk.encoding()));
     if (at == text.size()) return true;
     auto const ask = [&members](int value) { return isInClass(value, members) != 0; };
     auto const yes = [](int) { return true; };

@@ -4,6 +4,8 @@
 #include "bytes/byte_set.h"
 #include "characters/character_set.h"
 
+#include <optional>
+
 namespace {
 
 using kelcl::bytesOf;
@@ -12,6 +14,12 @@ using kelcl::notFound;
 /// Whether a character of one byte can be found among those of several.
 bool isNoCharacter(char byte) {
     return byte != '\0' && !kelcl::standsAloneAnywhere(byte) && kelcl::beginsLongerCharacter(byte);
+}
+
+/// The set of some bytes if none of them can ever be part of a longer character, so that a search may go by
+/// bytes.
+std::optional<kelcl::ByteSet> byteSetOf(std::string_view bytes, kelcl::BufferSteps const& steps) {
+    return steps.standAlone(bytes) ? std::optional<kelcl::ByteSet>(bytes) : std::nullopt;
 }
 
 } // namespace
@@ -25,6 +33,10 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
         return fast ? kelcl::firstText(*this, first, {set, 1})
                     : kelcl::firstByOwnSteps(*this, first, kelcl::beginsWith(*this, {set, 1}));
     kelcl::BufferSteps steps;
+    if (auto const bytes = byteSetOf({set, setLength}, steps); bytes && fast) {
+        std::size_t const found = kelcl::findFirstIn(bytesOf(*this).substr(first - 1), *bytes);
+        return found == notFound ? 0 : first + static_cast<unsigned int>(found);
+    }
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (!fast)
         return kelcl::positionOf(
@@ -46,8 +58,9 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
     };
     if (setLength == 1) return inRest(kelcl::findByteOtherThan(rest, *set));
     kelcl::BufferSteps steps;
+    if (auto const bytes = byteSetOf({set, setLength}, steps))
+        return inRest(kelcl::findFirstNotIn(rest, *bytes));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.isByteSearchable()) return inRest(kelcl::findFirstNotIn(rest, members.singleBytes()));
     return kelcl::positionOf(
         kelcl::firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
             return !members.contains(p, bytes);
@@ -63,6 +76,8 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
         return fast ? kelcl::lastText(*this, last, {set, 1})
                     : kelcl::lastByOwnSteps(*this, last, kelcl::beginsWith(*this, {set, 1}));
     kelcl::BufferSteps steps;
+    if (auto const bytes = byteSetOf({set, setLength}, steps); bytes && fast)
+        return kelcl::positionOf(kelcl::findLastIn(bytesOf(*this).substr(0, last), *bytes));
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     if (fast) return kelcl::positionOf(members.findLast(bytesOf(*this), last, steps));
     return kelcl::lastByOwnSteps(
@@ -80,11 +95,11 @@ unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLen
     if (setLength == 1)
         return kelcl::lastWanted(*this, last, steps,
                                  [set](char const* p, unsigned int) { return *p != *set; });
-    kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (members.isByteSearchable() && kelcl::mayStepBack(*this, last)) {
-        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, last), members.singleBytes());
+    if (auto const bytes = byteSetOf({set, setLength}, steps); bytes && kelcl::mayStepBack(*this, last)) {
+        std::size_t const found = kelcl::findLastNotIn(bytesOf(*this).substr(0, last), *bytes);
         return found == notFound ? 0 : kelcl::positionOf(kelcl::startOfCharacter(contents(), found, steps));
     }
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     return kelcl::lastWanted(*this, last, steps, [&members](char const* p, unsigned int bytes) {
         return !members.contains(p, bytes);
     });

@@ -10,12 +10,14 @@
 #include "characters/one_character.h"
 #include "characters/utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cwchar>
 #include <memory>
+#include <string_view>
 
 namespace kelcl {
 
@@ -56,10 +58,16 @@ public:
     bool isUtf8() const { return encoding_.isUtf8; }
     Encoding const& encoding() const { return encoding_; }
 
-    /// Whether a byte can never be part of a longer character.
+    /// Whether a byte (each of some bytes) can never be part of a longer character.
     bool standsAlone(char byte) const {
         if (encoding_.table == nullptr) return kelcl::standsAlone(byte, encoding_.isUtf8);
         return static_cast<unsigned char>(byte) < encoding_.table->trailFloor();
+    }
+    bool standAlone(std::string_view bytes) const {
+        unsigned char highest = 0;
+        for (char const byte : bytes)
+            highest = std::max(highest, static_cast<unsigned char>(byte));
+        return standsAlone(static_cast<char>(highest));
     }
     /// Whether a byte can never be followed by another one of its character, so that a character begins
     /// after it. Not for UTF-8.

@@ -4,6 +4,7 @@
 
 #include <kelcl/dstring.h>
 
+#include <cctype>
 #include <random>
 #include <string>
 #include <vector>
@@ -131,6 +132,31 @@ TEST(MultiByteStrip, TestThatThrowsLeavesTheReceiver) {
         EXPECT_EQ(text->refs, 1U);
         EXPECT_EQ(text.text(), " " + mb::samples().two.bytes);
     });
+}
+
+/// White space as the library's own class has it, asked for each character.
+class AskedWhiteSpace : public DStringTest {
+public:
+    AskedWhiteSpace() : DStringTest(plainFunction + 1, nullptr) {}
+    int test(int c) const override {
+        if (c >= 0 && c <= 127) return c == ' ' || (c >= '\t' && c <= '\r') ? 1 : 0;
+        return std::isspace(c) != 0 ? 1 : 0;
+    }
+};
+
+TEST(MultiByteStrip, OfWhiteSpaceIsThatOfATestThatIsAskedForEachCharacter) {
+    SwitchAt const at(off);
+    std::mt19937 random(20267);
+    std::vector<string> parts = mb::parts();
+    for (int often = 0; often < 20; ++often)
+        parts.insert(parts.end(), {" ", "\t", "\r\n", "a", "0", "@"});
+    for (int round = 0; round < 20000; ++round) {
+        string const text = mb::randomText(random, parts, round % 4 == 0 ? 100 : 8);
+        Owned const owned = mb::buffer(text);
+        DString const whiteSpace = DString(text).strip();
+        Owned const asked(owned->strip(AskedWhiteSpace(), DStringEnum::both));
+        ASSERT_EQ(string(whiteSpace.c_str(), whiteSpace.length()), asked.text()) << mb::hex(text);
+    }
 }
 
 } // namespace

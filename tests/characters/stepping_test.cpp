@@ -170,6 +170,8 @@ TEST(Boundaries, AreNeverPartOfALongerCharacter) {
         if (length < 2) return;
         for (std::size_t i = 0; i < length; ++i)
             if (kelcl::standsAlone(text[i], utf8) || steps.standsAlone(text[i])) differences.add(hex(text));
+        for (std::size_t i = 1; i < length; ++i)
+            if (kelcl::surelyBeginsCharacter(text.c_str(), i)) differences.add("beginning in " + hex(text));
         for (std::size_t i = 1; i < length && !utf8; ++i)
             if (steps.endsCharacter(text[i - 1]) || steps.isBoundary(text[i - 1], text[i]))
                 differences.add("boundary in " + hex(text));
