@@ -22,7 +22,10 @@ using namespace bench;
 
 constexpr char pattern[] = "taneiset";       // in none of the texts, but its letters are common
 constexpr char const strangers[] = "#%&$@!"; // a set without a hit
+constexpr char const manyStrangers[] = "#%&$@!0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ<>|~";
 constexpr char const letters[] = "abcdefghijklmnopqrstuvwxyz \n";
+
+int isStranger(int c) { return c == '#'; }
 
 void registerSearches() {
     auto const byte = [](string const& text) { return position(text.find('#')); };
@@ -56,6 +59,24 @@ void registerSearches() {
                         return n == t.size() ? 0 : n + 1;
                     })
         .byStandard("std", anyOf);
+
+    auto const anyOfMany = [](string const& t) { return position(t.find_first_of(manyStrangers)); };
+    Work("indexOfAnyOf_many", {8, 64, 1024, 1 << 20}, proseOf, anyOfMany)
+        .byKelcl([](DString const& s) { return s.indexOfAnyOf(manyStrangers); })
+        .byStandard("strcspn",
+                    [](string const& t) {
+                        std::size_t const n = std::strcspn(t.c_str(), manyStrangers);
+                        return n == t.size() ? 0 : n + 1;
+                    })
+        .byStandard("std", anyOfMany);
+
+    auto const tested = [](string const& t) {
+        auto const found = std::find_if(t.begin(), t.end(), [](char c) { return isStranger(c) != 0; });
+        return found == t.end() ? 0 : static_cast<std::size_t>(found - t.begin()) + 1;
+    };
+    Work("indexOf_test", texts, proseOf, tested)
+        .byKelcl([](DString const& s) { return s.indexOf(DStringTest(isStranger)); })
+        .byStandard("std", tested);
 
     auto const anyBut = [](string const& t) { return position(t.find_first_not_of(letters)); };
     Work("indexOfAnyBut", texts, proseOf, anyBut)

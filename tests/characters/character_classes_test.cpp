@@ -12,10 +12,10 @@ namespace {
 
 using kelcl::CharacterClass;
 
-CharacterClass const* const allClasses[] = {
-    &kelcl::alphanumeric, &kelcl::alphabetic, &kelcl::control,   &kelcl::digits,
-    &kelcl::graphics,     &kelcl::hexDigits,  &kelcl::lowerCase, &kelcl::printable,
-    &kelcl::punctuation,  &kelcl::upperCase,  &kelcl::whiteSpace};
+CharacterClass const* const allClasses[] = {&kelcl::alphanumeric, &kelcl::alphabetic, &kelcl::control,
+                                            &kelcl::digits,       &kelcl::graphics,   &kelcl::hexDigits,
+                                            &kelcl::lowerCase,    &kelcl::printable,  &kelcl::punctuation,
+                                            &kelcl::upperCase,    &kelcl::whiteSpace};
 
 bool isMember(CharacterClass const& which, char byte) {
     return which.test(static_cast<signed char>(byte)) != 0;
