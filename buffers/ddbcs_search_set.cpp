@@ -4,6 +4,8 @@
 #include "bytes/byte_set.h"
 #include "characters/character_set.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 
 namespace {
@@ -20,6 +22,50 @@ bool isNoCharacter(char byte) {
 /// bytes.
 std::optional<kelcl::ByteSet> byteSetOf(std::string_view bytes, kelcl::BufferSteps const& steps) {
     return steps.standAlone(bytes) ? std::optional<kelcl::ByteSet>(bytes) : std::nullopt;
+}
+
+/// Widens plain UTF-8 a piece at a time, and calls `use(values, n)` with the values of each; whether it was
+/// all of the text, and `use` always went on.
+template <class Use>
+bool widenInPieces(std::string_view text, std::size_t& at, Use use) {
+    wchar_t values[256];
+    while (at < text.size()) {
+        std::size_t const most = std::min(text.size() - at, std::size(values));
+        kelcl::Extent const run = kelcl::widenUtf8(values, text.data() + at, most);
+        if (run.bytes == 0 || !use(values, run.characters)) return false;
+        at += run.bytes;
+    }
+    return true;
+}
+
+struct Skipped {
+    std::size_t bytes;
+    bool isAll; ///< Whether what comes then, if anything does, is known to be no member.
+};
+
+/// Skips the members of a set at the front of a text as far as both are plain UTF-8, by their values.
+Skipped skipMembers(std::string_view text, std::string_view set) {
+    kelcl::CharacterMap members;
+    Skipped skipped{0, false};
+    std::size_t listed = 0;
+    bool const isPlain = widenInPieces(set, listed, [&members](wchar_t const* values, std::size_t n) {
+        for (std::size_t i = 0; i < n; ++i)
+            members.add(kelcl::CharacterMap::keyOf(values[i]));
+        return true;
+    });
+    if (!isPlain) return skipped;
+    std::size_t inLastPiece = 0;
+    bool const isEnd = widenInPieces(text, skipped.bytes, [&](wchar_t const* values, std::size_t n) {
+        wchar_t const* const other = std::find_if_not(values, values + n, [&members](wchar_t value) {
+            return members.contains(kelcl::CharacterMap::keyOf(value));
+        });
+        if (other == values + n) return true;
+        for (wchar_t const* value = values; value != other; ++value)
+            inLastPiece += kelcl::utf8LengthOf(*value);
+        skipped.isAll = true;
+        return false;
+    });
+    return {skipped.bytes + inLastPiece, skipped.isAll || isEnd};
 }
 
 } // namespace
@@ -60,11 +106,12 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
     kelcl::BufferSteps steps;
     if (auto const bytes = byteSetOf({set, setLength}, steps))
         return inRest(kelcl::findFirstNotIn(rest, *bytes));
+    Skipped const skipped = steps.isUtf8() ? skipMembers(rest, {set, setLength}) : Skipped{0, false};
+    if (skipped.isAll) return inRest(skipped.bytes == rest.size() ? notFound : skipped.bytes);
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    return kelcl::positionOf(
-        kelcl::firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
-            return !members.contains(p, bytes);
-        }));
+    return kelcl::positionOf(kelcl::firstCharacter(
+        *this, first - 1 + skipped.bytes, steps,
+        [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); }));
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,

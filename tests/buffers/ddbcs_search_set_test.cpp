@@ -1,6 +1,7 @@
 // Searches of multi-byte text for members of a set.
 #include "tests/buffers/ddbcs_search_support.h"
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -151,6 +152,27 @@ TEST(MultiByteSet, TruncatedCharacterAtTheEndOfASetIsReadNoFurther) {
     EXPECT_EQ(text->lastIndexOfAnyBut(set.data(), mb::lengthOf(lead) + 1, farEnd), 1U);
     mb::AtMemoryEnd const one(lead.substr(0, 1));
     EXPECT_EQ(text->indexOfAnyBut(one.data(), 1, 1), 1U);
+}
+
+TEST(MultiByteSet, FirstCharacterOutsideIsFoundAfterMembersOfAnyNumber) {
+    std::mt19937 random(20268);
+    std::vector<string> members = {"a", "b"};
+    for (mb::Sample const& sample : mb::samples().longCharacters())
+        members.push_back(sample.bytes);
+    string const out = members.back(); // a character of several bytes that is left out
+    std::erase(members, out);
+    string set;
+    for (string const& member : members)
+        set += member;
+    for (int round = 0; round < 4000; ++round) {
+        string text;
+        for (auto n = random() % (round % 2 == 0 ? 8 : 400); n > 0; --n)
+            text += members[random() % members.size()];
+        string const outside = round % 3 == 0 ? "!" : round % 3 == 1 ? out : mb::samples().invalid + "!";
+        EXPECT_EQ(indexOfAnyBut(mb::buffer(text), set, 1), 0U);
+        EXPECT_EQ(indexOfAnyBut(mb::buffer(text + outside + "ab"), set, 1), mb::lengthOf(text) + 1)
+            << mb::hex(text);
+    }
 }
 
 } // namespace
