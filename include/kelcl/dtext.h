@@ -198,8 +198,9 @@ unsigned int columns(T const& text) {
 ///
 /// @code
 /// std::setlocale(LC_ALL, "en_US.UTF-8");
-/// std::cout << kelcl::leftJustifiedInColumns("\u6771\u4EAC", 6, '.') << '|' // 東京..|
-///           << kelcl::leftJustifiedInColumns("\u6771\u4EAC", 3, '.') << "|\n"; // 東.|
+/// DString const capital("\u6771\u4EAC");
+/// std::cout << kelcl::leftJustifiedInColumns(capital, 6, '.') << "|\n"; // 東京..|
+/// std::cout << kelcl::leftJustifiedInColumns(capital, 3, '.') << "|\n"; // 東.|
 /// @endcode
 template <class T, class = IfText<T>>
 [[nodiscard]] DString leftJustifiedInColumns(T const& text, unsigned int width, char padCharacter = ' ') {

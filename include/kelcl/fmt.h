@@ -7,9 +7,10 @@
 ///
 /// @code
 /// DDate const day(DDate::May, 17, 2024);
-/// std::cout << fmt::format("{:.>8}|{:%d.%m.%Y}|{:%H:%M}\n", DString("right"), day, DTime(9, 30));
-/// // ...right|17.05.2024|09:30
-/// std::cout << fmt::format("{}\n", DAccessError("the letter is lost")); // DAccessError: the letter is lost
+/// std::cout << fmt::format("{:.>8}|{:%d.%m.%Y}", DString("right"), day) << '\n'; // ...right|17.05.2024
+/// std::cout << fmt::format("{:%H:%M}", DTime(9, 30)) << '\n';                    // 09:30
+/// DAccessError const error("the letter is lost");
+/// std::cout << fmt::format("{}", error) << '\n'; // DAccessError: the letter is lost
 /// @endcode
 #ifndef KELCL_FMT_H
 #define KELCL_FMT_H
