@@ -541,9 +541,7 @@ public:
     /// @{
 
     /// Finds a byte; in a multi-byte locale only where a character begins.
-    unsigned int indexOf(char c, unsigned int startPos = 1) const {
-        return buffer()->indexOf(&c, 1, startPos);
-    }
+    unsigned int indexOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte or character that `test` accepts; see `indexOfAnyOf`.
     unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
     /// Finds a text.
@@ -551,9 +549,7 @@ public:
     unsigned int indexOf(T const& text, unsigned int startPos = 1) const;
 
     /// Finds a byte, as `indexOf` does.
-    unsigned int indexOfAnyOf(char c, unsigned int startPos = 1) const {
-        return buffer()->indexOfAnyOf(&c, 1, startPos);
-    }
+    unsigned int indexOfAnyOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte that `test` accepts; in a multi-byte locale with #fgI18NState at 1 a wide character.
     ///
     /// Bytes reach the test as `char` values, so from 128 on as negative numbers where `char` is signed.
@@ -599,9 +595,7 @@ public:
     /// @{
 
     /// Finds a byte; in a multi-byte locale only where a character begins.
-    unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
-        return buffer()->lastIndexOf(&c, 1, startPos);
-    }
+    unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a byte or character that `test` accepts; see `lastIndexOfAnyOf`.
     unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a text.
@@ -609,9 +603,7 @@ public:
     unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
 
     /// Finds a byte, as `lastIndexOf` does.
-    unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const {
-        return buffer()->lastIndexOfAnyOf(&c, 1, startPos);
-    }
+    unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a character that `test` accepts. With #fgI18NState at 0 its first byte is asked.
     unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a character of the set `text`.

@@ -101,6 +101,30 @@ bool DString::isLike(T const& pattern, char anyString, char anyChar) const {
 // Searching
 // ----------------------------------------------------------------------------------------------------
 
+inline unsigned int DString::indexOf(char c, unsigned int startPos) const {
+    DBuffer const& text = *buffer();
+    return kelcl::standsForItself(text, c) ? kelcl::firstPositionOf(text, c, startPos)
+                                           : text.indexOf(&c, 1, startPos);
+}
+
+inline unsigned int DString::indexOfAnyOf(char c, unsigned int startPos) const {
+    DBuffer const& text = *buffer();
+    return kelcl::standsForItself(text, c) ? kelcl::firstPositionOf(text, c, startPos)
+                                           : text.indexOfAnyOf(&c, 1, startPos);
+}
+
+inline unsigned int DString::lastIndexOf(char c, unsigned int startPos) const {
+    DBuffer const& text = *buffer();
+    return kelcl::standsForItself(text, c) ? kelcl::lastPositionOf(text, c, startPos)
+                                           : text.lastIndexOf(&c, 1, startPos);
+}
+
+inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) const {
+    DBuffer const& text = *buffer();
+    return kelcl::standsForItself(text, c) ? kelcl::lastPositionOf(text, c, startPos)
+                                           : text.lastIndexOfAnyOf(&c, 1, startPos);
+}
+
 // A test is a host's code and may change this very string: a copy keeps the text that is searched.
 
 inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {

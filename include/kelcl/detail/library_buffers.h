@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <typeinfo>
 
 namespace kelcl {
@@ -77,6 +78,54 @@ constexpr unsigned int roomAfter(unsigned int length) {
 /// multi-byte locale.
 inline bool growsInPlace(DBuffer const& buffer) noexcept {
     return isExactly<DDBCSBuffer>(buffer) || (isExactly<DBuffer>(buffer) && MB_CUR_MAX < 2);
+}
+
+/// Whether the bytes alone tell where a byte stands as a character: no host's class is asked, and in
+/// multi-byte text the byte can be no part of a longer character, whatever the encoding.
+inline bool standsForItself(DBuffer const& buffer, char byte) noexcept {
+    return isExactly<DBuffer>(buffer) ||
+           (isExactly<DDBCSBuffer>(buffer) && static_cast<unsigned char>(byte) < 0x30);
+}
+
+/// The first position of such a byte from `start` on, else 0.
+inline unsigned int firstPositionOf(DBuffer const& buffer, char byte, unsigned int start) noexcept {
+    unsigned int const from = start == 0 ? 0 : start - 1;
+    if (from >= buffer.length) return 0;
+    char const* const text = buffer.contents();
+    void const* const found = std::memchr(text + from, byte, buffer.length - from);
+    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+}
+
+/// The last place of a byte in a word, counted from 1, else 0.
+inline unsigned int lastPlaceInWord(char const* text, char byte) noexcept {
+    constexpr std::uint64_t all = 0x0101010101010101;
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    word ^= all * static_cast<unsigned char>(byte);
+    // The top bit of each byte that is 0 now, and of no other one.
+    std::uint64_t const found = ~(((word & all * 0x7F) + all * 0x7F) | word | all * 0x7F);
+    return found == 0 ? 0 : static_cast<unsigned int>(63 - __builtin_clzll(found)) / 8 + 1;
+}
+
+/// The last position of such a byte up to `start`, else 0. The nearest bytes, where it often is, are looked
+/// at without a call.
+inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned int start) noexcept {
+    unsigned int end = start < buffer.length ? start : buffer.length;
+    char const* const text = buffer.contents();
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    constexpr unsigned int word = sizeof(std::uint64_t);
+    if (end >= word) {
+        if (unsigned int const place = lastPlaceInWord(text + end - word, byte); place != 0)
+            return end - word + place;
+        end -= word;
+    }
+#endif
+#ifdef _GNU_SOURCE
+    void const* const found = end == 0 ? nullptr : memrchr(text, byte, end);
+    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+#else
+    return static_cast<unsigned int>(std::string_view(text, end).rfind(byte) + 1);
+#endif
 }
 
 /// Copies bytes, which may overlap. Those of a word are read at once and then written at once.
