@@ -1064,6 +1064,65 @@ public:
 
     /// @}
 
+    // A call that gives a `char` where a number is meant does not compile: `remove('-')` would remove from
+    // byte 45 on, not the dashes.
+    /// @cond
+    template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
+    DString subString(A...) const = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int charType(A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    bool isAbbrevFor(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int indexOf(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int indexOfAnyOf(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int indexOfAnyBut(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int lastIndexOf(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int lastIndexOfAnyOf(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int lastIndexOfAnyBut(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int occurrencesOf(T const&, A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& overlayWith(T const&, A...) = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& insert(T const&, A...) = delete;
+    template <class T, class U, class... A, class = kelcl::IfCharIsAmong<2, A...>>
+    DString& change(T const&, U const&, A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& leftJustify(A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& rightJustify(A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& center(A...) = delete;
+    template <class T, class... A, class = kelcl::IfText<T>, class = kelcl::IfCharIsAmong<1, A...>>
+    static DString center(T const&, A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& copy(A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
+    DString& remove(A...) = delete;
+    template <class T, class... A, class = kelcl::IfText<T>, class = kelcl::IfCharIsAmong<2, A...>>
+    static DString remove(T const&, A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString word(A...) const = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
+    DString words(A...) const = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<3, A...>>
+    unsigned int indexOfWord(A...) const = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int lengthOfWord(A...) const = delete;
+    template <class T, class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    unsigned int findPhrase(T const&, A...) const = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
+    DString& removeWords(A...) = delete;
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString& space(A...) = delete;
+    /// @endcond
+
 protected:
     /// @name For derived classes
     /// The forms of `initBuffer` replace the text without releasing the old one, whose reference the caller

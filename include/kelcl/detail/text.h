@@ -44,6 +44,22 @@ template <class T>
 using IfOtherPiece =
     std::enable_if_t<(isText<T> && !std::is_base_of_v<DString, T>) || std::is_same_v<T, char>>;
 
+/// Whether one of the first `count` types is `char`.
+template <std::size_t count, class... A>
+constexpr bool isCharAmong() {
+    if constexpr (sizeof...(A) == 0) {
+        return false;
+    } else {
+        bool const areChars[] = {std::is_same_v<A, char>...};
+        bool result = false;
+        for (std::size_t i = 0; i < count && i < sizeof...(A); ++i)
+            result = result || areChars[i];
+        return result;
+    }
+}
+template <std::size_t count, class... A>
+using IfCharIsAmong = std::enable_if_t<isCharAmong<count, A...>()>;
+
 /// The bytes of `text`; embedded NULs count in all but a `char const*`.
 template <class T>
 Text textOf(T const& text) {
