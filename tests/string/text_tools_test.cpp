@@ -362,7 +362,9 @@ TEST(Ranges, AreThoseOfTheStandardLibrary) {
     auto const fields = kelcl::split("b,,a", ',');
     EXPECT_EQ(std::ranges::count(fields, ""), 1);
     EXPECT_EQ(std::ranges::distance(fields), 3);
+#if !defined(__clang__) || __clang_major__ >= 16 // earlier ones do not take the views of libstdc++
     auto filled = fields | std::views::filter([](std::string_view field) { return !field.empty(); });
     EXPECT_EQ(listed(filled), (Strings{"b", "a"}));
+#endif
 }
 #endif
