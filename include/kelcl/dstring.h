@@ -10,9 +10,12 @@
 #include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
 
+#if __has_include(<compare>)
+#include <compare>
+#endif
 #include <cstddef>
-#include <functional>
 #include <iosfwd>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -88,6 +91,10 @@ public:
     using const_iterator = char const*;
     /// The same as `const_iterator`: a range of bytes is for reading.
     using iterator = const_iterator;
+    /// What `rbegin` and `rend` return.
+    using const_reverse_iterator = std::reverse_iterator<const_iterator>;
+    /// The same as `const_reverse_iterator`.
+    using reverse_iterator = const_reverse_iterator;
 
     /// @name Constants and process-wide state
     /// Texts that callers know by name, the switch, and the text that empty strings share.
@@ -151,6 +158,9 @@ public:
     DString(std::string const& text);
     /// Copies all bytes, NULs included.
     DString(std::string_view text);
+    /// Copies the bytes of a range, given by iterators.
+    template <class It, class = kelcl::IfIterator<It>>
+    DString(It first, It last);
     /// Makes a string of one byte, also of NUL.
     DString(char c);
     /// Makes a string of one byte, also of NUL.
@@ -242,8 +252,25 @@ public:
     char const* begin() const noexcept { return text_; }
     /// Returns a pointer past the last byte, to the terminating NUL.
     char const* end() const noexcept { return text_ + length(); }
+    /// The same as begin().
+    char const* cbegin() const noexcept { return begin(); }
+    /// The same as end().
+    char const* cend() const noexcept { return end(); }
+    /// Begins the bytes from the last one to the first.
+    const_reverse_iterator rbegin() const noexcept { return const_reverse_iterator(end()); }
+    /// Ends the bytes from the last one to the first.
+    const_reverse_iterator rend() const noexcept { return const_reverse_iterator(begin()); }
+    /// The same as rbegin().
+    const_reverse_iterator crbegin() const noexcept { return rbegin(); }
+    /// The same as rend().
+    const_reverse_iterator crend() const noexcept { return rend(); }
     /// Views all bytes, NULs included.
     operator std::string_view() const noexcept { return {text_, length()}; }
+    /// Makes a `std::filesystem::path`, so that a string can be given where one is taken.
+    template <class Path, class = kelcl::IfPath<Path>>
+    operator Path() const {
+        return Path(std::string_view(*this));
+    }
     /// Returns the text with its terminating NUL, for code that casts.
     explicit operator char const*() const noexcept { return text_; }
     /// Returns a copy, which shares the text; for code that asks any class here for its text.
@@ -285,6 +312,16 @@ public:
     KELCL_EXPORT char& operator[](int index);
     /// Returns the byte at `index` for writing, as the form for `int` does; no index throws message 1011.
     KELCL_EXPORT char& operator[](unsigned int index);
+    /// The same for an index of another type of integers, whatever its size.
+    template <class I, class = kelcl::IfOtherInteger<I>>
+    char const& operator[](I index) const {
+        return kelcl::isNegative(index) ? (*this)[-1] : (*this)[kelcl::cutToLength(index)];
+    }
+    /// The same for writing.
+    template <class I, class = kelcl::IfOtherInteger<I>>
+    char& operator[](I index) {
+        return kelcl::isNegative(index) ? (*this)[-1] : (*this)[kelcl::cutToLength(index)];
+    }
 
     /// @}
 
@@ -351,6 +388,18 @@ public:
     friend bool operator!=(T const& left, DString const& right) {
         return !right.equals(kelcl::textOf(left));
     }
+
+#if defined(__cpp_impl_three_way_comparison) && __has_include(<compare>)
+    /// How the left string sorts to the right one. Strings that collate alike are equivalent.
+    friend std::weak_ordering operator<=>(DString const& left, DString const& right) {
+        return left.order({right.text_, right.length()}) <=> 0;
+    }
+    /// How the string sorts to a text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    friend std::weak_ordering operator<=>(DString const& left, T const& right) {
+        return left.order(kelcl::textOf(right)) <=> 0;
+    }
+#endif
 
     /// Whether the left string sorts before the right one.
     friend bool operator<(DString const& left, DString const& right) {
@@ -544,6 +593,11 @@ public:
     unsigned int indexOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte or character that `test` accepts; see `indexOfAnyOf`.
     unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int indexOf(F const& test, unsigned int startPos = 1) const {
+        return indexOf(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a text.
     template <class T, class = kelcl::IfText<T>>
     unsigned int indexOf(T const& text, unsigned int startPos = 1) const;
@@ -554,6 +608,11 @@ public:
     ///
     /// Bytes reach the test as `char` values, so from 128 on as negative numbers where `char` is signed.
     unsigned int indexOfAnyOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int indexOfAnyOf(F const& test, unsigned int startPos = 1) const {
+        return indexOfAnyOf(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a character of the set `text`.
     template <class T, class = kelcl::IfText<T>>
     unsigned int indexOfAnyOf(T const& text, unsigned int startPos = 1) const;
@@ -567,6 +626,11 @@ public:
     }
     /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
     unsigned int indexOfAnyBut(DStringTest const& test, unsigned int startPos = 1) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int indexOfAnyBut(F const& test, unsigned int startPos = 1) const {
+        return indexOfAnyBut(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a character outside the set `text`; with an empty set this is the start itself.
     template <class T, class = kelcl::IfText<T>>
     unsigned int indexOfAnyBut(T const& text, unsigned int startPos = 1) const;
@@ -575,6 +639,11 @@ public:
     bool includes(char c) const { return indexOf(c) != 0; }
     /// Whether `test` accepts any byte or character.
     bool includes(DStringTest const& test) const { return indexOf(test) != 0; }
+    /// Whether any function, such as a lambda that captures, accepts any byte or character.
+    template <class F, kelcl::IfTest<F> = 0>
+    bool includes(F const& test) const {
+        return indexOf(kelcl::TestBy<F>(test)) != 0;
+    }
     /// Whether the text occurs; an empty text does not.
     template <class T, class = kelcl::IfText<T>>
     bool includes(T const& text) const {
@@ -598,6 +667,11 @@ public:
     unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a byte or character that `test` accepts; see `lastIndexOfAnyOf`.
     unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int lastIndexOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+        return lastIndexOf(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a text.
     template <class T, class = kelcl::IfText<T>>
     unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
@@ -606,6 +680,11 @@ public:
     unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a character that `test` accepts. With #fgI18NState at 0 its first byte is asked.
     unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int lastIndexOfAnyOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+        return lastIndexOfAnyOf(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a character of the set `text`.
     template <class T, class = kelcl::IfText<T>>
     unsigned int lastIndexOfAnyOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
@@ -619,6 +698,11 @@ public:
     }
     /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
     unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    /// The same for any function, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int lastIndexOfAnyBut(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+        return lastIndexOfAnyBut(kelcl::TestBy<F>(test), startPos);
+    }
     /// Finds a character outside the set `text`; with an empty set this is the start itself.
     template <class T, class = kelcl::IfText<T>>
     unsigned int lastIndexOfAnyBut(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
@@ -640,6 +724,11 @@ public:
     unsigned int occurrencesOf(char c, unsigned int startPos = 1) const;
     /// Counts the bytes or characters that `test` accepts.
     unsigned int occurrencesOf(DStringTest const& test, unsigned int startPos = 1) const;
+    /// Counts what any function accepts, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    unsigned int occurrencesOf(F const& test, unsigned int startPos = 1) const {
+        return occurrencesOf(kelcl::TestBy<F>(test), startPos);
+    }
     /// Counts a text of `patternLength` bytes; an empty one never occurs.
     unsigned int occurrencesOf(char const* pattern, unsigned int patternLength, unsigned int startPos) const;
     /// Counts a text; an empty one never occurs.
@@ -705,6 +794,11 @@ public:
     DString& strip(char const* chars, unsigned int charsLength, DStringEnum::StripMode mode);
     /// Removes the characters that `test` accepts from the ends that `mode` names.
     DString& strip(DStringTest const& test, DStringEnum::StripMode mode = DStringEnum::both);
+    /// Removes what any function accepts, such as a lambda that captures.
+    template <class F, kelcl::IfTest<F> = 0>
+    DString& strip(F const& test, DStringEnum::StripMode mode = DStringEnum::both) {
+        return strip(kelcl::TestBy<F>(test), mode);
+    }
     /// Removes the byte from the ends that `mode` names.
     DString& strip(char c, DStringEnum::StripMode mode = DStringEnum::both) { return strip(&c, 1, mode); }
     /// Removes the characters of the set `chars` from the ends that `mode` names.
@@ -1206,10 +1300,18 @@ namespace std {
 /// @endcode
 template <>
 struct hash<DString> {
+    /// An unordered container of strings with this and `std::equal_to<>` is searched for any text.
+    using is_transparent = void;
     /// Returns a number that is the same for equal bytes within a program. Another version of the library may
     /// give another one.
     size_t operator()(DString const& text) const noexcept {
         return kelcl::hashOf(text.data(), text.length());
+    }
+    /// The same of another text.
+    template <class T, class = kelcl::IfOtherText<T>>
+    size_t operator()(T const& text) const {
+        kelcl::Text const bytes = kelcl::textOf(text);
+        return kelcl::hashOf(bytes.data, bytes.length);
     }
 };
 

@@ -18,6 +18,15 @@ inline void DString::becomeEmpty() noexcept {
     buffer()->take();
 }
 
+template <class It, class>
+DString::DString(It first, It last) : DString() {
+    if constexpr (std::is_same_v<It, char const*> || std::is_same_v<It, char*>)
+        *this = DString(std::string_view(first, static_cast<std::size_t>(last - first)));
+    else
+        for (; first != last; ++first)
+            *this += static_cast<char>(*first);
+}
+
 inline DString::~DString() {
     buffer()->release();
     text_ = nullptr;

@@ -7,8 +7,10 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 class DString;
 
@@ -43,6 +45,56 @@ using IfOtherText = std::enable_if_t<isText<T> && !std::is_base_of_v<DString, T>
 template <class T>
 using IfOtherPiece =
     std::enable_if_t<(isText<T> && !std::is_base_of_v<DString, T>) || std::is_same_v<T, char>>;
+
+/// An integer of a type that has no overload of its own and is not promoted to one that has.
+template <class I>
+using IfOtherInteger =
+    std::enable_if_t<std::is_integral_v<I> && (sizeof(I) > sizeof(int) || sizeof(I) == sizeof(int)) &&
+                     !std::is_same_v<I, int> && !std::is_same_v<I, unsigned int>>;
+
+template <class I>
+constexpr bool isNegative(I index) noexcept {
+    if constexpr (std::is_signed_v<I>)
+        return index < 0;
+    else
+        return false;
+}
+
+/// An index that is not negative, or the largest, which is past the end of every text, in its place.
+template <class I>
+constexpr unsigned int cutToLength(I index) noexcept {
+    return index > I{0xFFFFFFFF} ? 0xFFFFFFFF : static_cast<unsigned int>(index);
+}
+
+/// `std::filesystem::path`, known by what only it has, as its header costs a compiler much.
+template <class Path>
+using IfPath = std::enable_if_t<std::is_convertible_v<typename Path::string_type, std::string_view>,
+                                decltype(std::declval<Path&>().replace_extension())>;
+
+/// An iterator of bytes.
+template <class It>
+using IfIterator = std::enable_if_t<std::is_convertible_v<decltype(*std::declval<It&>()), char> &&
+                                        std::is_convertible_v<decltype(++std::declval<It&>()), It&> &&
+                                        !std::is_null_pointer_v<It>,
+                                    typename std::iterator_traits<It>::iterator_category>;
+
+/// A function that tells whether it wants a character. A type of values, which tells templates apart from
+/// those for texts.
+template <class F>
+using IfTest = std::enable_if_t<std::is_convertible_v<std::invoke_result_t<F const&, int>, bool> &&
+                                    !isText<F> && !std::is_convertible_v<F const&, DStringTest const&>,
+                                int>;
+
+/// Such a function as a test, while a call lasts.
+template <class F>
+class TestBy : public DStringTest {
+public:
+    explicit TestBy(F const& function) : DStringTest(plainFunction + 1, nullptr), wants_(function) {}
+    int test(int c) const override { return wants_(c) ? 1 : 0; }
+
+private:
+    F const& wants_;
+};
 
 /// Whether one of the first `count` types is `char`.
 template <std::size_t count, class... A>
