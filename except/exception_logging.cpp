@@ -151,7 +151,7 @@ DException::TraceFn& DException::TraceFn::logData(DException& exception) {
         return *this;
     }
     writeLines(report, line.get());
-    line.reset();
+    line = nullptr;
     exceptionLogged();
     return *this;
 }

@@ -120,7 +120,7 @@ DMessageText::~DMessageText() = default;
 
 DMessageText& DMessageText::setDefaultText(char const* defaultText) noexcept {
     if (loaded_) return *this;
-    if (OwnedText copy = copyText(defaultText)) text_ = std::move(copy);
+    if (OwnedText copy = copyText(defaultText); copy != nullptr) text_ = std::move(copy);
     return *this;
 }
 

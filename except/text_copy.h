@@ -4,13 +4,12 @@
 
 #include "except/new_handler_suspension.h"
 
+#include <kelcl/detail/owned_text.h>
+
 #include <cstring>
-#include <memory>
 #include <new>
 
 namespace kelcl {
-
-using OwnedText = std::unique_ptr<char[]>;
 
 /// Room for `size` characters, null when there is no memory.
 inline OwnedText roomForText(std::size_t size) noexcept {

@@ -6,9 +6,8 @@
 
 #include <kelcl/dbase.h>
 #include <kelcl/dexception.h>
+#include <kelcl/detail/owned_text.h>
 #include <kelcl/dexport.h>
-
-#include <memory>
 
 /// What is known about an error: a text and a number.
 ///
@@ -117,7 +116,7 @@ public:
 private:
     unsigned int available_;
     unsigned long errorNumber_;
-    std::unique_ptr<char[]> errorText_;
+    kelcl::OwnedText errorText_;
 };
 
 /// An error of the operating system, known by its number.
@@ -157,7 +156,7 @@ public:
 private:
     unsigned int available_;
     unsigned long errorNumber_;
-    std::unique_ptr<char[]> errorText_;
+    kelcl::OwnedText errorText_;
 };
 
 /// An error of the presentation system, which has no number.
@@ -198,7 +197,7 @@ public:
                               DException::Severity severity);
 
 private:
-    std::unique_ptr<char[]> errorText_;
+    kelcl::OwnedText errorText_;
 };
 
 /// Reports and throws a DInvalidParameter with message 1 of the library's catalog, `text` in place of its

@@ -4,9 +4,8 @@
 #ifndef KELCL_DMESSAGETEXT_H
 #define KELCL_DMESSAGETEXT_H
 
+#include <kelcl/detail/owned_text.h>
 #include <kelcl/dexport.h>
-
-#include <memory>
 
 /// One message of a catalog, its markers `%1` to `%9` replaced by the caller's texts.
 ///
@@ -67,7 +66,7 @@ public:
     static char* replaceVars(char const* pattern, char const* const* values, unsigned long count) noexcept;
 
 private:
-    std::unique_ptr<char[]> text_;
+    kelcl::OwnedText text_;
     bool loaded_ = false;
 };
 

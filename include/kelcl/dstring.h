@@ -15,7 +15,6 @@
 #endif
 #include <cstddef>
 #include <iosfwd>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 #include <type_traits>
 #include <utility>

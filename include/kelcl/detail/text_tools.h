@@ -8,13 +8,11 @@
 #include <kelcl/dnlsutil.h>
 #include <kelcl/dstring.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
-#include <iterator>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -49,7 +47,8 @@ public:
         if (rest >= longest) return bytesOf(text.data() + at);
         char terminated[longest] = {}; // a character is looked for up to a NUL
         std::memcpy(terminated, text.data() + at, rest);
-        return std::min(bytesOf(terminated), rest);
+        std::size_t const bytes = bytesOf(terminated);
+        return bytes < rest ? bytes : rest;
     }
 
     /// Whether a byte can only be the first one of a character.
@@ -371,7 +370,8 @@ inline unsigned int columnsOf(std::string_view character) {
         return first >= ' ' && first <= '~' ? 1 : 0;
     CharacterValue const wide(character);
     if (!wide.isCharacter) return 1;
-    return static_cast<unsigned int>(std::max(wcwidth(static_cast<wchar_t>(wide.value)), 0));
+    int const columns = wcwidth(static_cast<wchar_t>(wide.value));
+    return columns > 0 ? static_cast<unsigned int>(columns) : 0;
 }
 
 inline unsigned int columnsIn(std::string_view text) {
