@@ -1,5 +1,6 @@
 // DStringTest, and the searches of DBuffer: the rules of positions, starts and empty sets, over the byte
 // kernels.
+#include "buffers/character_test.h"
 #include "buffers/host_classes.h"
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
@@ -22,6 +23,12 @@ int DStringTest::test(int c) const {
     return kind_ == plainFunction && function_ != nullptr ? function_(c) : 0;
 }
 
+// An object of another kind, or of a class that a host derived, may answer as it likes.
+kelcl::TestFunction kelcl::functionOf(DStringTest const& test) noexcept {
+    bool const isFunction = &typeid(test) == &typeid(DStringTest) && test.kind_ == DStringTest::plainFunction;
+    return isFunction ? test.function_ : nullptr;
+}
+
 namespace {
 
 /// The text from position `start` on, empty for 0 and beyond the end.
@@ -40,48 +47,27 @@ unsigned int position(std::size_t offset, unsigned int start) {
     return offset == kelcl::notFound ? 0 : start + static_cast<unsigned int>(offset);
 }
 
-/// A test of bytes as searches ask it: a plain one by its function at once, or by the set of the bytes that
-/// it accepts where that is one of the library's classes. A test of a type that a host derived may answer as
-/// it likes, and is asked each time.
-class Tested {
-public:
-    Tested(DStringTest const& test, int (*function)(int))
-        : test_(test), function_(&typeid(test) == &typeid(DStringTest) ? function : nullptr) {}
-
-    /// The position of the first (last) byte from `start` on (up to it) that is accepted, or of one that is
-    /// not; 0 if there is none.
-    template <bool wanted>
-    unsigned int first(DBuffer const& text, unsigned int start) const {
-        std::string_view const rest = from(text, start);
-        return withAnswers([&](auto accepts) -> unsigned int {
-            auto const found =
-                std::find_if(rest.begin(), rest.end(), [&](char c) { return accepts(c) == wanted; });
-            return found == rest.end() ? 0 : start + static_cast<unsigned int>(found - rest.begin());
+/// The position of the first (last) byte from `start` on (up to it) that is accepted, or of one that is not;
+/// 0 if there is none.
+template <bool wanted>
+unsigned int firstTested(DBuffer const& text, unsigned int start, DStringTest const& test) {
+    std::string_view const rest = from(text, start);
+    return kelcl::withTest(test, [&](auto accepts) -> unsigned int {
+        auto const found = std::find_if(
+            rest.begin(), rest.end(), [&](char c) { return accepts(static_cast<signed char>(c)) == wanted; });
+        return found == rest.end() ? 0 : start + static_cast<unsigned int>(found - rest.begin());
+    });
+}
+template <bool wanted>
+unsigned int lastTested(DBuffer const& text, unsigned int start, DStringTest const& test) {
+    std::string_view const head = upTo(text, start);
+    return kelcl::withTest(test, [&](auto accepts) {
+        auto const found = std::find_if(head.rbegin(), head.rend(), [&](char c) {
+            return accepts(static_cast<signed char>(c)) == wanted;
         });
-    }
-    template <bool wanted>
-    unsigned int last(DBuffer const& text, unsigned int start) const {
-        std::string_view const head = upTo(text, start);
-        return withAnswers([&](auto accepts) {
-            auto const found =
-                std::find_if(head.rbegin(), head.rend(), [&](char c) { return accepts(c) == wanted; });
-            return static_cast<unsigned int>(head.rend() - found);
-        });
-    }
-
-    kelcl::CharacterClass const* knownClass() const { return kelcl::classOf(function_); }
-
-private:
-    template <class Search>
-    unsigned int withAnswers(Search search) const {
-        if (int (*const function)(int) = function_; function != nullptr)
-            return search([function](char c) { return function(static_cast<signed char>(c)) != 0; });
-        return search([this](char c) { return test_.test(static_cast<signed char>(c)) != 0; });
-    }
-
-    DStringTest const& test_;
-    int (*function_)(int);
-};
+        return static_cast<unsigned int>(head.rend() - found);
+    });
+}
 
 // Functions of their own, so that the short ones need not do what the long ones begin with.
 
@@ -137,9 +123,7 @@ unsigned int DBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsi
 
 unsigned int DBuffer::indexOfAnyOf(DStringTest const& test, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
-    return first == 0 ? 0
-                      : Tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr)
-                            .first<true>(*this, first);
+    return first == 0 ? 0 : firstTested<true>(*this, first, test);
 }
 
 unsigned int DBuffer::indexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -155,10 +139,9 @@ unsigned int DBuffer::indexOfAnyBut(char const* set, unsigned int setLength, uns
 unsigned int DBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start) const {
     unsigned int const first = startSearch(start, 1);
     if (first == 0) return 0;
-    Tested const tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr);
-    if (kelcl::CharacterClass const* const known = tested.knownClass())
+    if (kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test)))
         return position(kelcl::findFirstNotIn(from(*this, first), *known), first);
-    return tested.first<false>(*this, first);
+    return firstTested<false>(*this, first, test);
 }
 
 unsigned int DBuffer::lastIndexOf(char const* pattern, unsigned int patternLength, unsigned int start) const {
@@ -183,8 +166,7 @@ unsigned int DBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength, 
 }
 
 unsigned int DBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
-    return Tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr)
-        .last<true>(*this, startBackwardsSearch(start, 1));
+    return lastTested<true>(*this, startBackwardsSearch(start, 1), test);
 }
 
 unsigned int DBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength, unsigned int start) const {
@@ -199,8 +181,7 @@ unsigned int DBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
 
 unsigned int DBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
     unsigned int const last = startBackwardsSearch(start, 1);
-    Tested const tested(test, test.kind_ == DStringTest::plainFunction ? test.function_ : nullptr);
-    if (kelcl::CharacterClass const* const known = tested.knownClass())
+    if (kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test)))
         return position(kelcl::findLastNotIn(upTo(*this, last), *known), 1);
-    return tested.last<false>(*this, last);
+    return lastTested<false>(*this, last, test);
 }

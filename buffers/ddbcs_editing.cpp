@@ -17,7 +17,6 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
-#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -68,8 +67,8 @@ DBuffer* stripWide(DBuffer const& buffer, char const* set, unsigned int setLengt
     });
 }
 
-DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, kelcl::CharacterClass const* known,
-                   DStringEnum::StripMode mode) {
+DBuffer* stripWide(DBuffer const& buffer, DStringTest const& test, DStringEnum::StripMode mode) {
+    kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test));
     CharacterText text(bytesOf(buffer));
     return stripWide(buffer, text, mode, known != nullptr ? &known->ascii : nullptr,
                      [&test](wchar_t value) { return test.test(static_cast<int>(value)) == 0; });
@@ -219,11 +218,7 @@ DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum
 
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
-    if (isWideMode()) {
-        // A test of another type may answer as it likes.
-        bool const isPlainTest = typeid(test) == typeid(DStringTest);
-        return stripWide(*this, test, isPlainTest ? kelcl::classOf(test.function_) : nullptr, mode);
-    }
+    if (isWideMode()) return stripWide(*this, test, mode);
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); },
         [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });

@@ -49,11 +49,11 @@ unsigned int lastText(DBuffer const& buffer, unsigned int start, std::string_vie
 // Where searches begin. In the library's own class those that find the beginnings of characters may start at
 // any byte of one: nothing else of it is found.
 
-inline unsigned int firstByte(DDBCSBuffer const& text, unsigned int start) {
+inline unsigned int forwardStart(DDBCSBuffer const& text, unsigned int start) {
     return isMultiByteClass(text) ? text.DBuffer::startSearch(start, 1) : text.startSearch(start, 1);
 }
 
-inline unsigned int lastByte(DDBCSBuffer const& text, unsigned int start) {
+inline unsigned int backwardStart(DDBCSBuffer const& text, unsigned int start) {
     unsigned int const last = isMultiByteClass(text) ? start : text.startBackwardsSearch(start, 1);
     return std::min(last, text.length);
 }

@@ -1,12 +1,12 @@
 // DDBCSBuffer: searches for what a test accepts or rejects: wide characters with the switch on, and bytes
 // with it off.
+#include "buffers/character_test.h"
 #include "buffers/ddbcs_search.h"
 #include "buffers/wide_path.h"
 #include "characters/character_classes.h"
 
 #include <algorithm>
 #include <optional>
-#include <typeinfo>
 
 namespace {
 
@@ -14,17 +14,6 @@ using kelcl::bytesOf;
 using kelcl::isWideMode;
 
 int signedByte(char c) { return static_cast<signed char>(c); }
-
-/// The function of a test, null where a host derived the test: that may answer as it likes.
-using Function = int (*)(int);
-
-/// Calls `search(accepts)`, where `accepts(value)` says what the test does, without a virtual call where it
-/// is a function.
-template <class Search>
-auto withTest(DStringTest const& test, Function function, Search search) {
-    if (function == nullptr) return search([&test](int value) { return test.test(value) != 0; });
-    return search([function](int value) { return function(value) != 0; });
-}
 
 // Wide characters
 
@@ -64,9 +53,9 @@ bool standsAloneAnywhere(kelcl::CharacterClass const& members) {
     return bits >> bitsBelow30 == 0;
 }
 
-/// The class of the library's own that the function tells the members of, if it is such a one.
-kelcl::CharacterClass const* searchableClass(Function function) {
-    kelcl::CharacterClass const* const known = kelcl::classOf(function);
+/// The class of the library's own that the test is for, if it is such a one.
+kelcl::CharacterClass const* searchableClass(DStringTest const& test) {
+    kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test));
     return known != nullptr && standsAloneAnywhere(*known) ? known : nullptr;
 }
 
@@ -118,15 +107,14 @@ private:
 
 template <class Wanted>
 unsigned int lastByFirstByte(DDBCSBuffer const& text, unsigned int start, Wanted wanted) {
-    unsigned int const last = kelcl::lastByte(text, start);
+    unsigned int const last = kelcl::backwardStart(text, start);
     if (last == 0) return 0;
     kelcl::BufferSteps steps;
     return kelcl::lastWanted(text, last, steps, byFirstByte(wanted));
 }
 
-unsigned int firstAccepted(DDBCSBuffer const& text, unsigned int start, DStringTest const& test,
-                           Function function) {
-    return withTest(test, function, [&](auto accepts) -> unsigned int {
+unsigned int firstAccepted(DDBCSBuffer const& text, unsigned int start, DStringTest const& test) {
+    return kelcl::withTest(test, [&](auto accepts) -> unsigned int {
         if (isWideMode()) return firstWide(text, start, accepts);
         unsigned int const first = text.startSearch(start, 1);
         if (first == 0 || first > text.length) return 0; // a host may say anything
@@ -138,40 +126,36 @@ unsigned int firstAccepted(DDBCSBuffer const& text, unsigned int start, DStringT
     });
 }
 
-unsigned int firstRejected(DDBCSBuffer const& text, unsigned int start, DStringTest const& test,
-                           Function function) {
-    return withTest(test, function, [&](auto accepts) -> unsigned int {
+unsigned int firstRejected(DDBCSBuffer const& text, unsigned int start, DStringTest const& test) {
+    return kelcl::withTest(test, [&](auto accepts) -> unsigned int {
         auto const rejects = [accepts](int value) { return !accepts(value); };
         if (isWideMode()) return firstWide(text, start, rejects);
         unsigned int const first = text.startSearch(start, 1);
         if (first == 0 || first > text.length) return 0; // a host may say anything
-        if (kelcl::CharacterClass const* const known = searchableClass(function))
+        if (kelcl::CharacterClass const* const known = searchableClass(test))
             return kelcl::positionOf(OutsideOfClass(text, *known).first(first - 1));
         kelcl::BufferSteps steps;
         return kelcl::positionOf(kelcl::firstCharacter(text, first - 1, steps, byFirstByte(rejects)));
     });
 }
 
-unsigned int lastAccepted(DDBCSBuffer const& text, unsigned int start, DStringTest const& test,
-                          Function function) {
-    return withTest(test, function, [&](auto accepts) {
+unsigned int lastAccepted(DDBCSBuffer const& text, unsigned int start, DStringTest const& test) {
+    return kelcl::withTest(test, [&](auto accepts) {
         return isWideMode() ? lastWide(text, start, accepts) : lastByFirstByte(text, start, accepts);
     });
 }
 
-unsigned int lastRejected(DDBCSBuffer const& text, unsigned int start, DStringTest const& test,
-                          Function function) {
-    return withTest(test, function, [&](auto accepts) {
+unsigned int lastRejected(DDBCSBuffer const& text, unsigned int start, DStringTest const& test) {
+    return kelcl::withTest(test, [&](auto accepts) {
         auto const rejects = [accepts](int value) { return !accepts(value); };
         if (isWideMode()) return lastWide(text, start, rejects);
-        if (kelcl::CharacterClass const* const known = searchableClass(function))
+        if (kelcl::CharacterClass const* const known = searchableClass(test))
             if (kelcl::isMultiByteClass(text))
-                return kelcl::positionOf(OutsideOfClass(text, *known).last(kelcl::lastByte(text, start)));
+                return kelcl::positionOf(
+                    OutsideOfClass(text, *known).last(kelcl::backwardStart(text, start)));
         return lastByFirstByte(text, start, rejects);
     });
 }
-
-bool isFunction(DStringTest const& test) { return &typeid(test) == &typeid(DStringTest); }
 
 } // namespace
 
@@ -180,11 +164,11 @@ unsigned int DDBCSBuffer::indexOf(DStringTest const& test, unsigned int start) c
 }
 
 unsigned int DDBCSBuffer::indexOfAnyOf(DStringTest const& test, unsigned int start) const {
-    return firstAccepted(*this, start, test, isFunction(test) ? test.function_ : nullptr);
+    return firstAccepted(*this, start, test);
 }
 
 unsigned int DDBCSBuffer::indexOfAnyBut(DStringTest const& test, unsigned int start) const {
-    return firstRejected(*this, start, test, isFunction(test) ? test.function_ : nullptr);
+    return firstRejected(*this, start, test);
 }
 
 unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int start) const {
@@ -192,9 +176,9 @@ unsigned int DDBCSBuffer::lastIndexOf(DStringTest const& test, unsigned int star
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(DStringTest const& test, unsigned int start) const {
-    return lastAccepted(*this, start, test, isFunction(test) ? test.function_ : nullptr);
+    return lastAccepted(*this, start, test);
 }
 
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(DStringTest const& test, unsigned int start) const {
-    return lastRejected(*this, start, test, isFunction(test) ? test.function_ : nullptr);
+    return lastRejected(*this, start, test);
 }

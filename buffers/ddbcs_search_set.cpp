@@ -72,7 +72,7 @@ Skipped skipMembers(std::string_view text, std::string_view set) {
 
 unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, unsigned int start) const {
     if (setLength == 1 && kelcl::isMultiByteClass(*this)) return kelcl::firstText(*this, start, {set, 1});
-    unsigned int const first = kelcl::firstByte(*this, start);
+    unsigned int const first = kelcl::forwardStart(*this, start);
     if (first == 0 || setLength == 0 || first > length) return 0;
     bool const fast = kelcl::beginsCharacter(*this, first);
     if (setLength == 1) // any character that begins with the byte
@@ -116,7 +116,7 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
 
 unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLength,
                                            unsigned int start) const {
-    unsigned int const last = kelcl::lastByte(*this, start);
+    unsigned int const last = kelcl::backwardStart(*this, start);
     if (last == 0 || setLength == 0) return 0;
     bool const fast = kelcl::mayStepBack(*this, last);
     if (setLength == 1)
@@ -134,7 +134,7 @@ unsigned int DDBCSBuffer::lastIndexOfAnyOf(char const* set, unsigned int setLeng
 unsigned int DDBCSBuffer::lastIndexOfAnyBut(char const* set, unsigned int setLength,
                                             unsigned int start) const {
     if (setLength == 0) return startBackwardsSearch(start, 1);
-    unsigned int const last = kelcl::lastByte(*this, start);
+    unsigned int const last = kelcl::backwardStart(*this, start);
     // Where no character equals a set of one byte, nothing is found, while the forward search finds its
     // start: callers rely on it.
     if (last == 0 || (setLength == 1 && isNoCharacter(*set))) return 0;

@@ -98,8 +98,8 @@ void replaceEach(char* out, char const* in, std::size_t n, ReplaceFew replace) {
 
 /// Whether comparing so many with each byte of so long a text is faster than to make a table.
 bool areFew(std::size_t replaced, std::size_t n) {
-    constexpr std::size_t longestText = 512;
-    return replaced <= FewReplacements::most && n <= longestText && KELCL_DISPATCH(true, false);
+    std::size_t const longestText = KELCL_DISPATCH(512, 0); // one by one they would not be
+    return replaced <= FewReplacements::most && n <= longestText;
 }
 
 } // namespace

@@ -166,7 +166,7 @@ void replaceText(DString& text, std::string_view word) {
         text.prepareToChange();
         char* const front = const_cast<char*>(text.c_str());
         std::string const before(front, count);
-        std::memcpy(front, word.data(), count);
+        word.copy(front, count); // an empty one may have no place to copy from
         try {
             text.remove(count + 1);
         } catch (...) {

@@ -28,6 +28,16 @@ struct DStringEnum {
     };
 };
 
+class DStringTest;
+
+/// @cond
+namespace kelcl {
+using TestFunction = int (*)(int);
+// The function of a test that is no more than that, else null. Inside the library only.
+KELCL_LOCAL TestFunction functionOf(DStringTest const& test) noexcept;
+} // namespace kelcl
+/// @endcond
+
 /// A character predicate for searching and stripping.
 ///
 /// Single-byte searches pass each byte sign-extended (0xA0 arrives as -96); searches by character in a
@@ -60,8 +70,7 @@ protected:
     DStringTest(std::uint32_t kind, int (*function)(int));
 
 private:
-    friend class DBuffer;
-    friend class DDBCSBuffer;
+    friend kelcl::TestFunction kelcl::functionOf(DStringTest const& test) noexcept;
 
     std::uint32_t kind_;
     int (*function_)(int);

@@ -38,6 +38,21 @@ TEST(BufferSearchByTest, FindsTheFirstByteThatTheTestRejects) {
     EXPECT_EQ(text->indexOfAnyBut(digit, 7), 0u);
 }
 
+/// Has a function, but is of a kind of its own.
+class OtherKind : public DStringTest {
+public:
+    OtherKind() : DStringTest(plainFunction + 1, isDigit) {}
+};
+
+TEST(BufferSearchByTest, OfAnotherKindAcceptsNothingEvenWithoutItsClass) {
+    DStringTest const copied = OtherKind(); // of exactly the base
+    Owned const text("12");
+    EXPECT_EQ(text->indexOfAnyOf(copied, 1), 0u);
+    EXPECT_EQ(text->indexOfAnyBut(copied, 1), 1u);
+    EXPECT_EQ(text->lastIndexOfAnyOf(copied, farEnd), 0u);
+    EXPECT_EQ(text->lastIndexOfAnyBut(copied, farEnd), 2u);
+}
+
 TEST(BufferSearchByTest, FindsTheLastByteThatTheTestAccepts) {
     Owned const text("ab12cd34e");
     DStringTest const digit(isDigit);

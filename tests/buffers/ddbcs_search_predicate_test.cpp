@@ -35,6 +35,26 @@ TEST(MultiByteTest, WithTheSwitchOffAnyOfSeesEveryByteAndAnyButOnlyFirstBytesByD
     EXPECT_EQ(text->lastIndexOfAnyBut(isNotTail, farEnd), 0U);
 }
 
+/// Has a function, but is of a kind of its own.
+class OtherKind : public DStringTest {
+public:
+    OtherKind() : DStringTest(plainFunction + 1, isAnything) {}
+};
+
+TEST(MultiByteTest, OfAnotherKindAcceptsNothingEvenWithoutItsClass) {
+    DStringTest const copied = OtherKind(); // of exactly the base
+    for (int const state : {0, 1}) {
+        SwitchAt const switched(state);
+        Owned const text = mb::buffer("abc");
+        for (DStringTest const& test : {copied, DStringTest(nullptr)}) {
+            EXPECT_EQ(text->indexOfAnyOf(test, 1), 0U);
+            EXPECT_EQ(text->indexOfAnyBut(test, 1), 1U);
+            EXPECT_EQ(text->lastIndexOfAnyOf(test, farEnd), 0U);
+            EXPECT_EQ(text->lastIndexOfAnyBut(test, farEnd), 3U);
+        }
+    }
+}
+
 TEST(MultiByteTest, WithTheSwitchOffAnyOfFindsAContinuationByteAfterARefusedLead) {
     SwitchAt const off(0);
     mb::Sample const& sample = mb::samples().asciiTrail;
