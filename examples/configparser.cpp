@@ -25,8 +25,7 @@ DString message(unsigned long id, char const* english, DString const& value) {
     return DString(DMessageText(id, "configparser.cat").setDefaultText(english)).change("%1", value);
 }
 
-// Kinds of values
-// -----------------------------------------------------------------------------------------------
+// Kinds of values -------------------------------------------------------------------------------------
 
 bool isNumber(DString const& value) { return kelcl::toNumber<unsigned long>(value).has_value(); }
 bool isOctal(DString const& value) { return value.isLike("0*") && value.indexOfAnyBut("01234567") == 0; }
@@ -60,8 +59,7 @@ bool isOfKind(DString const& name, Kind const& kind) {
                        [&](std::string_view pattern) { return name.isLike(pattern); });
 }
 
-// Reading
-// ---------------------------------------------------------------------------------------------------------
+// Reading ---------------------------------------------------------------------------------------------
 
 /// What is wrong with a setting; empty if nothing is.
 DString problemOf(DString const& name, DString const& value) {

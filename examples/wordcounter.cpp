@@ -65,6 +65,7 @@ void printWords(std::vector<Word> const& words) {
 /// Counts the files at the same time and adds up what they have.
 Counts countFiles(std::vector<char const*> const& files) {
     std::vector<std::future<Counts>> results; // an exception of a thread comes out of get()
+    results.reserve(files.size());
     for (char const* file : files)
         results.push_back(std::async(std::launch::async, countWords, file));
     Counts total;

@@ -112,7 +112,7 @@ TEST(DemoCharacters, APatternInTheLocalesEncodingChoosesLines) {
                                                   "\nRecords\n")));
 }
 
-TEST(DemoCharacters, ALineThatEndsInHalfACharacterIsRefusedWithTheCatalogsText) {
+TEST(DemoCharacters, ALineThatEndsInHalfACharacterIsRefusedWithTheCatalogsTextAndWhatToDo) {
     std::string line = localeText("東京");
     line.pop_back();
     ProgramRun const run = runDemo({makeFile("one\n" + line + "\n")});
@@ -122,7 +122,17 @@ TEST(DemoCharacters, ALineThatEndsInHalfACharacterIsRefusedWithTheCatalogsText) 
                 testing::IsSupersetOf(
                     {"   file: dnlsutil", "   Error Id is 1012",
                      "      The text holds bytes that are no character of the locale's encoding."}));
-    EXPECT_EQ(linesOf(run.errors).size(), 8U) << "one report";
+    std::string const encoding = localeCodeset();
+    EXPECT_THAT(run.errors,
+                testing::EndsWith("\ndemo: line 2 of input.txt is not in " + encoding +
+                                  ", the encoding of the locale.\n"
+                                  "Convert the file, and take what comes out:\n"
+                                  "   iconv -f ENCODING -t " +
+                                  encoding +
+                                  " input.txt >converted.txt\n"
+                                  "ENCODING is that of the file, such as ISO-8859-1, SHIFT_JIS or "
+                                  "GB18030.\n"));
+    EXPECT_EQ(linesOf(run.errors).size(), 12U) << "one report, and what to do";
     EXPECT_EQ(run.status, 2);
 }
 
