@@ -36,7 +36,7 @@ char const* const help =
     "Exit status: 0 when FILE was read to its end, 2 when it was not.\n";
 
 unsigned int const longestLineAllowed = 1000; // bytes
-unsigned int const nameWidth = 16;            // bytes of the name's field in the report
+unsigned int const nameWidth = 16;            // columns of the name's field in the report
 unsigned long const notInEncoding = 1012;     // id of the library's error for bytes that are no character
 
 struct Record {
@@ -149,43 +149,21 @@ void readFile(char const* fileName, DString const& pattern, Contents& contents) 
 
 void printHeading(char const* text) { std::cout << '\n' << text << "\n\n"; }
 
-bool cutsCharacter(DString const& text, unsigned int width) {
-    return text.length() > width && text.charType(width + 1) > 1;
-}
-
-/// The bytes of a name's field, and those that are left when the same name is cut by a program that takes
-/// bytes for characters.
-void printCut(DString const& name) {
-    DString whole(name);
-    whole.leftJustify(nameWidth);
-    DString bytes(name.data(), nameWidth);
-    std::cout << "      cut by characters  " << whole.c2x() << '\n'
-              << "      cut by bytes       " << bytes.c2x() << '\n';
-}
-
-/// The records in columns of fixed width. The names come last: their field counts bytes, and on a screen a
-/// character may take fewer columns than it has bytes.
+/// The records in columns of one width on a terminal, whatever their script.
 void printRecords(std::vector<Record> const& records) {
     DTrace const trace("printRecords", __LINE__);
     unsigned int dateWidth = 0;
     unsigned int dayWidth = 0;
     for (Record const& record : records) {
-        dateWidth = std::max(dateWidth, record.date.asString(DDate::fourDigitYear).length());
-        dayWidth = std::max(dayWidth, record.date.dayName().length());
+        dateWidth = std::max(dateWidth, kelcl::columns(record.date.asString(DDate::fourDigitYear)));
+        dayWidth = std::max(dayWidth, kelcl::columns(record.date.dayName()));
     }
     printHeading("Records");
-    bool isCutShown = false;
-    for (Record const& record : records) {
-        DString name(record.name);
+    for (Record const& record : records)
         std::cout << "  " << record.country << "  "
-                  << record.date.asString(DDate::fourDigitYear).rightJustify(dateWidth) << "  "
-                  << record.date.dayName().leftJustify(dayWidth) << "  |" << name.leftJustify(nameWidth)
-                  << "|\n";
-        if (!isCutShown && cutsCharacter(record.name, nameWidth)) {
-            printCut(record.name);
-            isCutShown = true;
-        }
-    }
+                  << kelcl::rightJustifiedInColumns(record.date.asString(DDate::fourDigitYear), dateWidth)
+                  << "  " << kelcl::leftJustifiedInColumns(record.date.dayName(), dayWidth) << "  |"
+                  << kelcl::leftJustifiedInColumns(record.name, nameWidth) << "|\n";
 }
 
 /// The bytes in hexadecimal, sixteen to a line, after the position of the first.
@@ -251,8 +229,7 @@ void report(Contents const& contents) {
 /// Tells what to do about the line after those that were read, which has bytes that are no character.
 void tellOfEncoding(char const* fileName, unsigned int linesRead) {
     char const* const encoding = nl_langinfo(CODESET);
-    std::cerr << "demo: line " << linesRead + 1 << " of " << fileName << " is not in " << encoding
-              << ", the encoding of the locale.\n"
+    std::cerr << "demo: line " << linesRead + 1 << " of " << fileName << " is not in " << encoding << ".\n"
               << "Convert the file, and take what comes out:\n"
               << "   iconv -f ENCODING -t " << encoding << ' ' << fileName << " >converted.txt\n"
               << "ENCODING is that of the file, such as ISO-8859-1, SHIFT_JIS or GB18030.\n";
