@@ -91,6 +91,11 @@ public:
     /// Writes the time in the locale's format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DTime const& time);
 
+    /// The seconds from `right` to `left`; negative when `left` is earlier in the day.
+    friend constexpr long operator-(DTime left, DTime right) noexcept {
+        return left.secondsOfDay_ - right.secondsOfDay_;
+    }
+
     /// Whether both are the same second of the day.
     friend constexpr bool operator==(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ == right.secondsOfDay_;
@@ -134,5 +139,16 @@ private:
         return rest < 0 ? rest + secondsPerDay : rest;
     }
 };
+
+namespace std {
+
+/// Makes times of day keys of `std::unordered_map` and the like.
+template <>
+struct hash<DTime> {
+    /// Returns a number that is the same for the same second of the day.
+    size_t operator()(DTime time) const noexcept { return hash<long>()(time.secondsOfDay()); }
+};
+
+} // namespace std
 
 #endif
