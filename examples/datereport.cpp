@@ -74,13 +74,13 @@ void printRelease(Release const& release, DDate const& today) {
 
 /// How many releases came on each day of the week.
 void printWeekdays(std::vector<Release> const& releases) {
-    std::map<unsigned long, unsigned int> counts; // by the day of the week, from Monday
+    std::map<DDate::DayOfWeek, unsigned int> counts;
     for (Release const& release : releases)
-        ++counts[release.released.julianDay() % 7];
+        ++counts[release.released.dayOfWeek()];
     std::cout << '\n';
     for (auto const& [day, count] : counts)
-        std::cout << kelcl::leftJustifiedInColumns(DDate::fromJulianDay(day).dayName(), 14)
-                  << DString('#').copy(count) << '\n';
+        std::cout << kelcl::leftJustifiedInColumns(DDate::dayName(day), 14) << DString('#').copy(count)
+                  << '\n';
 }
 
 } // namespace

@@ -184,7 +184,7 @@ DString weekFrom(DDate const& monday, DDate::Month month) {
 
 void showDates() {
     DDate const last(DDate::September, 2, 1752);
-    DDate monday = last - 2;
+    DDate monday = last - last.dayOfWeek();
     DDate const next = last + 1;
     DString const facts[] = {
         "The day after " + DString(last.dayOfMonth()) + last.asString(" %B was ") +
