@@ -36,6 +36,7 @@ Column columnFrom(DString const& line, DString const& language) {
 std::vector<Column> columnsOf(char const* fileName, std::vector<DString> const& languages) {
     std::ifstream file(fileName);
     if (!file) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    file.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     std::vector<DString> choices;
     for (DString const& line : kelcl::lines(file)) {
         if (line.isEmpty() && !choices.empty()) break; // the end of the question

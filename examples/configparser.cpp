@@ -2,8 +2,7 @@
 // wildcard patterns, numbers from texts, and a message catalog of one's own; ./catalog has its texts.
 //
 //   configparser /etc/login.defs
-//   LANG=de_DE.UTF-8 NLSPATH='build/release/examples/catalog/%l/%N' build/release/examples/configparser
-//   /etc/login.defs
+//   LANG=de_DE.UTF-8 NLSPATH='catalog/%l/%N' ./configparser /etc/login.defs   in build/release/examples
 #include <kelcl/kelcl.h>
 
 #include <algorithm>
@@ -75,6 +74,7 @@ DString problemOf(DString const& name, DString const& value) {
 bool check(char const* fileName) {
     std::ifstream file(fileName);
     if (!file) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    file.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     std::map<DString, DString> settings;
     unsigned int lines = 0;
     unsigned int problems = 0;

@@ -46,6 +46,7 @@ std::optional<DDate> dateFrom(DString const& text) {
 std::vector<Release> releasesIn(char const* fileName) {
     std::ifstream file(fileName);
     if (!file) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    file.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     std::vector<Release> releases;
     for (DString const& line : kelcl::lines(file)) {
         auto const pieces = kelcl::split(line, ','); // version,codename,series,created,release,eol,...

@@ -61,6 +61,7 @@ void run(DString const& option, char const* fileName) {
     bool const isStandardInput = DString(fileName) == "-";
     if (!isStandardInput) file.open(fileName);
     if (!file) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    file.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     std::istream& in = isStandardInput ? std::cin : file;
     if (option == "--back")
         printBack(in);

@@ -51,6 +51,7 @@ void takeLine(DString const& line, DString const& pattern, Analysis& analysis) {
 Analysis analyse(char const* fileName, DString const& pattern) {
     std::ifstream log(fileName);
     if (!log) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    log.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     Analysis analysis;
     for (DString const& line : kelcl::lines(log)) {
         ++analysis.lines;

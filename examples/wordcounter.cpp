@@ -29,6 +29,7 @@ using Counts = std::unordered_map<DString, unsigned int>;
 Counts countWords(char const* fileName) {
     std::ifstream file(fileName);
     if (!file) throw DAccessError(DCLibErrorInfo(fileName)); // with the text for errno
+    file.exceptions(std::ios::badbit);                       // reading fails with an exception, too
     Counts counts;
     for (DString const& line : kelcl::lines(file)) {
         for (std::string_view const word : kelcl::words(line)) {
@@ -78,8 +79,8 @@ Counts countFiles(std::vector<char const*> const& files) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    std::setlocale(
-        LC_ALL, ""); // before the first string and the first thread: the locale decides what a character is
+    // Before the first string and the first thread: the locale decides what a character is.
+    std::setlocale(LC_ALL, "");
     if (argumentCount < 2) {
         std::cerr << usage;
         return 2;

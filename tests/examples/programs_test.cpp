@@ -71,6 +71,18 @@ TEST(ExamplePrograms, TellOfAFileThatIsNotThereInOneLine) {
     }
 }
 
+TEST(ExamplePrograms, TellOfAFileThatCannotBeRead) {
+    for (std::string const name :
+         {"cjkreport", "configparser", "datereport", "hexconverter", "loganalyser", "wordcounter"}) {
+        ProgramRun const run = runExample(name, {"."});
+        EXPECT_EQ(run.output, "") << name;
+        EXPECT_THAT(run.errors, StartsWith(name + ": "));
+        EXPECT_THAT(run.errors, HasSubstr(std::strerror(EISDIR)));
+        EXPECT_EQ(linesOf(run.errors).size(), 1U) << name;
+        EXPECT_EQ(run.status, 2) << name;
+    }
+}
+
 TEST(ExamplePrograms, TellHowTheyAreUsedWhenArgumentsAreMissing) {
     for (std::string const name :
          {"cjkreport", "configparser", "datereport", "hexconverter", "loganalyser", "wordcounter"}) {
