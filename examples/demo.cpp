@@ -14,9 +14,11 @@
 
 #include <algorithm>
 #include <clocale>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <langinfo.h>
 #include <map>
 #include <vector>
 
@@ -34,7 +36,8 @@ char const* const help =
     "Exit status: 0 when FILE was read to its end, 2 when it was not.\n";
 
 unsigned int const longestLineAllowed = 1000; // bytes
-unsigned int const nameWidth = 16;            // bytes of the name's field in the report
+unsigned int const nameWidth = 16;            // columns of the name's field in the report
+unsigned long const notInEncoding = 1012;     // id of the library's error for bytes that are no character
 
 struct Record {
     DString name;
@@ -69,28 +72,24 @@ bool isRecord(DString const& line) {
     return digits.change("-", "").length() == 8 && digits.isDigits();
 }
 
-int numberAt(DString const& text, unsigned int start, unsigned int count) {
-    return std::atoi(text.subString(start, count).c_str());
-}
-
 /// The date of a text YYYY-MM-DD.
 /// @throws DInvalidParameter when the calendar has no such date.
 DDate dateFrom(DString const& text) {
-    int const year = numberAt(text, 1, 4);
-    auto const month = static_cast<DDate::Month>(numberAt(text, 6, 2));
-    int const day = numberAt(text, 9, 2);
-    if (!DDate::isValid(month, day, year)) {
+    DCnrDate const record{kelcl::toNumber<std::uint8_t>(text.subString(9, 2)).value_or(0),
+                          kelcl::toNumber<std::uint8_t>(text.subString(6, 2)).value_or(0),
+                          kelcl::toNumber<std::uint16_t>(text.subString(1, 4)).value_or(0)};
+    DDate const date(record); // the nearest one if the calendar does not have it
+    if (date.year() != record.year || date.monthOfYear() != record.month || date.dayOfMonth() != record.day) {
         DString const condition = "the date " + text + " exists";
         DExcept__assertParameter(condition.c_str(), DEXCEPTION_LOCATION());
     }
-    return DDate(month, day, year);
+    return date;
 }
 
 Record recordFrom(DString const& line) {
-    unsigned int const first = line.indexOf(';');
-    unsigned int const second = line.lastIndexOf(';');
-    return {line.subString(1, first - 1), line.subString(first + 1, second - first - 1),
-            dateFrom(line.subString(second + 1))};
+    auto const pieces = kelcl::split(line, ';');
+    std::vector<DString> const fields(pieces.begin(), pieces.end());
+    return {fields[0], fields[1], dateFrom(fields[2])};
 }
 
 /// Adds the record to the contents. One with a wrong date is refused, and reading continues.
@@ -138,11 +137,8 @@ void takeLine(DString const& line, DString const& pattern, Contents& contents) {
 void readFile(char const* fileName, DString const& pattern, Contents& contents) {
     DTrace const trace("readFile", __LINE__);
     std::ifstream in(fileName);
-    while (in) {
-        DString const line = DString::lineFrom(in);
-        if (in.bad() || (in.eof() && line.isEmpty())) break;
+    for (DString const& line : kelcl::lines(in))
         takeLine(line, pattern, contents);
-    }
     if (!in.is_open() || in.bad())
         DCLibErrorInfo::throwCLibError(fileName, DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError,
                                        DException::unrecoverable);
@@ -153,43 +149,21 @@ void readFile(char const* fileName, DString const& pattern, Contents& contents) 
 
 void printHeading(char const* text) { std::cout << '\n' << text << "\n\n"; }
 
-bool cutsCharacter(DString const& text, unsigned int width) {
-    return text.length() > width && text.charType(width + 1) > 1;
-}
-
-/// The bytes of a name's field, and those that are left when the same name is cut by a program that takes
-/// bytes for characters.
-void printCut(DString const& name) {
-    DString whole(name);
-    whole.leftJustify(nameWidth);
-    DString bytes(name.data(), nameWidth);
-    std::cout << "      cut by characters  " << whole.c2x() << '\n'
-              << "      cut by bytes       " << bytes.c2x() << '\n';
-}
-
-/// The records in columns of fixed width. The names come last: their field counts bytes, and on a screen a
-/// character may take fewer columns than it has bytes.
+/// The records in columns of one width on a terminal, whatever their script.
 void printRecords(std::vector<Record> const& records) {
     DTrace const trace("printRecords", __LINE__);
     unsigned int dateWidth = 0;
     unsigned int dayWidth = 0;
     for (Record const& record : records) {
-        dateWidth = std::max(dateWidth, record.date.asString(DDate::fourDigitYear).length());
-        dayWidth = std::max(dayWidth, record.date.dayName().length());
+        dateWidth = std::max(dateWidth, kelcl::columns(record.date.asString(DDate::fourDigitYear)));
+        dayWidth = std::max(dayWidth, kelcl::columns(record.date.dayName()));
     }
     printHeading("Records");
-    bool isCutShown = false;
-    for (Record const& record : records) {
-        DString name(record.name);
+    for (Record const& record : records)
         std::cout << "  " << record.country << "  "
-                  << record.date.asString(DDate::fourDigitYear).rightJustify(dateWidth) << "  "
-                  << record.date.dayName().leftJustify(dayWidth) << "  |" << name.leftJustify(nameWidth)
-                  << "|\n";
-        if (!isCutShown && cutsCharacter(record.name, nameWidth)) {
-            printCut(record.name);
-            isCutShown = true;
-        }
-    }
+                  << kelcl::rightJustifiedInColumns(record.date.asString(DDate::fourDigitYear), dateWidth)
+                  << "  " << kelcl::leftJustifiedInColumns(record.date.dayName(), dayWidth) << "  |"
+                  << kelcl::leftJustifiedInColumns(record.name, nameWidth) << "|\n";
 }
 
 /// The bytes in hexadecimal, sixteen to a line, after the position of the first.
@@ -237,7 +211,7 @@ void printSummary(Contents const& contents) {
     if (contents.longestLineNumber != 0)
         printFigure("Longest line ", "number " + DString(contents.longestLineNumber) + " of " +
                                          DString(contents.longestLine.length()) + " bytes");
-    printFigure("Records ", DString(static_cast<unsigned long>(contents.records.size())));
+    printFigure("Records ", contents.records.size());
     printFigure("Refused records ", contents.refusedRecords);
     if (!contents.records.empty()) printFigure("Commonest country ", mostFrequentCountry(contents.records));
     std::cout << "\nReported on " << DDate::today().asString(DDate::fourDigitYear) << " at " << DTime::now()
@@ -250,6 +224,15 @@ void report(Contents const& contents) {
         printLongestName(contents.records);
     }
     printSummary(contents);
+}
+
+/// Tells what to do about the line after those that were read, which has bytes that are no character.
+void tellOfEncoding(char const* fileName, unsigned int linesRead) {
+    char const* const encoding = nl_langinfo(CODESET);
+    std::cerr << "demo: line " << linesRead + 1 << " of " << fileName << " is not in " << encoding << ".\n"
+              << "Convert the file, and take what comes out:\n"
+              << "   iconv -f ENCODING -t " << encoding << ' ' << fileName << " >converted.txt\n"
+              << "ENCODING is that of the file, such as ISO-8859-1, SHIFT_JIS or GB18030.\n";
 }
 
 } // namespace
@@ -276,8 +259,9 @@ int main(int argumentCount, char** arguments) {
         readFile(arguments[1], argumentCount == 3 ? arguments[2] : "*", contents);
         report(contents);
         return 0;
-    } catch (DException const&) { // reported when it was thrown
-        std::cout << "\nStopped. Lines read: " << contents.lines << '\n';
+    } catch (DException const& failure) { // reported when it was thrown
+        std::cout << "\nStopped. Lines read: " << contents.lines << '\n' << std::flush;
+        if (failure.errorId() == notInEncoding) tellOfEncoding(arguments[1], contents.lines);
         return 2;
     }
 }

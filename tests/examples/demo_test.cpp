@@ -271,6 +271,13 @@ TEST(DemoFailures, WithoutAFileTheUsageIsPrintedAndTheStatusIs2) {
     EXPECT_EQ(run.status, 2);
 }
 
+TEST(DemoFailures, HelpTellsOfTheArgumentsWhateverTheLocale) {
+    ProgramRun const run = runDemo({"--help"});
+    EXPECT_EQ(run.output, readFile(KELCL_TEST_EXPECTED_DIR "/demo.help.txt"));
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.status, 0);
+}
+
 TEST(DemoFailures, ALocaleThatIsNotInstalledIsToldAndTheFileIsReadAsBytes) {
     std::string const locale = std::getenv("LC_ALL");
     setenv("LC_ALL", "xx_XX.nowhere", 1);
