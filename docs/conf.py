@@ -2,6 +2,7 @@
 from breathe.renderer.sphinxrenderer import SphinxRenderer
 from docutils import nodes
 from sphinx import addnodes
+from sphinx.domains.cpp import CPPDomain
 
 project = "kelcl"
 copyright = author = "the kelcl maintainers"
@@ -23,7 +24,7 @@ html_title = "kelcl"
 html_css_files = ["kelcl.css"]
 html_static_path = ["static"]
 html_copy_source = False
-html_show_sphinx = False
+html_show_sphinx = html_show_copyright = False
 pygments_dark_style = "monokai"
 toc_object_entries_show_parents = "hide"
 # The names of what is described, which the theme shows in the colour of errors.
@@ -72,6 +73,14 @@ def node_and_parents(node):
         node = node.parent
 
 
+class SearchedDomain(CPPDomain):
+    """A search need not find every parameter, and finds the buffers last."""
+    def get_objects(self):
+        for *described, page, anchor, _ in super().get_objects():
+            if described[-1] != "functionParam":
+                yield (*described, page, anchor, 2 if page == "reference/DBuffer" else 1)
+
+
 def in_order_of_the_header(render):
     """Doxygen gives static members first; a header has the order in which they are to be read. What is protected is shown
     where a page asks for it, groups included."""
@@ -91,5 +100,6 @@ def in_order_of_the_header(render):
 
 def setup(app):
     SphinxRenderer.methods["compounddef"] = in_order_of_the_header(SphinxRenderer.methods["compounddef"])
+    app.add_domain(SearchedDomain, override=True)
     # Before Sphinx collects the headings, which it does at 500.
     app.connect("doctree-read", groups_become_sections, priority=400)
