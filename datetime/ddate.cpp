@@ -54,10 +54,7 @@ DDate DDate::today() {
 
 DString DDate::monthName() const { return monthName(monthOfYear()); }
 
-DString DDate::dayName() const {
-    std::int64_t const day = signedDay() % 7;
-    return dayName(static_cast<DayOfWeek>(day < 0 ? day + 7 : day));
-}
+DString DDate::dayName() const { return dayName(dayOfWeek()); }
 
 DString DDate::asString(YearFormat format) const {
     char const* const text = ::nl_langinfo(D_FMT);

@@ -51,20 +51,30 @@ man_show_urls = False
 
 
 def groups_become_sections(app, document):
-    """The groups of a class are headings of the page, so that navigation and search lead to them."""
+    """The groups of a class and the classes in it are headings of the page, so that navigation and search lead to them."""
+    for inner in [n for n in document.findall(addnodes.desc) if n["objtype"] in ("class", "struct")]:
+        outer = next((n for n in node_and_parents(inner.parent) if isinstance(n, addnodes.desc)), None)
+        if outer is not None:
+            inner.parent.remove(inner)
+            outer.parent.insert(outer.parent.index(outer) + 1, as_section(document, inner[0].astext(), [inner]))
     titles = [n for n in document.findall(nodes.rubric) if "breathe-sectiondef-title" in n["classes"]]
     for title in reversed(titles):
         group = title.parent
         start = group.index(title)
         name = title.astext().replace("Public ", "")
-        section = nodes.section("", nodes.title(name, name), *group[start + 1:], names=[])
+        section = as_section(document, name, group[start + 1:])
         del group[start:]
-        document.set_id(section)
         of_class = next((n for n in node_and_parents(group) if isinstance(n, addnodes.desc)), None)
         if of_class is None:
             group.append(section)
         else:
             of_class.parent.insert(of_class.parent.index(of_class) + 1, section)
+
+
+def as_section(document, title, content):
+    section = nodes.section("", nodes.title(title, title), *content, names=[])
+    document.set_id(section)
+    return section
 
 
 def node_and_parents(node):

@@ -199,6 +199,9 @@ public:
     /// The day of the year, from 1. 14 September 1752 follows the 2nd here too.
     constexpr int dayOfYear() const noexcept;
 
+    /// The day of the week, on days before day number 0 too.
+    constexpr DayOfWeek dayOfWeek() const noexcept;
+
     /// The record of the date, with only the low 16 bits of the year.
     constexpr DCnrDate asICnrDate() const noexcept;
 
@@ -236,6 +239,35 @@ public:
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DDate const& date);
     /// @}
 
+    /// @name The clock's days
+    /// A date and the `std::chrono::sys_days` of the same day convert to each other, whichever calendar names
+    /// the day: 2 September 1752 is the one that `std::chrono` calls 13 September. This header does not
+    /// include `<chrono>`.
+    ///
+    /// @code
+    /// using Days = std::chrono::duration<int, std::ratio<86400>>; // from C++20 on std::chrono::days
+    /// using SysDays = std::chrono::time_point<std::chrono::system_clock, Days>; // and sys_days
+    ///
+    /// SysDays const day = DDate(DDate::January, 1, 2024);
+    /// std::cout << day.time_since_epoch().count() << '\n'; // 19723
+    /// std::cout << DDate(day + Days(1)).asString("%Y-%m-%d") << '\n'; // 2024-01-02
+    /// @endcode
+    /// @{
+
+    /// Makes the date of a day of the system's clock.
+    template <class SysDays, class = kelcl::IfSysDays<SysDays>>
+    constexpr DDate(SysDays day) noexcept
+        : julianDay_(static_cast<unsigned long>(kelcl::firstDayOfClock) +
+                     static_cast<unsigned long>(day.time_since_epoch().count())) {}
+
+    /// Makes the day of the system's clock.
+    template <class SysDays, class = kelcl::IfSysDays<SysDays>>
+    constexpr operator SysDays() const noexcept {
+        using Days = typename SysDays::duration;
+        return SysDays(Days(static_cast<typename Days::rep>(signedDay() - kelcl::firstDayOfClock)));
+    }
+    /// @}
+
     /// @name Arithmetic and order, in days
     /// @code
     /// DDate const due = DDate(DDate::January, 31, 2024) + 30;
@@ -244,6 +276,17 @@ public:
     /// std::cout << (due < DDate(DDate::March, 2, 2024)) << (due == due) << '\n'; // 11
     /// @endcode
     /// @{
+
+    /// The date `months` months later, earlier if negative; the last day of a month that is shorter.
+    ///
+    /// In September 1752, days that do not exist become the 2nd. This date stays as it is.
+    ///
+    /// @code
+    /// DDate const end(DDate::January, 31, 2024);
+    /// std::cout << end.addMonths(1).asString("%d.%m.%Y") << '\n'; // 29.02.2024
+    /// std::cout << end.addMonths(-2).asString("%d.%m.%Y") << '\n'; // 30.11.2023
+    /// @endcode
+    [[nodiscard]] constexpr DDate addMonths(int months) const noexcept;
 
     /// The date `days` days later; earlier if negative.
     friend constexpr DDate operator+(DDate date, long days) noexcept {
@@ -360,12 +403,35 @@ constexpr int DDate::dayOfYear() const noexcept {
     return static_cast<int>(*this - DDate(January, 1, year()) + 1);
 }
 
+constexpr DDate::DayOfWeek DDate::dayOfWeek() const noexcept {
+    std::int64_t const day = signedDay() % 7;
+    return static_cast<DayOfWeek>(day < 0 ? day + 7 : day);
+}
+
 constexpr DCnrDate DDate::asICnrDate() const noexcept {
     kelcl::CalendarDate const date = kelcl::calendarDate(signedDay());
     return {static_cast<std::uint8_t>(date.day), static_cast<std::uint8_t>(date.month),
             static_cast<std::uint16_t>(date.year)};
 }
 
+constexpr DDate DDate::addMonths(int months) const noexcept {
+    kelcl::CalendarDate const date = kelcl::calendarDate(signedDay());
+    kelcl::CalendarMonth const month = kelcl::monthAfter({date.year, date.month}, months);
+    DDate const last = DDate(static_cast<Month>(month.month + 1), 1, month.year) - 1;
+    return date.day > last.dayOfMonth() ? last : DDate(static_cast<Month>(month.month), date.day, month.year);
+}
+
 /// @endcond
+
+namespace std {
+
+/// Makes dates keys of `std::unordered_map` and the like.
+template <>
+struct hash<DDate> {
+    /// Returns a number that is the same for the same day.
+    size_t operator()(DDate date) const noexcept { return hash<unsigned long>()(date.julianDay()); }
+};
+
+} // namespace std
 
 #endif

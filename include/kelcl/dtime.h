@@ -119,11 +119,17 @@ public:
 
     /// @}
 
-    /// @name Order
+    /// @name Difference and order
     /// @code
     /// std::cout << (DTime(9, 30) < DTime(10, 0)) << (DTime(24, 0) == DTime()) << '\n'; // 11
+    /// std::cout << DTime(10, 0) - DTime(9, 30) << '\n';                                // 1800
     /// @endcode
     /// @{
+
+    /// The seconds from `right` to `left`; negative when `left` is earlier in the day.
+    friend constexpr long operator-(DTime left, DTime right) noexcept {
+        return left.secondsOfDay_ - right.secondsOfDay_;
+    }
 
     /// Whether both are the same second of the day.
     friend constexpr bool operator==(DTime left, DTime right) noexcept {
@@ -169,5 +175,16 @@ private:
         return rest < 0 ? rest + secondsPerDay : rest;
     }
 };
+
+namespace std {
+
+/// Makes times of day keys of `std::unordered_map` and the like.
+template <>
+struct hash<DTime> {
+    /// Returns a number that is the same for the same second of the day.
+    size_t operator()(DTime time) const noexcept { return hash<long>()(time.secondsOfDay()); }
+};
+
+} // namespace std
 
 #endif

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_set>
 
 #include <gtest/gtest.h>
 
@@ -160,6 +161,19 @@ TEST(TimeFormats, AFormatThatGivesNothingGivesTheEmptyString) {
 
 TEST(TimeFormatOddities, TheDateOfATimeIsTheLastDayOf1899ByDesign) {
     EXPECT_EQ(bytes(DTime(1, 2, 3).asString("%Y-%m-%d %u")), "1899-12-31 7");
+}
+
+TEST(TimeOfDay, DiffersFromAnotherBySecondsWithinTheDay) {
+    EXPECT_EQ(DTime(7, 30) - DTime(6, 0), 5400);
+    EXPECT_EQ(DTime(0, 0, 1) - DTime(23, 59, 59), -86398);
+    EXPECT_EQ(DTime(12, 0) - DTime(12, 0), 0);
+}
+
+TEST(TimeOfDay, HasAHash) {
+    std::unordered_set<DTime> const times{DTime(7, 30), DTime(7, 31)};
+    EXPECT_EQ(times.size(), 2u);
+    EXPECT_EQ(times.count(DTime(6, 90)), 1u);
+    EXPECT_EQ(times.count(DTime(7, 32)), 0u);
 }
 
 } // namespace

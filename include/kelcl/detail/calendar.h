@@ -7,6 +7,7 @@
 #define KELCL_DETAIL_CALENDAR_H
 
 #include <cstdint>
+#include <type_traits>
 
 namespace kelcl {
 
@@ -18,6 +19,7 @@ inline constexpr short daysBeforeMonth[2][13] = {
 
 inline constexpr std::int64_t lastJulianDay = 2361221; ///< 2 September 1752.
 inline constexpr int daysDropped = 11;
+inline constexpr std::int64_t firstDayOfClock = 2440588; ///< 1 January 1970.
 
 struct CalendarDate {
     int year;
@@ -129,6 +131,26 @@ constexpr CalendarDate calendarDate(std::int64_t dayNumber) noexcept {
     return sinceSwitch < nearDays ? nearCalendarDate(static_cast<std::uint32_t>(sinceSwitch))
                                   : anyCalendarDate(dayNumber);
 }
+
+struct CalendarMonth {
+    int year;
+    int month;
+};
+
+/// The month `months` months later. There is no year 0 between -1 and 1.
+constexpr CalendarMonth monthAfter(CalendarMonth from, int months) noexcept {
+    std::int64_t const years = std::int64_t{from.year} + (from.year > 0 ? 0 : 1);
+    std::int64_t const count = 12 * years + (from.month - 1) + months;
+    std::int64_t const inYear = count % 12 < 0 ? count % 12 + 12 : count % 12;
+    std::int64_t const year = (count - inYear) / 12;
+    return {static_cast<int>(year - (year > 0 ? 0 : 1)), static_cast<int>(inYear + 1)};
+}
+
+/// `std::chrono::sys_days`, known by what only it has, as its header costs a compiler much: its clock tells
+/// the time of C, and its unit is the day.
+template <class SysDays>
+using IfSysDays = std::enable_if_t<SysDays::period::num == 86400 && SysDays::period::den == 1,
+                                   decltype(&SysDays::clock::to_time_t)>;
 
 } // namespace kelcl
 

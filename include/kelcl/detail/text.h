@@ -47,9 +47,8 @@ using IfOtherPiece =
 
 /// An integer of a type that has no overload of its own and is not promoted to one that has.
 template <class I>
-using IfOtherInteger =
-    std::enable_if_t<std::is_integral_v<I> && (sizeof(I) > sizeof(int) || sizeof(I) == sizeof(int)) &&
-                     !std::is_same_v<I, int> && !std::is_same_v<I, unsigned int>>;
+using IfOtherInteger = std::enable_if_t<std::is_integral_v<I> && sizeof(I) >= sizeof(int) &&
+                                        !std::is_same_v<I, int> && !std::is_same_v<I, unsigned int>>;
 
 template <class I>
 constexpr bool isNegative(I index) noexcept {
