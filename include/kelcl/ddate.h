@@ -245,8 +245,9 @@ public:
     /// include `<chrono>`.
     ///
     /// @code
-    /// using Days = std::chrono::duration<int, std::ratio<86400>>; // from C++20 on std::chrono::days
-    /// using SysDays = std::chrono::time_point<std::chrono::system_clock, Days>; // and sys_days
+    /// // From C++20 on these are std::chrono::days and std::chrono::sys_days.
+    /// using Days = std::chrono::duration<int, std::ratio<86400>>;
+    /// using SysDays = std::chrono::time_point<std::chrono::system_clock, Days>;
     ///
     /// SysDays const day = DDate(DDate::January, 1, 2024);
     /// std::cout << day.time_since_epoch().count() << '\n'; // 19723
