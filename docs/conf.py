@@ -47,7 +47,7 @@ REFERENCES = {
 man_pages = [("reference/kelcl", "kelcl", "classes for text, errors, tracing and dates", [], 7),
              ("reference/text-tools", "kelcl_text", "ranges, columns and numbers of text", [], 3)] + [
     (f"reference/{name}", name, brief, [], 3) for name, brief in REFERENCES.items()]
-man_show_urls = False
+man_make_section_directory = True
 
 
 def groups_become_sections(app, document):

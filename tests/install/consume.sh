@@ -57,35 +57,38 @@ build_consumer() {
     "$cmake" --build "$work/$way"
 }
 
-# block PAGE LANGUAGE NUMBER SECTION: that block of the page, counted from the heading SECTION (or the first line) on.
+page=README.md
+# block LANGUAGE NUMBER SECTION: that block of $page, counted from the heading SECTION (or the first line) on.
 block() {
-    awk -v fence="\`\`\`$2" -v number="$3" -v heading="## $4" -v open="$([ -n "$4" ] || echo yes)" '
+    awk -v fence="\`\`\`$1" -v number="$2" -v heading="## $3" -v open="$([ -n "$3" ] || echo yes)" '
         $0 == heading { open = "yes" }
         !open { next }
         inside && /^```$/ { exit }
         inside { print; found = 1 }
         $0 == fence && ++seen == number { inside = 1 }
-        END { exit !found }' "$source/$1" || fail "$1 has no block $3 of $2 after the heading '$4'"
+        END { exit !found }' "$source/$page" || fail "$page has no block $2 of $1 after the heading '$3'"
 }
 
 # build_as_told PAGE SECTION FIRST: saves the page's program, builds and runs it by the blocks FIRST and FIRST + 1 of commands.
 build_as_told() {
+    page=$1
     rm -rf "$work/readme"
     mkdir "$work/readme"
     cd "$work/readme"
-    block "$1" cpp 1 "" >host.cpp
-    block "$1" text 1 "" >expected
-    block "$1" cmake 1 "$2" >CMakeLists.txt
+    block cpp 1 "" >host.cpp
+    block text 1 "" >expected
+    block cmake 1 "$2" >CMakeLists.txt
     for number in $3 $(($3 + 1)); do
-        block "$1" sh $number "$2" >commands
+        block sh $number "$2" >commands
         prefix=$prefix CXX=$cxx sh -eu commands >printed
-        tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "$1 shows another output than its program prints"
+        tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "$page shows another output than its program prints"
     done
 }
 
 # find_catalogs_as_told PAGE NUMBER SECTION: that block of commands leads a program to the German catalog.
 find_catalogs_as_told() {
-    block "$1" sh "$2" "$3" >"$work/commands"
+    page=$1
+    block sh "$2" "$3" >"$work/commands"
     echo 'printf %s "$NLSPATH"' >>"$work/commands"
     expect de de_DE.UTF-8 "$(prefix=$prefix sh -eu "$work/commands")" "$work/readme/consumer"
 }
@@ -130,7 +133,7 @@ readme_install)
     mkdir "$work/clone"
     (cd "$source" && tar -c --exclude=./build --exclude=./.git .) | tar -x -C "$work/clone"
     cd "$work/clone"
-    block README.md sh 1 "Install and use" >"$work/commands"
+    block sh 1 "Install and use" >"$work/commands"
     HOME=$work/clone CXX=$cxx sh -eu "$work/commands" >"$work/clone.log" 2>&1 || {
         tail -n 40 "$work/clone.log" >&2
         fail "README's commands for building and installing fail; the end of their output is above"
