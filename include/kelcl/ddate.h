@@ -103,6 +103,15 @@ public:
     };
 
     /// @name Rules of the calendar
+    /// Ask isValid() before a date is made of numbers that come from elsewhere.
+    /// @code
+    /// std::cout << DDate::isLeapYear(1900) << DDate::isLeapYear(2000) << '\n'; // 01
+    /// std::cout << DDate::daysInMonth(DDate::February, 2024) << '\n';  // 29
+    /// std::cout << DDate::daysInYear(1752) << '\n';                    // 355
+    /// std::cout << DDate::isValid(DDate::September, 10, 1752) << '\n'; // 0
+    /// std::cout << DDate::monthName(DDate::May) << '\n';               // May
+    /// std::cout << DDate::dayName(DDate::Sunday) << '\n';              // Sunday
+    /// @endcode
     /// @{
 
     /// Whether `year` has a 29 February: divisible by 4 and, from 1752 on, by 400 or not by 100.
@@ -128,6 +137,12 @@ public:
     /// @}
 
     /// @name Construction
+    /// Nothing is refused: what is no date becomes one, by the rules of initialize().
+    /// @code
+    /// std::cout << DDate(DDate::February, 30, 2024).asString("%Y-%m-%d") << '\n'; // 2024-03-01
+    /// std::cout << DDate(60, 2024).asString("%Y-%m-%d") << '\n';                  // 2024-02-29
+    /// std::cout << DDate::fromJulianDay(0).year() << '\n';                        // -4713
+    /// @endcode
     /// @{
 
     /// Makes the date with day number 0, 1 January -4713.
@@ -161,6 +176,12 @@ public:
     /// @}
 
     /// @name Reading
+    /// @code
+    /// DDate const date(DDate::March, 1, 2024);
+    /// std::cout << date.year() << '-' << date.monthOfYear() << '-' << date.dayOfMonth() << '\n'; // 2024-3-1
+    /// std::cout << date.dayOfYear() << ' ' << date.julianDay() << '\n'; // 61 2460371
+    /// std::cout << date.dayName() << " in " << date.monthName() << '\n'; // Friday in March
+    /// @endcode
     /// @{
 
     /// The day number: the days since 1 January -4713. Modulo 7 it is the DayOfWeek, from day number 0 on.
@@ -192,6 +213,11 @@ public:
     /// @}
 
     /// @name Formatting
+    /// @code
+    /// DDate const date(DDate::March, 7, 1985);
+    /// std::cout << date << ' ' << date.asString(DDate::fourDigitYear) << '\n'; // 03/07/85 03/07/1985
+    /// std::cout << date.asString("%A, %d %B %Y") << '\n';                      // Thursday, 07 March 1985
+    /// @endcode
     /// @{
 
     /// The date in the locale's date format.
@@ -219,8 +245,9 @@ public:
     /// include `<chrono>`.
     ///
     /// @code
-    /// using Days = std::chrono::duration<int, std::ratio<86400>>; // from C++20 on std::chrono::days
-    /// using SysDays = std::chrono::time_point<std::chrono::system_clock, Days>; // and sys_days
+    /// // From C++20 on these are std::chrono::days and std::chrono::sys_days.
+    /// using Days = std::chrono::duration<int, std::ratio<86400>>;
+    /// using SysDays = std::chrono::time_point<std::chrono::system_clock, Days>;
     ///
     /// SysDays const day = DDate(DDate::January, 1, 2024);
     /// std::cout << day.time_since_epoch().count() << '\n'; // 19723
@@ -243,6 +270,12 @@ public:
     /// @}
 
     /// @name Arithmetic and order, in days
+    /// @code
+    /// DDate const due = DDate(DDate::January, 31, 2024) + 30;
+    /// std::cout << due.asString("%d.%m.%Y") << '\n';                              // 01.03.2024
+    /// std::cout << due - DDate(DDate::January, 1, 2024) << '\n';                  // 60
+    /// std::cout << (due < DDate(DDate::March, 2, 2024)) << (due == due) << '\n'; // 11
+    /// @endcode
     /// @{
 
     /// The date `months` months later, earlier if negative; the last day of a month that is shorter.

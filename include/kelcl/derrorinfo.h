@@ -204,6 +204,14 @@ private:
 /// `%1`.
 ///
 /// Error id 1, recoverable, group DException::other.
+///
+/// @code
+/// try {
+///     DExcept__assertParameter("port >= 1", DEXCEPTION_LOCATION());
+/// } catch (DInvalidParameter const& error) {
+///     std::cout << error.text(0) << '\n'; // The condition does not hold: port >= 1
+/// }
+/// @endcode
 [[noreturn]] KELCL_EXPORT void DExcept__assertParameter(char const* text, DExceptionLocation const& location);
 
 /// Reports and throws a DInvalidRequest with message 1 of the library's catalog, `text` in place of its `%1`.
@@ -224,6 +232,14 @@ KELCL_EXPORT void DExcept__throwError(unsigned long errorId, DExceptionLocation 
 /// catalog, `value` in place of its `%1`. Returns if `type` is 8 or more.
 ///
 /// The group is DException::baseLibrary. With a null `value` the marker stays.
+///
+/// @code
+/// try {
+///     DExcept__throwLibraryError(4, DEXCEPTION_LOCATION(), DBaseErrorInfo::accessError);
+/// } catch (DAccessError const& error) {
+///     std::cout << error.text(0) << '\n'; // There is not enough memory for the operation.
+/// }
+/// @endcode
 KELCL_EXPORT void DExcept__throwLibraryError(unsigned long errorId, DExceptionLocation const& location,
                                              DBaseErrorInfo::ExceptionType type,
                                              DException::Severity severity = DException::recoverable,

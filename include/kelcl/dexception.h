@@ -101,6 +101,15 @@ public:
     static char const* const other;
     /// @}
 
+    /// @name Construction
+    /// @code
+    /// DException const error("the disk is full", 28, DException::recoverable);
+    /// DException const copy(error);
+    /// std::cout << copy.text(0) << '\n';                                   // the disk is full
+    /// std::cout << copy.errorId() << ' ' << copy.isRecoverable() << '\n'; // 28 1
+    /// @endcode
+    /// @{
+
     /// Makes an exception with a private copy of `text` as its only text, no location and the group
     /// baseLibrary. Null gives no text.
     explicit DException(char const* text, unsigned long errorId = 0,
@@ -122,6 +131,20 @@ public:
     /// Frees the texts.
     virtual ~DException();
 
+    /// @}
+
+    /// @name What a class may override
+    /// @code
+    /// class ParseError final : public DException {
+    /// public:
+    ///     using DException::DException;
+    ///     char const* name() const override { return "ParseError"; }
+    /// };
+    /// ParseError const error("a bracket is missing");
+    /// std::cout << error.name() << ": " << error.text(0) << '\n'; // ParseError: a bracket is missing
+    /// @endcode
+    /// @{
+
     /// Whether the program may go on: the severity is nonzero.
     virtual bool isRecoverable() const;
 
@@ -141,6 +164,19 @@ public:
 
     /// Ends the program through std::terminate().
     virtual void terminate();
+
+    /// @}
+
+    /// @name Texts and locations
+    /// @code
+    /// DException error("no such file");
+    /// error.setText("the letter").appendText(" is lost");
+    /// error.addLocation(DExceptionLocation("post.cpp", "open", 12));
+    /// std::cout << error.textCount() << " texts\n";                   // 2 texts
+    /// std::cout << error.text(0) << ": " << error.text(1) << '\n';    // the letter is lost: no such file
+    /// std::cout << error.locationAtIndex(0)->functionName() << '\n'; // open
+    /// @endcode
+    /// @{
 
     /// Puts a copy of `text` in front of the texts, so that it becomes text(0): nothing is replaced.
     ///
@@ -168,6 +204,18 @@ public:
     /// The number of locations, 0 to 5.
     unsigned long locationCount() const noexcept { return locationCount_; }
 
+    /// @}
+
+    /// @name Error id, group and severity
+    /// @code
+    /// DException error("no such file");
+    /// error.setErrorId(2).setSeverity(DException::recoverable);
+    /// error.setErrorCodeGroup(DException::CLibrary);
+    /// std::cout << error.errorId() << ' ' << error.isRecoverable() << '\n'; // 2 1
+    /// std::cout << error.errorCodeGroup() << '\n';                          // Standard C Library
+    /// @endcode
+    /// @{
+
     /// The message number or system error number; 0 when there is none.
     unsigned long errorId() const noexcept { return errorId_; }
 
@@ -184,6 +232,11 @@ public:
     /// Sets the severity, and returns `*this`.
     DException& setSeverity(Severity severity) noexcept;
 
+    /// @}
+
+    /// @name For the whole process
+    /// @{
+
     /// Reports and throws a DAssertionFailure with `text`, error id 0, unrecoverable, at `location`, in the
     /// group other.
     [[noreturn]] static void assertParameter(char const* text, DExceptionLocation location);
@@ -193,6 +246,7 @@ public:
     /// Only its address is kept: it must live as long as exceptions may be thrown. Meant for start-up, before
     /// other threads throw.
     static void setTraceFunction(TraceFn& function) noexcept;
+    /// @}
 
 private:
     static constexpr unsigned long maxLocations = 5;

@@ -63,6 +63,12 @@ public:
     /// inserted as they are; markers inside them are not replaced. A marker above `count` or whose value is
     /// null, `%0`, and any other `%` stay. `%%` stays as it is, and the character after it is no marker
     /// digit.
+    /// @code
+    /// char const* const values[] = {"letter.txt", "12"};
+    /// char* const text = DMessageText::replaceVars("line %2 of %1, 50 %", values, 2);
+    /// std::cout << text << '\n'; // line 12 of letter.txt, 50 %
+    /// delete[] text;
+    /// @endcode
     static char* replaceVars(char const* pattern, char const* const* values, unsigned long count) noexcept;
 
 private:

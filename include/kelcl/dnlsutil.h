@@ -103,6 +103,15 @@ KELCL_EXPORT unsigned int findNextCharNum(char const* s, unsigned int len, unsig
 /// Pieces of a text from byte `start` (1-based, 0 counts as 1) on, with pad characters in place of the bytes
 /// of a character that was cut. All is pad if the start cannot be located or `s` is null. A sequence that
 /// stands for two wide characters is kept as it is.
+///
+/// @code
+/// std::setlocale(LC_ALL, "en_US.UTF-8");
+/// DString const city("Z\u00FCrich");
+/// char piece[5];
+/// std::cout << std::string(getSubString(city.c_str(), 7, 3, '.', piece, 3), 3) << '\n';   // .ri
+/// char rest[8];
+/// std::cout << std::string(rest, getRemainString(city.c_str(), 7, 5, '.', rest)) << '\n'; // ich
+/// @endcode
 /// @{
 
 /// Writes the piece from byte `start` to the end to `out` and returns the bytes written; 0 if `start` is past
@@ -124,6 +133,11 @@ KELCL_EXPORT char* getSubString(char const* s, unsigned int len, unsigned int st
 /// @}
 
 /// @name Byte tests
+///
+/// @code
+/// std::cout << isAllDigits("2024", 4) << isAllDigits("20x4", 4) << isAllHexDigits("c0de", 4) << '\n'; // 101
+/// std::cout << indexThatIsNot("  text", 6, ' ') << '\n';                                          // 3
+/// @endcode
 /// @{
 
 /// 1 if every byte is one of the digits 0 to 9, also of no bytes; else 0.

@@ -19,14 +19,9 @@
 
 namespace kelcl {
 
-/// @name Text tools
-/// They take the same texts as DString: a `char const*` (null counts as empty), a `DString`, a `std::string`
-/// or a `std::string_view`. Positions are 1-based and count bytes.
-///
-/// **Ranges** are lazy: a piece is looked for when the loop comes to it, in time linear in what it passes,
-/// and without memory of its own. A piece is a `std::string_view` of the text. The range shares the text of a
-/// `DString` and keeps a copy of a `std::string` that is a temporary; any other text must stay as it is while
-/// the range or one of its pieces is in use. Pieces of a shared or copied text must not outlive the range.
+/// @name Asking
+/// The functions of this header take the same texts as DString: a `char const*` (null counts as empty), a
+/// `DString`, a `std::string` or a `std::string_view`. Positions are 1-based and count bytes.
 /// @{
 
 /// Whether `text` begins with `prefix`; every text begins with the empty one.
@@ -83,6 +78,15 @@ unsigned int indexOfIgnoringCase(T const& text, U const& pattern, unsigned int s
     if (DString::fgI18NState == 1) return detail::indexInLocale(whole, part, startPos);
     return DString(whole).lowerCase().indexOf(DString(part).lowerCase(), startPos);
 }
+
+/// @}
+
+/// @name Ranges
+/// They are lazy: a piece is looked for when the loop comes to it, in time linear in what it passes,
+/// and without memory of its own. A piece is a `std::string_view` of the text. The range shares the text of a
+/// `DString` and keeps a copy of a `std::string` that is a temporary; any other text must stay as it is while
+/// the range or one of its pieces is in use. Pieces of a shared or copied text must not outlive the range.
+/// @{
 
 /// The words of a text, by the rule of DString::word: what is between blanks, tabs and line ends (the bytes 9
 /// to 13 and 32).
@@ -160,6 +164,11 @@ template <class Range, class S>
     return result;
 }
 
+/// @}
+
+/// @name Numbers
+/// @{
+
 /// The number that all of the text is, written as C++ writes it, whatever the locale: an integer in decimal
 /// with a minus sign or none, a floating-point number with a point or an exponent as well. Nothing if the
 /// text is something else (blanks around it, a plus sign, a second word) or the number does not fit.
@@ -179,6 +188,12 @@ std::optional<Number> toNumber(T const& text) {
     if (error != std::errc() || stop != end) return std::nullopt;
     return number;
 }
+
+/// @}
+
+/// @name Columns of a terminal
+/// In the locale of the moment; nothing is thrown for bytes that are no character. Linear in the text.
+/// @{
 
 /// How many columns a text takes on a terminal: two for wide characters as those of Chinese, none for
 /// combining and control characters, one for a byte that is part of no character, as the locale has it

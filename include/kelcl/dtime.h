@@ -41,6 +41,14 @@ static_assert(sizeof(DCnrTime) == 4, "the record has no gaps");
 /// @endcode
 class KELCL_EXPORT DTime {
 public:
+    /// @name Construction
+    /// @code
+    /// std::cout << DTime(9, 5).asString("%H:%M:%S") << '\n';        // 09:05:00
+    /// std::cout << DTime(23, 59, 61).asString("%H:%M:%S") << '\n';  // 00:00:01
+    /// std::cout << DTime::fromSeconds(-1).asString("%H:%M:%S") << '\n'; // 23:59:59
+    /// @endcode
+    /// @{
+
     /// Makes midnight.
     constexpr DTime() noexcept = default;
 
@@ -61,6 +69,15 @@ public:
 
     /// The present time of day in the time zone of the process.
     static DTime now();
+    /// @}
+
+    /// @name Reading
+    /// @code
+    /// DTime const time(15, 4, 5);
+    /// std::cout << time.hours() << ' ' << time.minutes() << ' ' << time.seconds() << '\n'; // 15 4 5
+    /// std::cout << time.secondsOfDay() << '\n';                                            // 54245
+    /// @endcode
+    /// @{
 
     /// The seconds since midnight, 0 to 86399.
     constexpr long secondsOfDay() const noexcept { return secondsOfDay_; }
@@ -80,6 +97,15 @@ public:
                 static_cast<std::uint8_t>(seconds()), 0};
     }
 
+    /// @}
+
+    /// @name Formatting
+    /// @code
+    /// std::cout << DTime(15, 4, 5) << '\n';                     // 15:04:05
+    /// std::cout << DTime(15, 4, 5).asString("%I:%M %p") << '\n'; // 03:04 PM
+    /// @endcode
+    /// @{
+
     /// The time in a `strftime` format, by default the locale's. Null gives the empty string.
     ///
     /// A text of more than 64 MiB comes out empty. The day passed to the C library is the last of 1899:
@@ -90,6 +116,15 @@ public:
 
     /// Writes the time in the locale's format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DTime const& time);
+
+    /// @}
+
+    /// @name Difference and order
+    /// @code
+    /// std::cout << (DTime(9, 30) < DTime(10, 0)) << (DTime(24, 0) == DTime()) << '\n'; // 11
+    /// std::cout << DTime(10, 0) - DTime(9, 30) << '\n';                                // 1800
+    /// @endcode
+    /// @{
 
     /// The seconds from `right` to `left`; negative when `left` is earlier in the day.
     friend constexpr long operator-(DTime left, DTime right) noexcept {
@@ -125,6 +160,7 @@ public:
     friend constexpr bool operator>=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ >= right.secondsOfDay_;
     }
+    /// @}
 
 private:
     static constexpr long secondsPerDay = 86400;

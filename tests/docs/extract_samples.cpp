@@ -146,8 +146,9 @@ bool isWholeProgram(FoundSample const& sample) {
 void writeIncludes(std::ostream& out, std::vector<FoundSample> const& samples) {
     out << "#include \"tests/docs/sample.h\"\n#include <kelcl/fmt.h>\n#include <kelcl/kelcl.h>\n";
     for (char const* header :
-         {"algorithm", "cctype", "cerrno", "chrono", "clocale", "cstdio", "cstdlib", "iomanip", "iostream",
-          "map", "new", "sstream", "string", "string_view", "thread", "unordered_set", "vector"})
+         {"algorithm", "cctype",  "cerrno",      "chrono",   "clocale",       "cstdio", "cstdlib",
+          "exception", "fstream", "iomanip",     "iostream", "map",           "new",    "optional",
+          "sstream",   "string",  "string_view", "thread",   "unordered_set", "vector"})
         out << "#include <" << header << ">\n";
     for (FoundSample const& sample : samples)
         for (std::string const& line : sample.code)

@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs the library and builds and runs a host program against it, as a user would.
 # Usage: consume.sh WAY CMAKE CXX GDB SOURCE BUILD WORK
-# WAY is one of: add_subdirectory (it installs as well; the others need it), find_package, pkg_config, readme, debugger, usr.
+# WAY is one of: add_subdirectory (it installs as well; the others need it), find_package, pkg_config, readme, readme_install,
+# debugger, usr.
 set -eu
 
 way=$1
@@ -56,14 +57,40 @@ build_consumer() {
     "$cmake" --build "$work/$way"
 }
 
-# block LANGUAGE NUMBER SECTION: that block of the README, counted from the heading SECTION (or the first line) on.
+page=README.md
+# block LANGUAGE NUMBER SECTION: that block of $page, counted from the heading SECTION (or the first line) on.
 block() {
     awk -v fence="\`\`\`$1" -v number="$2" -v heading="## $3" -v open="$([ -n "$3" ] || echo yes)" '
         $0 == heading { open = "yes" }
         !open { next }
         inside && /^```$/ { exit }
-        inside { print }
-        $0 == fence && ++seen == number { inside = 1 }' "$source/README.md"
+        inside { print; found = 1 }
+        $0 == fence && ++seen == number { inside = 1 }
+        END { exit !found }' "$source/$page" || fail "$page has no block $2 of $1 after the heading '$3'"
+}
+
+# build_as_told PAGE SECTION FIRST: saves the page's program, builds and runs it by the blocks FIRST and FIRST + 1 of commands.
+build_as_told() {
+    page=$1
+    rm -rf "$work/readme"
+    mkdir "$work/readme"
+    cd "$work/readme"
+    block cpp 1 "" >host.cpp
+    block text 1 "" >expected
+    block cmake 1 "$2" >CMakeLists.txt
+    for number in $3 $(($3 + 1)); do
+        block sh $number "$2" >commands
+        prefix=$prefix CXX=$cxx sh -eu commands >printed
+        tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "$page shows another output than its program prints"
+    done
+}
+
+# find_catalogs_as_told PAGE NUMBER SECTION: that block of commands leads a program to the German catalog.
+find_catalogs_as_told() {
+    page=$1
+    block sh "$2" "$3" >"$work/commands"
+    echo 'printf %s "$NLSPATH"' >>"$work/commands"
+    expect de de_DE.UTF-8 "$(prefix=$prefix sh -eu "$work/commands")" "$work/readme/consumer"
 }
 
 case $way in
@@ -90,20 +117,31 @@ pkg_config)
     run "$work/pkg_config_consumer"
     ;;
 readme)
-    # What the README says under "Install and use" is done as it stands there, its first block (building and installing)
-    # apart. The program and what it prints are the first blocks of their languages.
-    rm -rf "$work/readme"
-    mkdir "$work/readme"
-    cd "$work/readme"
-    block cpp 1 "" >host.cpp
-    block text 1 "" >expected
-    block cmake 1 "Install and use" >CMakeLists.txt
-    for number in 2 3; do
-        block sh $number "Install and use" >commands
-        [ -s commands ] || fail "README.md has no block $number of commands"
-        prefix=$prefix CXX=$cxx sh -eu commands >printed
-        tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "README.md shows another output than its program prints"
-    done
+    # What README and guide say is done as it stands there.
+    build_as_told README.md "Install and use" 2
+    build_as_told docs/guide/first-program.md "Build it" 1
+    compile_with_pkg_config "$consumer/main.cpp" "$work/readme/consumer"
+    find_catalogs_as_told README.md 1 "What the environment decides"
+    find_catalogs_as_told docs/guide/catalogs.md 1 ""
+    # Those six, what readme_install runs, and two with nothing but verbs of ./dev.
+    blocks=$(cd "$source" && grep -rc '^```sh$' README.md docs --include='*.md' | awk -F : '{ sum += $2 } END { print sum }')
+    [ "$blocks" -eq 9 ] || fail "README and guide have $blocks blocks of commands, of which 9 are run: run the others here too"
+    ;;
+readme_install)
+    # In a copy of the tree, as in a fresh clone.
+    rm -rf "$work/clone"
+    mkdir "$work/clone"
+    (cd "$source" && tar -c --exclude=./build --exclude=./.git .) | tar -x -C "$work/clone"
+    cd "$work/clone"
+    block sh 1 "Install and use" >"$work/commands"
+    HOME=$work/clone CXX=$cxx sh -eu "$work/commands" >"$work/clone.log" 2>&1 || {
+        tail -n 40 "$work/clone.log" >&2
+        fail "README's commands for building and installing fail; the end of their output is above"
+    }
+    prefix=$work/clone/kelcl
+    compile_with_pkg_config "$consumer/main.cpp" "$work/readme_consumer"
+    run "$work/readme_consumer"
+    rm -rf "$work/clone"
     ;;
 debugger)
     # gdb finds the printers beside the installed library once it trusts that folder.
