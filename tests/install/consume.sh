@@ -26,16 +26,32 @@ text_of() {
     sed -n 's/^1011 "\(.*\)"$/\1/p' "$source/catalog/$file"
 }
 
-# expect LANGUAGE LANG NLSPATH PROGRAM: as a user has it whose environment is otherwise empty.
+# expect LANGUAGE LOCALE NLSPATH PROGRAM: as a user has it whose environment is otherwise empty. LOCALE is one variable, for
+# example LANG=de_DE.UTF-8.
 expect() {
-    printed=$(env -i LANG="$2" NLSPATH="$3" ${LD_LIBRARY_PATH:+LD_LIBRARY_PATH="$LD_LIBRARY_PATH"} "$4") ||
-        fail "$4 fails with LANG=$2 NLSPATH=$3"
-    [ "$printed" = "$(text_of "$1")" ] || fail "with LANG=$2 NLSPATH=$3 the text is '$printed', not '$(text_of "$1")'"
+    printed=$(env -i "$2" NLSPATH="$3" ${LD_LIBRARY_PATH:+LD_LIBRARY_PATH="$LD_LIBRARY_PATH"} "$4") ||
+        fail "$4 fails with $2 NLSPATH=$3"
+    [ "$printed" = "$(text_of "$1")" ] || fail "with $2 NLSPATH=$3 the text is '$printed', not '$(text_of "$1")'"
 }
 
+# expect_english_elsewhere NLSPATH PROGRAM: in languages that have no catalog. The C library asks LANG for the language; who
+# sets only LC_ALL has none, so gets English in all languages.
+expect_english_elsewhere() {
+    for locale in LANG=pt_BR.UTF-8 LANG=it_IT.UTF-8 LANG=zh_CN.GB18030 LANG=sr_RS@latin LANG=eo \
+        LC_ALL=pt_BR.UTF-8 LC_ALL=zh_CN.UTF-8 LC_ALL=de_DE.UTF-8 LANG= LANG=C LANG=POSIX LANG=C.UTF-8; do
+        expect en $locale "$1" "$2"
+    done
+}
+
+# run PROGRAM: with the NLSPATH that README.md tells.
 run() {
-    expect en C "$prefix/share/locale/%l/LC_MESSAGES/%N" "$1"
-    expect de de_DE.UTF-8 "$prefix/share/locale/%l/LC_MESSAGES/%N" "$1"
+    nlspath=$(unset NLSPATH && block sh 1 "What the environment decides" >"$work/export" && . "$work/export" && echo "$NLSPATH")
+    for language in de es fr ja en; do
+        expect $language LANG=$language "$nlspath" "$1"
+        expect $language LANG=${language}_XX.UTF-8 "$nlspath" "$1"
+    done
+    expect_english_elsewhere "$nlspath" "$1"
+    expect en LANG=xx_XX "$nlspath" "$1"
 }
 
 # compile_with_pkg_config SOURCE PROGRAM
@@ -127,12 +143,22 @@ usr)
     [ -n "$places" ] || fail "$libc does not say where it looks for message catalogs"
     below_root=$(printf '%s' "$places" | sed "s,^/,$work/staged/,; s,:/,:$work/staged/,g")
     for language in de es fr ja en; do
-        expect $language $language "$below_root" "$work/usr_consumer"
-        expect $language "${language}_XX.UTF-8" "$below_root" "$work/usr_consumer"
+        expect $language LANG=$language "$below_root" "$work/usr_consumer"
+        expect $language LANG=${language}_XX.UTF-8 "$below_root" "$work/usr_consumer"
     done
-    for lang in '' C POSIX C.UTF-8; do
-        expect en "$lang" "$below_root" "$work/usr_consumer"
-    done
+    expect_english_elsewhere "$below_root" "$work/usr_consumer"
+    # Every other language that the C library has a locale of. A language that it does not know finds nothing.
+    sed 's/[_.@ ].*//' /usr/share/i18n/SUPPORTED | grep -v '^#' | sort -u >"$work/languages"
+    [ "$(wc -l <"$work/languages")" -gt 150 ] || fail "/usr/share/i18n/SUPPORTED does not list the locales"
+    while read -r language; do
+        case $language in
+        de | es | fr | ja) ;;
+        *) expect en LANG="$language" "$below_root" "$work/usr_consumer" ;;
+        esac
+    done <"$work/languages"
+    if env -i LANG=xx NLSPATH="$below_root" "$work/usr_consumer" >"$work/usr_unknown"; then
+        fail "in a language that nobody knows there is a catalog as well: $(cat "$work/usr_unknown")"
+    fi
     find "$work/staged/usr/share/gdb/auto-load/usr" -name 'libkelcl.so.3.10.1-gdb.py' | grep . ||
         fail "the printers are not where gdb looks for those of a library under /usr"
     ;;

@@ -26,7 +26,9 @@ contents() {
     for control in postinst postrm shlibs triggers; do
         dpkg-deb --info "$1" $control 2>/dev/null | sed "s/^/$control: /"
     done
-    dpkg-deb --contents "$1" | sed -E "s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,; s,$multiarch,MULTIARCH,g"
+    # Folders of languages are left out: what lies in them tells enough.
+    dpkg-deb --contents "$1" |
+        sed -E "/^d.*\/locale\/./d; s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,; s,$multiarch,MULTIARCH,g"
 }
 
 same=true
