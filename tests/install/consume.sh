@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs the library and builds and runs a host program against it, as a user would.
 # Usage: consume.sh WAY CMAKE CXX GDB SOURCE BUILD WORK
-# WAY is one of: add_subdirectory (it installs as well; the others need it), find_package, pkg_config, readme, debugger, usr.
+# WAY is one of: install (the others need it), find_package, pkg_config, readme, debugger, usr, subproject, static.
 set -eu
 
 way=$1
@@ -54,9 +54,9 @@ run() {
     expect en LANG=xx_XX "$nlspath" "$1"
 }
 
-# compile_with_pkg_config SOURCE PROGRAM
+# compile_with_pkg_config SOURCE PROGRAM [PREFIX]
 compile_with_pkg_config() {
-    PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name kelcl.pc)")
+    PKG_CONFIG_PATH=$(dirname "$(find "${3:-$prefix}" -name kelcl.pc)")
     export PKG_CONFIG_PATH
     version=$(pkg-config --modversion kelcl)
     [ "$version" = 3.10.1 ] || fail "kelcl.pc has version $version"
@@ -65,11 +65,39 @@ compile_with_pkg_config() {
         "-Wl,-rpath,$(pkg-config --variable=libdir kelcl)"
 }
 
-# build_consumer OPTION...: in $work/$way
+# configure_consumer FOLDER OPTION...
+configure_consumer() {
+    folder=$1
+    shift
+    rm -rf "${folder:?}"
+    "$cmake" -S "$consumer" -B "$folder" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" "$@"
+}
+
+# build_consumer FOLDER OPTION...: and runs what it built.
 build_consumer() {
-    rm -rf "${work:?}/$way"
-    "$cmake" -S "$consumer" -B "$work/$way" -G Ninja -DCMAKE_CXX_COMPILER="$cxx" "$@"
-    "$cmake" --build "$work/$way"
+    configure_consumer "$@"
+    "$cmake" --build "$1"
+    run "$1/consumer"
+    "$1/start_up" || fail "a host's static object does not find the library as it should; see above"
+}
+
+# readme_program CMAKE_BLOCK: lays the program of README.md and that of its CMakeLists.txt into the current folder, and what the
+# program prints as the file expected. They are the first blocks of their languages.
+readme_program() {
+    block cpp 1 "" >host.cpp
+    block text 1 "" >expected
+    block cmake "$1" "Install and use" >CMakeLists.txt
+}
+
+# holds_no_path DIRECTORY PATH...
+holds_no_path() {
+    directory=$1
+    shift
+    for path in "$@"; do
+        if found=$(sh "$source/tests/support/holders_of_path.sh" "$path" "$directory"); then
+            fail "these installed files hold the path $path: $found"
+        fi
+    done
 }
 
 # block LANGUAGE NUMBER SECTION: that block of the README, counted from the heading SECTION (or the first line) on.
@@ -83,23 +111,15 @@ block() {
 }
 
 case $way in
-add_subdirectory)
+install)
     rm -rf "$work"
-    build_consumer -DKELCL_SOURCE_DIR="$source" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE=-O0
-    "$cmake" --install "$work/$way" --prefix "$work/elsewhere"
-    # Installed in one place, used in another, and the build removed: nothing installed may depend on either.
+    "$cmake" --install "$build" --prefix "$work/elsewhere" >"$build/test-work/install.log"
+    # Installed in one place, used in another: nothing installed may depend on either, nor on the build.
     mv "$work/elsewhere" "$prefix"
-    run "$work/$way/consumer"
-    rm -rf "${work:?}/$way"
-    for path in "$work" "$source"; do
-        if found=$(sh "$source/tests/support/holders_of_path.sh" "$path" "$prefix"); then
-            fail "these installed files hold the path $path: $found"
-        fi
-    done
+    holds_no_path "$prefix" "$work" "$source"
     ;;
 find_package)
-    build_consumer -DCMAKE_PREFIX_PATH="$prefix"
-    run "$work/$way/consumer"
+    build_consumer "$work/$way" -DCMAKE_PREFIX_PATH="$prefix"
     ;;
 pkg_config)
     compile_with_pkg_config "$consumer/main.cpp" "$work/pkg_config_consumer"
@@ -107,13 +127,11 @@ pkg_config)
     ;;
 readme)
     # What the README says under "Install and use" is done as it stands there, its first block (building and installing)
-    # apart. The program and what it prints are the first blocks of their languages.
+    # apart.
     rm -rf "$work/readme"
     mkdir "$work/readme"
     cd "$work/readme"
-    block cpp 1 "" >host.cpp
-    block text 1 "" >expected
-    block cmake 1 "Install and use" >CMakeLists.txt
+    readme_program 1
     for number in 2 3; do
         block sh $number "Install and use" >commands
         [ -s commands ] || fail "README.md has no block $number of commands"
@@ -161,6 +179,47 @@ usr)
     fi
     find "$work/staged/usr/share/gdb/auto-load/usr" -name 'libkelcl.so.3.10.1-gdb.py' | grep . ||
         fail "the printers are not where gdb looks for those of a library under /usr"
+    # What can be installed can be taken away again.
+    DESTDIR=$work/staged "$cmake" --build "$build" --target uninstall >"$work/uninstall.log"
+    left=$(find "$work/staged" ! -type d -o -name kelcl)
+    [ -z "$left" ] || fail "after uninstall these are left: $left"
+    if "$cmake" --build "$build" --target uninstall >"$work/uninstall.log"; then
+        fail "uninstall finds something to remove when nothing is installed"
+    fi
+    grep -q 'There is no .*install_manifest.txt' "$work/uninstall.log" || fail "uninstall does not say that nothing is installed"
+    ;;
+subproject)
+    # A part of a host's project, which is neither installed with it nor left without optimising.
+    configure_consumer "$work/subproject" -DKELCL_SOURCE_DIR="$source" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+    "$cmake" --install "$work/subproject" --prefix "$work/nothing"
+    [ ! -e "$work/nothing" ] || fail "a part of a project is installed without being asked for: $(find "$work/nothing" -type f)"
+    optimises() { grep 'command.*base/start_up\.cpp\.o -c' "$work/subproject/compile_commands.json" | grep -o ' -O[^ ]*' | tr -d '\n'; }
+    [ "$(optimises)" = " -O2" ] || fail "without a build type the library is compiled with '$(optimises)'"
+    configure_consumer "$work/subproject" -DKELCL_SOURCE_DIR="$source" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_CXX_FLAGS=-O0
+    [ "$(optimises)" = " -O0" ] || fail "where the host says -O0 the library is compiled with '$(optimises)'"
+    configure_consumer "$work/subproject" -DKELCL_SOURCE_DIR="$source" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DCMAKE_BUILD_TYPE=Debug
+    [ "$(optimises)" = "" ] || fail "in a debug build the library is compiled with '$(optimises)'"
+    ;;
+static)
+    # The library as an archive: built by the project that README fetches it with, then installed and found.
+    rm -rf "$work/static"
+    mkdir "$work/static"
+    cd "$work/static"
+    readme_program 2
+    "$cmake" -G Ninja -B build -DCMAKE_CXX_COMPILER="$cxx" -DFETCHCONTENT_SOURCE_DIR_KELCL="$source" -DBUILD_SHARED_LIBS=OFF \
+        -DKELCL_INSTALL=ON -DCMAKE_CXX_FLAGS=-O0
+    "$cmake" --build build
+    build/host | diff -u expected - || fail "README.md shows another output than its program prints"
+    "$cmake" --install build --prefix "$work/static/elsewhere"
+    mv elsewhere prefix
+    holds_no_path prefix "$work" "$source"
+    prefix=$work/static/prefix
+    build_consumer "$work/static/consumer" -DCMAKE_PREFIX_PATH="$prefix"
+    compile_with_pkg_config "$consumer/start_up.cpp" "$work/static/start_up"
+    "$work/static/start_up" || fail "a host's static object does not find the library as it should; see above"
+    if "$cmake" -E env LC_ALL=C ldd "$work/static/start_up" | grep kelcl; then
+        fail "what was linked with the archive needs a shared library"
+    fi
     ;;
 *)
     fail "there is no way '$way' of consuming the library"
