@@ -8,7 +8,7 @@
 
 namespace {
 
-struct Counter : DException::TraceFn {
+struct Counter final : DException::TraceFn {
     void write(char const*) override { ++lines; }
 
     int lines = 0;
