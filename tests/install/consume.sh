@@ -113,8 +113,9 @@ block() {
 case $way in
 install)
     rm -rf "$work"
-    "$cmake" --install "$build" --prefix "$work/elsewhere" >"$build/test-work/install.log"
-    # Installed in one place, used in another: nothing installed may depend on either, nor on the build.
+    # Installed in one place, used in another: nothing installed may depend on either, nor on the build. Only the debug
+    # information of a debug build tells where it was built.
+    "$cmake" --install "$build" --prefix "$work/elsewhere" --strip >"$build/test-work/install.log"
     mv "$work/elsewhere" "$prefix"
     holds_no_path "$prefix" "$work" "$source"
     ;;
