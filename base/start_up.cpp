@@ -1,6 +1,7 @@
 // The start-up unit: the three static objects that are made when the library is loaded. They stand in one
 // source because their order is relied on.
 #include "except/environment.h"
+#include "except/static_order.h"
 #include "except/trace_functions.h"
 
 #include <kelcl/dbase.h>
@@ -29,8 +30,8 @@ private:
 
 // In this order: making the trace functions undoes what the first registered, so that after start-up nobody
 // is registered and the new-handler stays.
-DKORVA_Init outOfMemoryHandler;
-kelcl::TraceFunctions traceFunctions;
-I18N_Init nationalLanguageSwitch;
+KELCL_BEFORE_HOSTS DKORVA_Init outOfMemoryHandler;
+KELCL_BEFORE_HOSTS kelcl::TraceFunctions traceFunctions;
+KELCL_BEFORE_HOSTS I18N_Init nationalLanguageSwitch;
 
 } // namespace

@@ -6,7 +6,7 @@
 // The texts of failures come from the library's message catalog, kelcl.cat, which the C library looks for
 // along NLSPATH in the language of LANG. ./dev demo sets NLSPATH to the catalogs of the build tree; after an
 // installation it is
-//   NLSPATH=<prefix>/share/locale/%l/LC_MESSAGES/%N
+//   NLSPATH=<prefix>/share/locale/%l/LC_MESSAGES/%N:<prefix>/share/locale/en/LC_MESSAGES/%N
 // A host that has its catalog elsewhere names it with DBase::setMessageFile, its user with the environment
 // variable "KORVA MSGFILE". With KORVA_TRACETO=stderr (or stdout, or file and KORVA_TRACEFILE) the run is
 // traced.

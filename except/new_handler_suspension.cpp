@@ -1,6 +1,8 @@
 // The one suspension of the process's new-handler that those of all threads make up.
 #include "except/new_handler_suspension.h"
 
+#include "except/static_order.h"
+
 #include <kelcl/detail/one_thread.h>
 
 #include <mutex>
@@ -65,7 +67,9 @@ struct ForkHandlers {
         putBack();
         lock.unlock();
     }
-} const forkHandlers;
+};
+
+KELCL_BEFORE_HOSTS ForkHandlers const forkHandlers;
 
 } // namespace
 

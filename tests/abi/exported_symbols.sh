@@ -12,11 +12,17 @@ export LC_ALL=C
     exit 2
 }
 
-# T, D, B, R: code and data; V, W, u: weak (virtual tables, type information, implicit members). Addresses are left
-# out, and the two or three variants of a constructor have one name.
+# T, D, B, R: code and data; V, W, u: weak (virtual tables, type information, implicit members); A: a version. Addresses are
+# left out, and the two or three variants of a constructor have one name.
 exported() {
     nm -D --defined-only -C "$library" | sed -E 's/^[0-9a-f]+ //' | sort -u
 }
+
+if unversioned=$(exported | grep -v -e '@@KELCL_' -e '^A KELCL_'); then
+    echo "$library exports symbols without a version: $unversioned" >&2
+    echo "Give them one in cmake/kelcl.map." >&2
+    exit 1
+fi
 
 if [ "${3:-}" = --update ]; then
     exported >"$list"

@@ -22,10 +22,10 @@ refuses() {
     esac
 }
 
-# A folder of commands in which neither compilers nor apt-get are.
+# A folder of commands in which there are neither compilers nor packages.
 rm -rf "$work"
 mkdir -p "$work"
-for command in sh dirname id cat find grep sed sort tr; do
+for command in sh dirname cat env find grep sed sort tr; do
     ln -s "$(command -v $command)" "$work/$command"
 done
 
@@ -42,11 +42,35 @@ refuses "setup takes no arguments: ./dev setup" setup all
     refuses "there is no preset 'fast'. KELCL_PRESET is one of: " demo
     exit $failures
 ) || failures=$((failures + 1))
+case $(PATH=$work sh "$dev" format 2>&1) in
+"dev: this is no Debian: going on as if what Debian calls clang-format were there"*) ;;
+*) echo "where there are no packages, ./dev does not say what it needs" && failures=$((failures + 1)) ;;
+esac
+
+# A Debian that has one package, once had another, and does not know the rest.
+cat >"$work/dpkg-query" <<'END'
+#!/bin/sh
+printf '%s\n' 'clang installed' 'clang-format config-files'
+exit 1
+END
+printf '#!/bin/sh\necho 1000\n' >"$work/id"
+chmod +x "$work/dpkg-query" "$work/id"
+printf '#!/bin/sh\n' >"$work/apt-get"
+chmod +x "$work/apt-get"
 (
     export PATH="$work"
-    refuses "these Debian packages, or what they are called here, are missing: clang-format. Install them, then run this again." format
+    refuses "these packages are missing: clang-format. Run 'apt-get install clang-format' as root, then run this again." format
+    printf '#!/bin/sh\necho 0\n' >"$work/id"
+    printf '#!/bin/sh\n[ "$2" = update ] || { echo "$*" >>"%s/asked"; exit 100; }\n' "$work" >"$work/apt-get"
+    refuses "installing missing packages: clang-format
+dev: apt-get could not install: clang-format. Its message is above; install them by hand, then run this again." format
+    refuses "installing missing packages: cmake ninja-build" fuzz 1
     exit $failures
 ) || failures=$((failures + 1))
+grep -q 'install .*cmake ninja-build libclang-rt-14-dev locales libgtest-dev$' "$work/asked" || {
+    echo "apt-get is not asked for the missing packages alone:" && cat "$work/asked"
+    failures=$((failures + 1))
+}
 
 # The self-check: a wrong expectation is found.
 if (refuses "something else" tset) | grep -q "wanted"; then :; else

@@ -1,8 +1,8 @@
 #!/bin/sh
 # Checks the Debian packages: they hold exactly the files of the committed lists, lintian finds nothing, no path of the
-# tree is in them, and a host program can be built and run with what they unpack to.
+# tree is in them, the library's debug information is there, and a host program can be built and run with what they unpack to.
 # Usage: check.sh DIRECTORY TESTS [--update]
-# DIRECTORY holds the two packages and nothing older; TESTS is the folder tests/ of the tree.
+# DIRECTORY holds the packages and nothing older; TESTS is the folder tests/ of the tree.
 set -eu
 
 directory=$1
@@ -18,19 +18,22 @@ fail() {
     exit 1
 }
 
-# contents PACKAGE: what depends on neither the machine, its tools nor the time.
+# contents PACKAGE: what depends on neither the machine, its tools nor the time. Which symbols there are is listed elsewhere.
 contents() {
     # shellcheck disable=SC2016 # the fields are filled in by dpkg-deb
     dpkg-deb --show --showformat='${Package} ${Version}, section ${Section}, depends on ${Depends}\n' "$1" |
         sed 's/ (>= [^)]*)//g'
-    for control in postinst postrm shlibs triggers; do
-        dpkg-deb --info "$1" $control 2>/dev/null | sed "s/^/$control: /"
+    for control in postinst postrm shlibs symbols triggers; do
+        dpkg-deb --info "$1" $control 2>/dev/null | sed "/^ _Z/d; /^#/d; s/^/$control: /"
     done
-    dpkg-deb --contents "$1" | sed -E "s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,; s,$multiarch,MULTIARCH,g"
+    # Folders of languages are left out: what lies in them tells enough.
+    dpkg-deb --contents "$1" |
+        sed -E "/^d.*\/(locale|\.build-id)\/./d; s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,
+            s,$multiarch,MULTIARCH,g; s,/[0-9a-f]{2}/[0-9a-f]{38}\.debug,/ID.debug,"
 }
 
 same=true
-for package in libkelcl3 libkelcl-dev; do
+for package in libkelcl3 libkelcl-dev libkelcl3-dbgsym; do
     file=$(find "$directory" -maxdepth 1 -name "${package}_*.deb")
     [ -f "$file" ] || fail "there is not exactly one package $package in $directory"
     expected=$tests/packages/$package.contents
@@ -52,6 +55,17 @@ if sh "$tests/support/holders_of_path.sh" "$(dirname "$tests")" "$root"; then
     fail "these files hold the path of the tree that they were built in"
 fi
 
+version=$(dpkg-deb --field "$directory"/libkelcl3_*.deb Version)
+library=$root/usr/lib/$multiarch/libkelcl.so.${version%-*}
+[ -f "$library" ] || fail "the version of the package is $version, that of the library another: see packaging/debian/changelog"
+id=$(readelf --notes "$library" | sed -n 's/^ *Build ID: //p')
+debug=$root/usr/lib/debug/.build-id/$(printf %.2s "$id")/${id#??}.debug
+readelf --sections "$debug" | grep -q '\.debug_info' || fail "$debug has no debug information of $library"
+
+# As in /usr, where compilers look without being told.
+flags=$(PKG_CONFIG_LIBDIR="$root/usr/lib/$multiarch/pkgconfig" pkg-config --cflags --libs kelcl)
+[ "${flags% }" = -lkelcl ] || fail "kelcl.pc gives '$flags', not -lkelcl alone"
+
 consumer=$directory/consumer
 if ! {
     cmake -S "$tests/install/consumer" -B "$consumer" -G Ninja -DCMAKE_PREFIX_PATH="$root/usr" && cmake --build "$consumer"
@@ -59,5 +73,7 @@ if ! {
     cat "$consumer.log" >&2
     fail "the consumer does not build with the packages"
 fi
-LD_LIBRARY_PATH=$root/usr/lib/$multiarch NLSPATH="$root/usr/share/locale/%l/LC_MESSAGES/%N" LC_ALL=C \
-    "$consumer/consumer" >/dev/null || fail "the consumer does not run with the packages"
+for program in consumer start_up; do
+    LD_LIBRARY_PATH=$root/usr/lib/$multiarch NLSPATH="$root/usr/share/locale/%l/LC_MESSAGES/%N" LC_ALL=C \
+        "$consumer/$program" >/dev/null || fail "the $program does not run with the packages"
+done
