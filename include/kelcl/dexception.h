@@ -8,7 +8,13 @@
 
 namespace kelcl {
 class DExcText;
-}
+
+/// @cond
+// A type of texts that end in a NUL, such as DString and std::string.
+template <class Text>
+using IfHasCString = decltype(static_cast<char const*>(static_cast<Text const*>(nullptr)->c_str()));
+/// @endcond
+} // namespace kelcl
 
 /// One source position: where an exception was thrown, or where it passed.
 ///
@@ -115,6 +121,12 @@ public:
     explicit DException(char const* text, unsigned long errorId = 0,
                         Severity severity = unrecoverable) noexcept;
 
+    /// The same for a DString, a `std::string` or the like, up to the first NUL in it.
+    template <class Text, class = kelcl::IfHasCString<Text>>
+    explicit DException(Text const& text, unsigned long errorId = 0,
+                        Severity severity = unrecoverable) noexcept
+        : DException(text.c_str(), errorId, severity) {}
+
     /// Copies everything. The texts become independent copies; the names in the locations and the group are
     /// shared.
     ///
@@ -183,10 +195,22 @@ public:
     /// Null, or a copy that cannot be allocated, changes nothing. Returns `*this`.
     DException& setText(char const* text) noexcept;
 
+    /// The same for a DString, a `std::string` or the like, up to the first NUL in it.
+    template <class Text, class = kelcl::IfHasCString<Text>>
+    DException& setText(Text const& text) noexcept {
+        return setText(text.c_str());
+    }
+
     /// Appends `text` to text(0), or does what setText() does when there is no text yet.
     ///
     /// Null, or a text that cannot be allocated, changes nothing. Returns `*this`.
     DException& appendText(char const* text) noexcept;
+
+    /// The same for a DString, a `std::string` or the like, up to the first NUL in it.
+    template <class Text, class = kelcl::IfHasCString<Text>>
+    DException& appendText(Text const& text) noexcept {
+        return appendText(text.c_str());
+    }
 
     /// The text at `index`, 0 being the newest; null from textCount() on.
     ///

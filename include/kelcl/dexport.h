@@ -9,4 +9,15 @@
 /// Marks an inline member of an exported class that each program compiles for itself.
 #define KELCL_LOCAL __attribute__((visibility("hidden")))
 
+/// Marks a member function whose result is a part of the object, so that a compiler that knows the mark warns
+/// where the object is a temporary and the result outlives it.
+#if defined(__has_cpp_attribute)
+#if __has_cpp_attribute(clang::lifetimebound)
+#define KELCL_LIFETIME_BOUND [[clang::lifetimebound]]
+#endif
+#endif
+#ifndef KELCL_LIFETIME_BOUND
+#define KELCL_LIFETIME_BOUND
+#endif
+
 #endif

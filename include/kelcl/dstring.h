@@ -236,47 +236,51 @@ public:
     /// @{
 
     /// Returns the number of bytes, NULs included.
-    unsigned int length() const noexcept { return buffer()->length; }
+    [[nodiscard]] unsigned int length() const noexcept { return buffer()->length; }
     /// Returns the number of bytes, as `length` does.
-    unsigned int size() const noexcept { return length(); }
+    [[nodiscard]] unsigned int size() const noexcept { return length(); }
     /// Whether there are no bytes.
-    bool isEmpty() const noexcept { return length() == 0; }
+    [[nodiscard]] bool isEmpty() const noexcept { return length() == 0; }
     /// Whether there are no bytes, as `isEmpty` tells.
-    bool empty() const noexcept { return isEmpty(); }
+    [[nodiscard]] bool empty() const noexcept { return isEmpty(); }
     /// Returns the text with its terminating NUL; never null.
-    char const* c_str() const noexcept { return text_; }
+    [[nodiscard]] char const* c_str() const noexcept KELCL_LIFETIME_BOUND { return text_; }
     /// Returns the text with its terminating NUL; never null.
-    char const* data() const noexcept { return text_; }
+    [[nodiscard]] char const* data() const noexcept KELCL_LIFETIME_BOUND { return text_; }
     /// Returns a pointer to the first byte; with `end`, the range of all bytes.
-    char const* begin() const noexcept { return text_; }
+    [[nodiscard]] char const* begin() const noexcept KELCL_LIFETIME_BOUND { return text_; }
     /// Returns a pointer past the last byte, to the terminating NUL.
-    char const* end() const noexcept { return text_ + length(); }
+    [[nodiscard]] char const* end() const noexcept KELCL_LIFETIME_BOUND { return text_ + length(); }
     /// The same as begin().
-    char const* cbegin() const noexcept { return begin(); }
+    [[nodiscard]] char const* cbegin() const noexcept KELCL_LIFETIME_BOUND { return begin(); }
     /// The same as end().
-    char const* cend() const noexcept { return end(); }
+    [[nodiscard]] char const* cend() const noexcept KELCL_LIFETIME_BOUND { return end(); }
     /// Begins the bytes from the last one to the first.
-    const_reverse_iterator rbegin() const noexcept { return const_reverse_iterator(end()); }
+    [[nodiscard]] const_reverse_iterator rbegin() const noexcept KELCL_LIFETIME_BOUND {
+        return const_reverse_iterator(end());
+    }
     /// Ends the bytes from the last one to the first.
-    const_reverse_iterator rend() const noexcept { return const_reverse_iterator(begin()); }
+    [[nodiscard]] const_reverse_iterator rend() const noexcept KELCL_LIFETIME_BOUND {
+        return const_reverse_iterator(begin());
+    }
     /// The same as rbegin().
-    const_reverse_iterator crbegin() const noexcept { return rbegin(); }
+    [[nodiscard]] const_reverse_iterator crbegin() const noexcept KELCL_LIFETIME_BOUND { return rbegin(); }
     /// The same as rend().
-    const_reverse_iterator crend() const noexcept { return rend(); }
+    [[nodiscard]] const_reverse_iterator crend() const noexcept KELCL_LIFETIME_BOUND { return rend(); }
     /// Views all bytes, NULs included.
-    operator std::string_view() const noexcept { return {text_, length()}; }
+    operator std::string_view() const noexcept KELCL_LIFETIME_BOUND { return {text_, length()}; }
     /// Makes a `std::filesystem::path`, so that a string can be given where one is taken.
     template <class Path, class = kelcl::IfPath<Path>>
     operator Path() const {
         return Path(std::string_view(*this));
     }
     /// Returns the text with its terminating NUL, for code that casts.
-    explicit operator char const*() const noexcept { return text_; }
+    explicit operator char const*() const noexcept KELCL_LIFETIME_BOUND { return text_; }
     /// Returns a copy, which shares the text; for code that asks any class here for its text.
-    DString asString() const { return *this; }
+    [[nodiscard]] DString asString() const { return *this; }
     /// Returns "DString(@address,pBuffer->...)": the object's address in decimal, then the buffer's own
     /// debug text.
-    DString asDebugInfo() const;
+    [[nodiscard]] DString asDebugInfo() const;
 
     /// @}
 
@@ -298,27 +302,27 @@ public:
 
     /// Returns the byte at `index`.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative or past the end.
-    KELCL_EXPORT char const& operator[](int index) const;
+    KELCL_EXPORT char const& operator[](int index) const KELCL_LIFETIME_BOUND;
     /// Returns the byte at `index`.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is past the end.
-    KELCL_EXPORT char const& operator[](unsigned int index) const;
+    KELCL_EXPORT char const& operator[](unsigned int index) const KELCL_LIFETIME_BOUND;
     /// Returns the byte at `index` for writing. A string that is not `const` uses this form for reading
     /// too.
     ///
     /// A shared text is copied first. When `index` is past the end, the string is lengthened with blanks up
     /// to there. The reference is valid until the string is next changed or copied.
     /// @throws DInvalidRequest (message 1011, recoverable) when `index` is negative.
-    KELCL_EXPORT char& operator[](int index);
+    KELCL_EXPORT char& operator[](int index) KELCL_LIFETIME_BOUND;
     /// Returns the byte at `index` for writing, as the form for `int` does; no index throws message 1011.
-    KELCL_EXPORT char& operator[](unsigned int index);
+    KELCL_EXPORT char& operator[](unsigned int index) KELCL_LIFETIME_BOUND;
     /// The same for an index of another type of integers, whatever its size.
     template <class I, class = kelcl::IfOtherInteger<I>>
-    char const& operator[](I index) const {
+    char const& operator[](I index) const KELCL_LIFETIME_BOUND {
         return kelcl::isNegative(index) ? (*this)[-1] : (*this)[kelcl::cutToLength(index)];
     }
     /// The same for writing.
     template <class I, class = kelcl::IfOtherInteger<I>>
-    char& operator[](I index) {
+    char& operator[](I index) KELCL_LIFETIME_BOUND {
         return kelcl::isNegative(index) ? (*this)[-1] : (*this)[kelcl::cutToLength(index)];
     }
 
@@ -338,9 +342,9 @@ public:
     /// Returns the text from `start` to the end; empty when `start` is past the end.
     ///
     /// While #fgI18NState is 0, a `start` of 0 gives the whole text and one blank: callers rely on it.
-    DString subString(unsigned int start) const;
+    [[nodiscard]] DString subString(unsigned int start) const;
     /// Returns exactly `count` bytes from `start`, with pad characters where the text has run out.
-    DString subString(unsigned int start, unsigned int count, char padCharacter = ' ') const;
+    [[nodiscard]] DString subString(unsigned int start, unsigned int count, char padCharacter = ' ') const;
 
     /// @}
 
@@ -474,32 +478,32 @@ public:
     /// @{
 
     /// Whether the string is made of letters and digits (`isalnum`); false when empty.
-    bool isAlphanumeric() const { return buffer()->isAlphanumeric(); }
+    [[nodiscard]] bool isAlphanumeric() const { return buffer()->isAlphanumeric(); }
     /// Whether the string is made of letters (`isalpha`); false when empty.
-    bool isAlphabetic() const { return buffer()->isAlphabetic(); }
+    [[nodiscard]] bool isAlphabetic() const { return buffer()->isAlphabetic(); }
     /// Whether no byte is above 127; false when empty.
-    bool isASCII() const { return buffer()->isASCII(); }
+    [[nodiscard]] bool isASCII() const { return buffer()->isASCII(); }
     /// Whether the string is made of control characters (`iscntrl`); false when empty.
-    bool isControl() const { return buffer()->isControl(); }
+    [[nodiscard]] bool isControl() const { return buffer()->isControl(); }
     /// Whether the string is made of the digits 0 to 9, whatever the locale; false when empty.
-    bool isDigits() const { return buffer()->isDigits(); }
+    [[nodiscard]] bool isDigits() const { return buffer()->isDigits(); }
     /// Whether the string is made of visible characters (`isgraph`); false when empty.
-    bool isGraphics() const { return buffer()->isGraphics(); }
+    [[nodiscard]] bool isGraphics() const { return buffer()->isGraphics(); }
     /// Whether the string is made of digits and the letters a to f of either case, whatever the locale;
     /// false when empty.
-    bool isHexDigits() const { return buffer()->isHexDigits(); }
+    [[nodiscard]] bool isHexDigits() const { return buffer()->isHexDigits(); }
     /// Whether the string is made of lower-case letters (`islower`); false when empty.
-    bool isLowerCase() const { return buffer()->isLowerCase(); }
+    [[nodiscard]] bool isLowerCase() const { return buffer()->isLowerCase(); }
     /// Whether the string is made of visible characters and blanks (`isprint`); false when empty.
-    bool isPrintable() const { return buffer()->isPrintable(); }
+    [[nodiscard]] bool isPrintable() const { return buffer()->isPrintable(); }
     /// Whether the string is made of punctuation (`ispunct`); false when empty.
-    bool isPunctuation() const { return buffer()->isPunctuation(); }
+    [[nodiscard]] bool isPunctuation() const { return buffer()->isPunctuation(); }
     /// Whether the string is made of upper-case letters (`isupper`); false when empty.
-    bool isUpperCase() const { return buffer()->isUpperCase(); }
+    [[nodiscard]] bool isUpperCase() const { return buffer()->isUpperCase(); }
     /// Whether the string is made of white space (`isspace`); false when empty.
-    bool isWhiteSpace() const { return buffer()->isWhiteSpace(); }
+    [[nodiscard]] bool isWhiteSpace() const { return buffer()->isWhiteSpace(); }
     /// Whether every byte is '0' or '1'; false when empty.
-    bool isBinaryDigits() const;
+    [[nodiscard]] bool isBinaryDigits() const;
 
     /// @}
 
@@ -516,27 +520,27 @@ public:
 
     /// Whether all characters have at least two bytes and are at least two columns wide; false in
     /// single-byte text.
-    bool isMBCS() const { return buffer()->isMBCS(); }
+    [[nodiscard]] bool isMBCS() const { return buffer()->isMBCS(); }
     /// The same as `isMBCS`.
-    bool isDBCS() const { return buffer()->isDBCS(); }
+    [[nodiscard]] bool isDBCS() const { return buffer()->isDBCS(); }
     /// Whether no character has at least two bytes and two columns; true in single-byte text.
-    bool isSBCS() const { return buffer()->isSBCS(); }
+    [[nodiscard]] bool isSBCS() const { return buffer()->isSBCS(); }
     /// Whether all characters have at least two bytes, none of them NUL after the first; true in
     /// single-byte text.
-    bool isValidMBCS() const { return buffer()->isValidMBCS(); }
+    [[nodiscard]] bool isValidMBCS() const { return buffer()->isValidMBCS(); }
     /// The same as `isValidMBCS`.
-    bool isValidDBCS() const { return buffer()->isValidDBCS(); }
+    [[nodiscard]] bool isValidDBCS() const { return buffer()->isValidDBCS(); }
     /// Whether some character has at least two bytes and two columns: the opposite of `isSBCS`.
-    bool includesMBCS() const { return buffer()->includesMBCS(); }
+    [[nodiscard]] bool includesMBCS() const { return buffer()->includesMBCS(); }
     /// The same as `includesMBCS`.
-    bool includesDBCS() const { return buffer()->includesDBCS(); }
+    [[nodiscard]] bool includesDBCS() const { return buffer()->includesDBCS(); }
     /// Whether some character is not as `isMBCS` wants it: the opposite of `isDBCS`.
-    bool includesSBCS() const { return buffer()->includesSBCS(); }
+    [[nodiscard]] bool includesSBCS() const { return buffer()->includesSBCS(); }
     /// Returns 0 for a byte that is a whole character, else the place of the byte at `index` in its
     /// character.
     ///
     /// Always 0 in single-byte text and for an `index` of 0. An `index` past the end is not checked.
-    unsigned int charType(unsigned int index) const { return buffer()->charType(index); }
+    [[nodiscard]] unsigned int charType(unsigned int index) const { return buffer()->charType(index); }
 
     /// @}
 
@@ -554,10 +558,10 @@ public:
     /// Whether this string is a prefix of `full` and has at least `minLength` bytes; 0 allows any length.
     ///
     /// Compared as by `==`, so collated while #fgI18NState is 1.
-    bool isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const;
+    [[nodiscard]] bool isAbbrevFor(char const* full, unsigned int fullLength, unsigned int minLength) const;
     /// Whether this string is a prefix of `full` and has at least `minLength` bytes; 0 allows any length.
     template <class T, class = kelcl::IfText<T>>
-    bool isAbbrevFor(T const& full, unsigned int minLength = 0) const;
+    [[nodiscard]] bool isAbbrevFor(T const& full, unsigned int minLength = 0) const;
     /// Whether the whole string matches `pattern`, byte by byte.
     ///
     /// In the pattern `anyString` stands for any run of bytes, also an empty one, `anyChar` for one byte,
@@ -565,12 +569,12 @@ public:
     ///
     /// A string that is equal to the pattern by `==` matches too. An empty pattern matches the empty string
     /// only. At worst the cost is the product of both lengths.
-    bool isLike(char const* pattern, unsigned int patternLength, char anyString = '*',
-                char anyChar = '?') const;
+    [[nodiscard]] bool isLike(char const* pattern, unsigned int patternLength, char anyString = '*',
+                              char anyChar = '?') const;
     /// Whether the whole string matches `pattern`, in which `anyString` stands for any run of bytes and
     /// `anyChar` for one; see the counted form.
     template <class T, class = kelcl::IfText<T>>
-    bool isLike(T const& pattern, char anyString = '*', char anyChar = '?') const;
+    [[nodiscard]] bool isLike(T const& pattern, char anyString = '*', char anyChar = '?') const;
 
     /// @}
 
@@ -589,63 +593,63 @@ public:
     /// @{
 
     /// Finds a byte; in a multi-byte locale only where a character begins.
-    unsigned int indexOf(char c, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte or character that `test` accepts; see `indexOfAnyOf`.
-    unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int indexOf(F const& test, unsigned int startPos = 1) const {
+    [[nodiscard]] unsigned int indexOf(F const& test, unsigned int startPos = 1) const {
         return indexOf(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a text.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOf(T const& text, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOf(T const& text, unsigned int startPos = 1) const;
 
     /// Finds a byte, as `indexOf` does.
-    unsigned int indexOfAnyOf(char c, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOfAnyOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte that `test` accepts; in a multi-byte locale with #fgI18NState at 1 a wide character.
     ///
     /// Bytes reach the test as `char` values, so from 128 on as negative numbers where `char` is signed.
-    unsigned int indexOfAnyOf(DStringTest const& test, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOfAnyOf(DStringTest const& test, unsigned int startPos = 1) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int indexOfAnyOf(F const& test, unsigned int startPos = 1) const {
+    [[nodiscard]] unsigned int indexOfAnyOf(F const& test, unsigned int startPos = 1) const {
         return indexOfAnyOf(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a character of the set `text`.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOfAnyOf(T const& text, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOfAnyOf(T const& text, unsigned int startPos = 1) const;
 
     /// Finds a byte other than `c`.
     ///
     /// In a multi-byte locale a `c` that can only begin a longer character equals no character, so the
     /// start itself is found.
-    unsigned int indexOfAnyBut(char c, unsigned int startPos = 1) const {
+    [[nodiscard]] unsigned int indexOfAnyBut(char c, unsigned int startPos = 1) const {
         return buffer()->indexOfAnyBut(&c, 1, startPos);
     }
     /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
-    unsigned int indexOfAnyBut(DStringTest const& test, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOfAnyBut(DStringTest const& test, unsigned int startPos = 1) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int indexOfAnyBut(F const& test, unsigned int startPos = 1) const {
+    [[nodiscard]] unsigned int indexOfAnyBut(F const& test, unsigned int startPos = 1) const {
         return indexOfAnyBut(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a character outside the set `text`; with an empty set this is the start itself.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int indexOfAnyBut(T const& text, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int indexOfAnyBut(T const& text, unsigned int startPos = 1) const;
 
     /// Whether the byte occurs.
-    bool includes(char c) const { return indexOf(c) != 0; }
+    [[nodiscard]] bool includes(char c) const { return indexOf(c) != 0; }
     /// Whether `test` accepts any byte or character.
-    bool includes(DStringTest const& test) const { return indexOf(test) != 0; }
+    [[nodiscard]] bool includes(DStringTest const& test) const { return indexOf(test) != 0; }
     /// Whether any function, such as a lambda that captures, accepts any byte or character.
     template <class F, kelcl::IfTest<F> = 0>
-    bool includes(F const& test) const {
+    [[nodiscard]] bool includes(F const& test) const {
         return indexOf(kelcl::TestBy<F>(test)) != 0;
     }
     /// Whether the text occurs; an empty text does not.
     template <class T, class = kelcl::IfText<T>>
-    bool includes(T const& text) const {
+    [[nodiscard]] bool includes(T const& text) const {
         return indexOf(text) != 0;
     }
 
@@ -663,48 +667,50 @@ public:
     /// @{
 
     /// Finds a byte; in a multi-byte locale only where a character begins.
-    unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a byte or character that `test` accepts; see `lastIndexOfAnyOf`.
-    unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int lastIndexOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+    [[nodiscard]] unsigned int lastIndexOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
         return lastIndexOf(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a text.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
 
     /// Finds a byte, as `lastIndexOf` does.
-    unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOfAnyOf(char c, unsigned int startPos = 0xFFFFFFFF) const;
     /// Finds a character that `test` accepts. With #fgI18NState at 0 its first byte is asked.
-    unsigned int lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOfAnyOf(DStringTest const& test,
+                                                unsigned int startPos = 0xFFFFFFFF) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int lastIndexOfAnyOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+    [[nodiscard]] unsigned int lastIndexOfAnyOf(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
         return lastIndexOfAnyOf(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a character of the set `text`.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOfAnyOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOfAnyOf(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
 
     /// Finds a byte other than `c`.
     ///
     /// In a multi-byte locale a `c` that can only begin a longer character finds nothing, unlike with
     /// `indexOfAnyBut`.
-    unsigned int lastIndexOfAnyBut(char c, unsigned int startPos = 0xFFFFFFFF) const {
+    [[nodiscard]] unsigned int lastIndexOfAnyBut(char c, unsigned int startPos = 0xFFFFFFFF) const {
         return buffer()->lastIndexOfAnyBut(&c, 1, startPos);
     }
     /// Finds a character that `test` rejects. With #fgI18NState at 0 its first byte is asked.
-    unsigned int lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOfAnyBut(DStringTest const& test,
+                                                 unsigned int startPos = 0xFFFFFFFF) const;
     /// The same for any function, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int lastIndexOfAnyBut(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
+    [[nodiscard]] unsigned int lastIndexOfAnyBut(F const& test, unsigned int startPos = 0xFFFFFFFF) const {
         return lastIndexOfAnyBut(kelcl::TestBy<F>(test), startPos);
     }
     /// Finds a character outside the set `text`; with an empty set this is the start itself.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int lastIndexOfAnyBut(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
+    [[nodiscard]] unsigned int lastIndexOfAnyBut(T const& text, unsigned int startPos = 0xFFFFFFFF) const;
 
     /// @}
 
@@ -720,19 +726,20 @@ public:
     /// @{
 
     /// Counts a byte.
-    unsigned int occurrencesOf(char c, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int occurrencesOf(char c, unsigned int startPos = 1) const;
     /// Counts the bytes or characters that `test` accepts.
-    unsigned int occurrencesOf(DStringTest const& test, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int occurrencesOf(DStringTest const& test, unsigned int startPos = 1) const;
     /// Counts what any function accepts, such as a lambda that captures.
     template <class F, kelcl::IfTest<F> = 0>
-    unsigned int occurrencesOf(F const& test, unsigned int startPos = 1) const {
+    [[nodiscard]] unsigned int occurrencesOf(F const& test, unsigned int startPos = 1) const {
         return occurrencesOf(kelcl::TestBy<F>(test), startPos);
     }
     /// Counts a text of `patternLength` bytes; an empty one never occurs.
-    unsigned int occurrencesOf(char const* pattern, unsigned int patternLength, unsigned int startPos) const;
+    [[nodiscard]] unsigned int occurrencesOf(char const* pattern, unsigned int patternLength,
+                                             unsigned int startPos) const;
     /// Counts a text; an empty one never occurs.
     template <class T, class = kelcl::IfText<T>>
-    unsigned int occurrencesOf(T const& pattern, unsigned int startPos = 1) const;
+    [[nodiscard]] unsigned int occurrencesOf(T const& pattern, unsigned int startPos = 1) const;
 
     /// @}
 
@@ -755,7 +762,7 @@ public:
     /// Reverses the order of the characters.
     DString& reverse();
     /// Returns `source` in upper case.
-    static DString upperCase(DString const& source);
+    [[nodiscard]] static DString upperCase(DString const& source);
 
     /// @}
 
@@ -858,7 +865,7 @@ public:
     /// Puts the text in the middle of the field; an odd byte is padded or cut on the right.
     DString& center(unsigned int width, char padCharacter = ' ');
     /// Returns `source` in the middle of the field.
-    static DString center(DString const& source, unsigned int width, char padCharacter = ' ');
+    [[nodiscard]] static DString center(DString const& source, unsigned int width, char padCharacter = ' ');
 
     /// @}
 
@@ -891,11 +898,12 @@ public:
     DString& change(T const& pattern, U const& replacement, unsigned int startPos = 1,
                     unsigned int numChanges = 0xFFFFFFFF);
     /// Returns `source` with `pattern` replaced. Both texts end at their NUL; null counts as empty.
-    static DString change(DString const& source, char const* pattern, char const* replacement,
-                          unsigned int startPos, unsigned int numChanges);
+    [[nodiscard]] static DString change(DString const& source, char const* pattern, char const* replacement,
+                                        unsigned int startPos, unsigned int numChanges);
     /// Returns `source` with `pattern` replaced.
-    static DString change(DString const& source, DString const& pattern, DString const& replacement,
-                          unsigned int startPos, unsigned int numChanges);
+    [[nodiscard]] static DString change(DString const& source, DString const& pattern,
+                                        DString const& replacement, unsigned int startPos,
+                                        unsigned int numChanges);
 
     /// Removes up to `count` bytes from `start` (0 counts as 1) on.
     ///
@@ -904,7 +912,7 @@ public:
     /// Removes all bytes from `start` (0 counts as 1) on.
     DString& remove(unsigned int start);
     /// Returns `source` without up to `count` bytes from `start` (0 counts as 1) on.
-    static DString remove(DString const& source, unsigned int start, unsigned int count);
+    [[nodiscard]] static DString remove(DString const& source, unsigned int start, unsigned int count);
 
     /// @}
 
@@ -985,28 +993,29 @@ public:
     /// @{
 
     /// Returns the number of words.
-    unsigned int numWords() const;
+    [[nodiscard]] unsigned int numWords() const;
     /// Returns word `n` (0 counts as 1); empty when there is none.
-    DString word(unsigned int n) const;
+    [[nodiscard]] DString word(unsigned int n) const;
     /// Returns `count` words from word `first` (0 counts as 1) on, with the separators between them.
     ///
     /// When there are fewer words, as many as there are; empty when word `first` does not exist.
-    DString words(unsigned int first, unsigned int count = 1) const;
+    [[nodiscard]] DString words(unsigned int first, unsigned int count = 1) const;
     /// Returns the position of word `n`, counting from byte `startPos` with `counted` words seen already.
     ///
     /// 0 when there is no such word, and for a `startPos` of 0. With no word counted there is no word 0. A
     /// `startPos` inside a word counts the rest of it as a word.
-    unsigned int indexOfWord(unsigned int n, unsigned int startPos = 1, unsigned int counted = 0) const;
+    [[nodiscard]] unsigned int indexOfWord(unsigned int n, unsigned int startPos = 1,
+                                           unsigned int counted = 0) const;
     /// Returns the number of bytes of word `n`; 0 when there is none. Here 0 does not count as 1.
-    unsigned int lengthOfWord(unsigned int n) const;
+    [[nodiscard]] unsigned int lengthOfWord(unsigned int n) const;
     /// Finds the words of `phrase` in a row, at or after word `startWord`; 0 when they are not there.
     ///
     /// Returns the number of the first word, or its position when `type` is `charIndex`. Words are compared
     /// byte by byte, whatever separates them. A phrase without words is found at `startWord` itself, if
     /// that is not 0 and at most one more than there are words; the position of a word that does not exist
     /// is 0.
-    unsigned int findPhrase(DString const& phrase, unsigned int startWord = 1,
-                            IndexType type = wordIndex) const;
+    [[nodiscard]] unsigned int findPhrase(DString const& phrase, unsigned int startWord = 1,
+                                          IndexType type = wordIndex) const;
     /// Removes `count` words from word `first` on, each with the separators after it. A `first` of 0
     /// removes nothing.
     DString& removeWords(unsigned int first, unsigned int count = 1);

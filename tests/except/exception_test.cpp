@@ -2,6 +2,9 @@
 #include "tests/except/except_support.h"
 #include "tests/except/exception_support.h"
 
+#include <kelcl/dstring.h>
+
+#include <string>
 #include <type_traits>
 
 TEST(Exception, WithNullTextHasNoText) {
@@ -26,6 +29,21 @@ TEST(Exception, KeepsAPrivateCopyOfItsText) {
     text[0] = 'X';
     EXPECT_EQ(exception.textCount(), 1u);
     EXPECT_STREQ(exception.text(0), "first");
+}
+
+TEST(Exception, TakesTextsOfOtherClasses) {
+    DString const file("letter");
+    DAccessError exception(file + " is lost", 2, DException::recoverable);
+    EXPECT_STREQ(exception.text(0), "letter is lost");
+    EXPECT_EQ(exception.errorId(), 2u);
+    EXPECT_TRUE(exception.isRecoverable());
+    exception.setText(std::string("at")).appendText(DString(" noon"));
+    EXPECT_STREQ(exception.text(0), "at noon");
+    EXPECT_EQ(exception.textCount(), 2u);
+}
+
+TEST(Exception, TakesATextOfAnotherClassUpToItsFirstNul) {
+    EXPECT_STREQ(DException(std::string("abc\0def", 7)).text(0), "abc");
 }
 
 TEST(Exception, EmptyTextIsAText) {
