@@ -29,4 +29,10 @@ function content(line) {
         print place ": " missing[++reported] " has no brief of its own" > "/dev/stderr"
 }
 
-END { exit count > 0 }
+# A heading in a comment: write a paragraph that begins with **its words.**
+/<sect[1-4] / {
+    print FILENAME ": a comment has a heading, and what follows it would be left out" > "/dev/stderr"
+    has_heading = 1
+}
+
+END { exit count > 0 || has_heading }

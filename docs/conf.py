@@ -1,8 +1,12 @@
 """How Sphinx makes guide and reference. CMakeLists.txt beside it gives the version and where Doxygen's XML is."""
+import pathlib
+import xml.etree.ElementTree
+
 from breathe.renderer.sphinxrenderer import SphinxRenderer
 from docutils import nodes
 from sphinx import addnodes
 from sphinx.domains.cpp import CPPDomain
+from sphinx.util import logging
 
 project = "kelcl"
 copyright = author = "the kelcl maintainers"
@@ -108,8 +112,23 @@ def in_order_of_the_header(render):
     return render_in_order
 
 
+def everything_public_is_shown(app, env):
+    """Warns of a class or function of the headers that no page of the reference shows."""
+    shown = {name for name, *_ in env.get_domain("cpp").get_objects()}
+    index = pathlib.Path(app.config.breathe_projects["kelcl"], "index.xml")
+    for compound in xml.etree.ElementTree.parse(index).iter("compound"):
+        if compound.get("kind") in ("class", "struct"):
+            names = [compound.findtext("name").replace(" ", "")]
+        else:
+            names = [member.findtext("name") for member in compound.iter("member") if member.get("kind") == "function"]
+        for name in names:
+            if not {name, "kelcl::" + name} & shown:
+                logging.getLogger(__name__).warning("no page of the reference shows %s", name)
+
+
 def setup(app):
     SphinxRenderer.methods["compounddef"] = in_order_of_the_header(SphinxRenderer.methods["compounddef"])
     app.add_domain(SearchedDomain, override=True)
+    app.connect("env-check-consistency", everything_public_is_shown)
     # Before Sphinx collects the headings, which it does at 500.
     app.connect("doctree-read", groups_become_sections, priority=400)

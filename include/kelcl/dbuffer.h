@@ -82,11 +82,9 @@ private:
 /// may contain NULs. Sets, patterns and replacements are counted bytes; a pointer may be null only if its
 /// length is 0, unless stated otherwise.
 ///
-/// ## Sharing
-///
-/// Every operation that returns a `DBuffer*` returns it with one reference for the caller: a new buffer, or
-/// the receiver itself with its count raised if there is nothing to do. Give a reference back with release(),
-/// or to a DString, which adopts it. An empty result is a shared empty buffer, never a new block.
+/// **Sharing.** Every operation that returns a `DBuffer*` returns it with one reference for the caller: a new
+/// buffer, or the receiver itself with its count raised if there is nothing to do. Give a reference back with
+/// release(), or to a DString, which adopts it. An empty result is a shared empty buffer, never a new block.
 ///
 /// A buffer that has several owners is never written to. upperCase(), lowerCase(), translate(), reverse() and
 /// change() (to the same length) edit the receiver in place if it has one owner. After a throw the receiver
@@ -107,12 +105,10 @@ private:
 ///
 /// Threads may share a buffer: counts change indivisibly as soon as the process has a second thread.
 ///
-/// ## Deriving
-///
-/// A derived class overrides allocate(), so that results are of its class, className(), and the operations
-/// that should differ. It adds no data members: the text stands directly after the DBuffer. Blocks come from
-/// array new, with room for the object, the text and its NUL. Where an operation is said to do what another
-/// one does, it calls the virtual one.
+/// **Deriving.** A derived class overrides allocate(), so that results are of its class, className(), and the
+/// operations that should differ. It adds no data members: the text stands directly after the DBuffer. Blocks
+/// come from array new, with room for the object, the text and its NUL. Where an operation is said to do what
+/// another one does, it calls the virtual one.
 ///
 /// @code
 /// class CountingBuffer final : public DBuffer {

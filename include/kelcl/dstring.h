@@ -41,6 +41,9 @@
 /// takes a pointer and a length instead, the pointer may be null only when the length is 0, unless it says
 /// otherwise.
 ///
+/// **Edits** change this string and return it, so that they can be chained. To keep the old text, edit a
+/// copy: `DString(name).upperCase()`.
+///
 /// **NULs** are bytes like others. Only a `char const*` argument and `operator<<` end at the first one.
 ///
 /// **Multi-byte text.** Where the locale's characters may be longer than one byte (`MB_CUR_MAX` above 1),
@@ -107,7 +110,7 @@ public:
     static char const* const null;
     /// The text "0".
     static char const* const zero;
-    /// The text "0x7fffffffffffffffL": the source form of the largest `long`, not a number.
+    /// The text `0x7fffffffffffffffL`: the source form of the largest `long`, not a number.
     static char const* const maxLong;
 
     /// The national-language switch: 1 when the environment variable KORVA_I18N was "ON" in any case at
@@ -744,8 +747,7 @@ public:
     /// @}
 
     /// @name Letter case and order
-    /// Like all edits, each changes this string and returns it, so that edits can be chained. The static
-    /// form returns a new string and leaves its argument alone.
+    /// The static form returns a new string and leaves its argument alone.
     /// @code
     /// DString const name("Ada");
     /// std::cout << DString::upperCase(name) << ' ' << name << '\n'; // ADA Ada
@@ -848,7 +850,7 @@ public:
 
     /// @name Justification
     /// Fields of `width` bytes, in which the text is cut or padded to fit. What is left of a cut character
-    /// becomes pad characters.
+    /// becomes pad characters. For columns of a terminal see kelcl::leftJustifiedInColumns().
     /// @code
     /// std::cout << '<' << DString("ab").leftJustify(4) << ">\n"; // <ab  >
     /// std::cout << DString("7").rightJustify(3, '0') << '\n';    // 007
@@ -980,7 +982,8 @@ public:
 
     /// @name Words
     /// A word is a run without any of six separators: `\t`, `\n`, `\v`, `\f`, `\r` and the blank, whatever
-    /// the locale. Words are numbered from 1. Each call searches the text anew.
+    /// the locale. Words are numbered from 1. Each call searches the text anew; kelcl::words() goes through
+    /// all of them once.
     /// @code
     /// DString text("  the quick  brown fox ");
     /// std::cout << text.numWords() << ' ' << text.word(2) << '\n';              // 4 quick
