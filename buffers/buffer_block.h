@@ -47,11 +47,7 @@ DBuffer* allocateLike(DBuffer const& like, unsigned int length);
 
 /// A buffer of the class that `like` makes with a copy of the bytes, of which there is at least one:
 /// `newBuffer` for one piece.
-inline DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length) {
-    DBuffer* const result = allocateLike(like, length);
-    moveBytes(result->contents(), static_cast<char const*>(bytes), length);
-    return result;
-}
+DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length);
 
 } // namespace kelcl
 

@@ -39,7 +39,8 @@ inline void copyLongBytes(char* out, char const* in, std::size_t n) {
 
 /// Copies n bytes, to a place that they do not overlap with. A few are copied without a call.
 inline void copyBytes(char* out, char const* in, std::size_t n) {
-    if (n > 32) return copyLongBytes(out, in, n);
+    if (n > 64) return copyLongBytes(out, in, n);
+    if (n >= 32) return copyByTwo<32>(out, in, n);
     if (n >= 16) return copyByTwo<16>(out, in, n);
     if (n >= 8) return copyByTwo<8>(out, in, n);
     if (n >= 4) return copyByTwo<4>(out, in, n);
