@@ -2,6 +2,7 @@
 #ifndef KELCL_BYTES_BYTE_COPY_H
 #define KELCL_BYTES_BYTE_COPY_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,16 +32,25 @@ inline void copyLongBytes(char* out, char const* in, std::size_t n) {
     constexpr std::size_t part = 2048;
     constexpr std::uintptr_t slowDistance = 64;
     auto const distance = reinterpret_cast<std::uintptr_t>(out) - reinterpret_cast<std::uintptr_t>(in);
-    if (n > part && distance % 4096 < slowDistance)
-        for (; n > part; n -= part, out += part, in += part)
-            std::memcpy(out, in, part);
-    std::memcpy(out, in, n);
+    if (n <= part || distance % 4096 >= slowDistance) {
+        std::memcpy(out, in, n);
+        return;
+    }
+    // A number of bytes that the compiler knew it would copy by such an instruction itself.
+    for (std::size_t size = 0; n != 0; n -= size, out += size, in += size) {
+        size = std::min(n, part);
+        std::memcpy(out, in, size);
+    }
 }
 
 /// Copies n bytes, to a place that they do not overlap with. A few are copied without a call.
 inline void copyBytes(char* out, char const* in, std::size_t n) {
     if (n > 64) return copyLongBytes(out, in, n);
-    if (n >= 32) return copyByTwo<32>(out, in, n);
+    if (n >= 32) {
+        copyByTwo<16>(out, in, 32);
+        copyByTwo<16>(out + n - 32, in + n - 32, 32);
+        return;
+    }
     if (n >= 16) return copyByTwo<16>(out, in, n);
     if (n >= 8) return copyByTwo<8>(out, in, n);
     if (n >= 4) return copyByTwo<4>(out, in, n);
