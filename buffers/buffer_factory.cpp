@@ -1,5 +1,6 @@
-// How buffers are made: of which class, with which text, and the shared empty ones. It stands in one place so
-// that all of it becomes part of each function here: short texts cost little more than these calls.
+// How buffers are made and destroyed: of which class, with which text, and the shared empty ones. It stands
+// in one place so that all of it becomes part of each function here: short texts cost little more than the
+// calls.
 #include "buffers/buffer_factory.h"
 
 #include "buffers/buffer_block.h"
@@ -20,6 +21,12 @@
 DBuffer::DBuffer(unsigned int size) : refs(1), length(size) { *std::launder(contents() + size) = '\0'; }
 
 DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
+
+void DBuffer::operator delete(void* block) noexcept { ::operator delete[](block); }
+
+DBuffer::~DBuffer() = default;
+
+DDBCSBuffer::~DDBCSBuffer() = default;
 
 namespace kelcl {
 

@@ -4,10 +4,6 @@
 
 #include <kelcl/dbuffer.h>
 
-DBuffer::~DBuffer() = default;
-
-void DBuffer::operator delete(void* block) noexcept { ::operator delete[](block); }
-
 char const* DBuffer::className() const { return "DBuffer"; }
 
 unsigned int DBuffer::charType(unsigned int) const { return 0; }

@@ -9,8 +9,6 @@
 #include <cstring>
 #include <cwchar>
 
-DDBCSBuffer::~DDBCSBuffer() = default;
-
 DBuffer* DDBCSBuffer::allocate(unsigned int size) const {
     if (size >= kelcl::lengthLimit) overflow();
     return kelcl::construct<DDBCSBuffer>(size);
