@@ -27,12 +27,12 @@ inline void copyByTwo(char* out, char const* in, std::size_t n) {
 /// From a certain size on the C library copies by one instruction, and some processors take up to thirty
 /// times as long for that where the target lies a few bytes after the source modulo 4096. Pieces that move by
 /// a few bytes, as in an insertion, lie like that often. They are copied in parts that are too short for the
-/// instruction.
+/// instruction; at the very same distance from a page, as in an overlay, it is the fastest copy.
 inline void copyLongBytes(char* out, char const* in, std::size_t n) {
     constexpr std::size_t part = 2048;
     constexpr std::uintptr_t slowDistance = 64;
     auto const distance = reinterpret_cast<std::uintptr_t>(out) - reinterpret_cast<std::uintptr_t>(in);
-    if (n <= part || distance % 4096 >= slowDistance) {
+    if (n <= part || (distance - 1) % 4096 >= slowDistance - 1) {
         std::memcpy(out, in, n);
         return;
     }
