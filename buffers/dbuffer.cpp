@@ -1,4 +1,5 @@
-// DBuffer: storage and what is asked of single characters. Which class is made is decided in buffer_factory.
+// DBuffer: what class it is, and what is asked of single characters. How buffers are made is in
+// buffer_factory.
 #include "buffers/buffer_factory.h"
 #include "buffers/length.h"
 

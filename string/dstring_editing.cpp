@@ -37,7 +37,6 @@ DString& DString::strip(char const* chars, unsigned int charsLength, DStringEnum
 }
 
 DString& DString::strip(DStringTest const& test, DStringEnum::StripMode mode) {
-    DString const held(*this); // a test is a host's code and may change this very string
     return edit<During::heldAlive>([&test, mode](DBuffer& text) { return text.strip(test, mode); });
 }
 
