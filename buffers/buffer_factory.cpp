@@ -70,8 +70,8 @@ inline DBuffer* allocate(DBuffer const& like, unsigned int length) {
 inline char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
     if (piece != nullptr)
         copyBytes(out, static_cast<char const*>(piece), length);
-    else if (length != 0)
-        std::memset(out, padCharacter, length);
+    else
+        fillBytes(out, padCharacter, length);
     return out + length;
 }
 

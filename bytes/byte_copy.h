@@ -1,4 +1,4 @@
-// The copy of a piece of text to another place, whatever the distance.
+// The copy of a piece of text to another place, whatever the distance; and pads.
 #ifndef KELCL_BYTES_BYTE_COPY_H
 #define KELCL_BYTES_BYTE_COPY_H
 
@@ -56,6 +56,27 @@ inline void copyBytes(char* out, char const* in, std::size_t n) {
     if (n >= 4) return copyByTwo<4>(out, in, n);
     if (n >= 2) return copyByTwo<2>(out, in, n);
     if (n != 0) *out = *in;
+}
+
+/// Sets n bytes, from `size` to twice as many, in two stretches that meet or overlap.
+template <std::size_t size>
+inline void fillByTwo(char* out, char byte, std::size_t n) {
+    std::memset(out, byte, size);
+    std::memset(out + n - size, byte, size);
+}
+
+/// Sets n bytes. A few are set without a call.
+inline void fillBytes(char* out, char byte, std::size_t n) {
+    if (n > 64) {
+        std::memset(out, byte, n);
+        return;
+    }
+    if (n >= 32) return fillByTwo<32>(out, byte, n);
+    if (n >= 16) return fillByTwo<16>(out, byte, n);
+    if (n >= 8) return fillByTwo<8>(out, byte, n);
+    if (n >= 4) return fillByTwo<4>(out, byte, n);
+    if (n >= 2) return fillByTwo<2>(out, byte, n);
+    if (n != 0) *out = byte;
 }
 
 } // namespace kelcl

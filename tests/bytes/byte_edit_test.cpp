@@ -90,6 +90,12 @@ TEST(Copy, CopiesLongPiecesThatMoveByAFewBytesModuloAPage) {
         }
 }
 
+TEST(Fill, SetsEveryLengthAtEveryDistance) {
+    for (std::size_t n = 0; n <= longest; ++n)
+        expectCopies(std::string(n, '.'), std::string(n, '\xE9'),
+                     [](char* out, char const*, std::size_t size) { kelcl::fillBytes(out, '\xE9', size); });
+}
+
 TEST(CaseMapping, ChangesTheTwentySixLettersOfAsciiOnly) {
     std::string const all = allBytes();
     std::string out(256, '\0');
