@@ -78,8 +78,8 @@ KELCL_COMPARE_EDIT(translateTwo, transform, proseOf(sizeOf(state)), sizeOf(state
 
 // The key is applied to what is there, twice, for the same reason as above.
 void combineThreeOurs(char* out, char const*, std::size_t n) {
-    kelcl::combine(out, n, "key", 3, kelcl::BitOperation::bitExclusiveOr);
-    kelcl::combine(out, n, "key", 3, kelcl::BitOperation::bitExclusiveOr);
+    kelcl::combine(out, out, n, "key", 3, kelcl::BitOperation::bitExclusiveOr);
+    kelcl::combine(out, out, n, "key", 3, kelcl::BitOperation::bitExclusiveOr);
 }
 void combineThreeTheirs(char* out, char const*, std::size_t n) {
     for (int round = 0; round < 2; ++round)
@@ -89,7 +89,7 @@ void combineThreeTheirs(char* out, char const*, std::size_t n) {
 KELCL_COMPARE_EDIT(combineThree, loop_twice, randomBytes(sizeOf(state)), sizeOf(state));
 
 void combineEqualOurs(char* out, char const* in, std::size_t n) {
-    kelcl::combine(out, n, in, n, kelcl::BitOperation::bitOr);
+    kelcl::combine(out, out, n, in, n, kelcl::BitOperation::bitOr);
 }
 void combineEqualTheirs(char* out, char const* in, std::size_t n) {
     for (std::size_t i = 0; i < n; ++i)

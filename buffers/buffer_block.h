@@ -5,6 +5,7 @@
 #define KELCL_BUFFERS_BUFFER_BLOCK_H
 
 #include "buffers/length.h"
+#include "bytes/byte_search.h"
 
 #include <kelcl/dbuffer.h>
 #include <kelcl/detail/library_buffers.h>
@@ -32,6 +33,11 @@ Buffer* construct(unsigned int length) {
 /// The text of a buffer.
 inline std::string_view bytesOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
 
+/// The position, counted from 1, of what was found at an offset of the text; 0 for nothing.
+inline unsigned int positionOf(std::size_t offset) {
+    return offset == notFound ? 0 : static_cast<unsigned int>(offset) + 1;
+}
+
 /// The buffer itself, with a reference for the caller.
 inline DBuffer* shared(DBuffer& buffer) {
     buffer.take();
@@ -47,11 +53,7 @@ DBuffer* allocateLike(DBuffer const& like, unsigned int length);
 
 /// A buffer of the class that `like` makes with a copy of the bytes, of which there is at least one:
 /// `newBuffer` for one piece.
-inline DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length) {
-    DBuffer* const result = allocateLike(like, length);
-    moveBytes(result->contents(), static_cast<char const*>(bytes), length);
-    return result;
-}
+DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length);
 
 } // namespace kelcl
 

@@ -1,7 +1,11 @@
-// Which class of buffer a process makes, and the shared empty buffers.
+// How buffers are made and destroyed: of which class, with which text, and the shared empty ones. It stands
+// in one place so that all of it becomes part of each function here: short texts cost little more than the
+// calls.
 #include "buffers/buffer_factory.h"
 
 #include "buffers/buffer_block.h"
+#include "buffers/length.h"
+#include "bytes/byte_copy.h"
 #include "characters/locale_encoding.h"
 
 #include <kelcl/ddbcsbuffer.h>
@@ -11,6 +15,18 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+
+// The text lies past the object, in the same block. By its address alone, or the optimiser, which sees the
+// object only, takes the store for one out of bounds.
+DBuffer::DBuffer(unsigned int size) : refs(1), length(size) { *std::launder(contents() + size) = '\0'; }
+
+DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
+
+void DBuffer::operator delete(void* block) noexcept { ::operator delete[](block); }
+
+DBuffer::~DBuffer() = default;
+
+DDBCSBuffer::~DDBCSBuffer() = default;
 
 namespace kelcl {
 
@@ -42,19 +58,47 @@ void fitLength(DBuffer& made, unsigned int length) {
     return result;
 }
 
-} // namespace
-
-DBuffer* makeBuffer(unsigned int length) { return makeOf(isMultiByteLocale(), length); }
-
-DBuffer* allocateLike(DBuffer const& like, unsigned int length) {
-    // The library's classes need not be asked.
+/// The library's classes need not be asked.
+inline DBuffer* allocate(DBuffer const& like, unsigned int length) {
     bool const isMultiByte = isExactly<DDBCSBuffer>(like);
     if (length >= lengthLimit || !(isMultiByte || isExactly<DBuffer>(like)))
         return allocateByClass(like, length);
     return makeOf(isMultiByte || isMultiByteLocale(), length);
 }
 
+/// Writes a piece, or pad characters where it has none, and returns the place after it.
+inline char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
+    if (piece != nullptr)
+        copyBytes(out, static_cast<char const*>(piece), length);
+    else
+        fillBytes(out, padCharacter, length);
+    return out + length;
+}
+
+} // namespace
+
+DBuffer* makeBuffer(unsigned int length) { return makeOf(isMultiByteLocale(), length); }
+
+DBuffer* allocateLike(DBuffer const& like, unsigned int length) { return allocate(like, length); }
+
+DBuffer* copyLike(DBuffer const& like, void const* bytes, unsigned int length) {
+    DBuffer* const result = allocate(like, length);
+    copyBytes(result->contents(), static_cast<char const*>(bytes), length);
+    return result;
+}
+
 } // namespace kelcl
+
+DBuffer* DBuffer::newBuffer(void const* p1, unsigned int l1, void const* p2, unsigned int l2, void const* p3,
+                            unsigned int l3, char padCharacter) const {
+    unsigned int const total = kelcl::lengthSum(kelcl::lengthSum(l1, l2), l3);
+    if (total == 0) return kelcl::sharedEmpty(*this);
+    DBuffer* const result = kelcl::allocate(*this, total);
+    char* const second = kelcl::writePiece(result->contents(), p1, l1, padCharacter);
+    char* const third = kelcl::writePiece(second, p2, l2, padCharacter);
+    kelcl::writePiece(third, p3, l3, padCharacter);
+    return result;
+}
 
 DBuffer* DBuffer::nullBuffer = nullptr;
 DBuffer* DBuffer::nullDBuffer = nullptr;

@@ -1,12 +1,9 @@
-// Repair of cut characters: where the encoding, or a host's class, is asked.
+// Repair of cut characters: where in one a byte is that does not tell by itself.
 #include "buffers/character_repair.h"
 
 namespace kelcl {
 
-unsigned int PlacesInCharacters::placeOf(unsigned int position) {
-    if (!isMultiByteClass(text_)) return text_.charType(position);
-    if (!steps_) steps_.emplace();
-    std::size_t const at = position - 1;
+unsigned int PlacesInCharacters::placeInCharacter(std::size_t at) {
     return static_cast<unsigned int>(at - startOfCharacter(text_.contents(), at, *steps_)) + 1;
 }
 

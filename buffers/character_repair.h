@@ -9,6 +9,7 @@
 #include <kelcl/dbuffer.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <optional>
 
@@ -23,12 +24,18 @@ public:
     /// 2 or more inside a character; less at its start and outside of the text.
     unsigned int at(unsigned int position) {
         if (position == 0 || position > text_.length) return 0;
-        if (isMultiByteClass(text_) && surelyBeginsCharacter(text_.contents(), position - 1)) return 0;
-        return placeOf(position);
+        if (!isMultiByteClass(text_)) return text_.charType(position);
+        return surelyBeginsCharacter(text_.contents(), position - 1) ? 0 : placeOf(position - 1);
     }
 
 private:
-    unsigned int placeOf(unsigned int position);
+    unsigned int placeOf(std::size_t at) {
+        if (!steps_) steps_.emplace();
+        if (steps_->isUtf8() && !isContinuation(text_.contents()[at])) return 1;
+        return placeInCharacter(at);
+    }
+
+    unsigned int placeInCharacter(std::size_t at);
 
     DBuffer const& text_;
     std::optional<BufferSteps> steps_;

@@ -12,6 +12,7 @@
 #include "bytes/byte_search.h"
 #include "bytes/byte_set.h"
 #include "bytes/byte_walk.h"
+#include "characters/character_classes.h"
 
 #include <kelcl/dbuffer.h>
 
@@ -223,6 +224,13 @@ DBuffer* DBuffer::strip(char const* set, unsigned int setLength, DStringEnum::St
 }
 
 DBuffer* DBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
+    kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test));
+    if (known != nullptr && kelcl::isSingleByteClass(*this)) {
+        std::string_view const text = bytesOf(*this);
+        return kelcl::stripBytes(
+            *this, mode, [&] { return kelcl::positionOf(kelcl::findFirstNotIn(text, *known)); },
+            [&] { return kelcl::positionOf(kelcl::findLastNotIn(text, *known)); });
+    }
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); }, [&] { return lastIndexOfAnyBut(test, length); });
 }

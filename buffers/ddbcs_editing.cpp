@@ -1,7 +1,9 @@
 // DDBCSBuffer: editing, except for case. Each operation chooses between two paths that stand side by side:
 // wide characters with the switch on, and bytes with repair of cut characters with it off.
 #include "buffers/character_repair.h"
+#include "buffers/ddbcs_search.h"
 #include "buffers/length.h"
+#include "buffers/outside_of_class.h"
 #include "buffers/owned_buffer.h"
 #include "buffers/strip.h"
 #include "buffers/translation.h"
@@ -219,6 +221,13 @@ DBuffer* DDBCSBuffer::strip(char const* set, unsigned int setLength, DStringEnum
 DBuffer* DDBCSBuffer::strip(DStringTest const& test, DStringEnum::StripMode mode) {
     if (length == 0) return shared(*this);
     if (isWideMode()) return stripWide(*this, test, mode);
+    kelcl::CharacterClass const* const known = kelcl::searchableClass(test);
+    if (known != nullptr && kelcl::isMultiByteClass(*this)) {
+        kelcl::OutsideOfClass outside(*this, *known);
+        return kelcl::stripBytes(
+            *this, mode, [&] { return kelcl::positionOf(outside.first(0)); },
+            [&] { return endOfCharacter(*this, kelcl::positionOf(outside.last(length))); });
+    }
     return kelcl::stripBytes(
         *this, mode, [&] { return indexOfAnyBut(test, 1); },
         [&] { return endOfCharacter(*this, lastIndexOfAnyBut(test, length)); });

@@ -3,6 +3,7 @@
 #ifndef KELCL_BUFFERS_DDBCS_SEARCH_H
 #define KELCL_BUFFERS_DDBCS_SEARCH_H
 
+#include "buffers/buffer_block.h"
 #include "buffers/host_classes.h"
 #include "bytes/byte_search.h"
 #include "characters/stepping.h"
@@ -13,10 +14,6 @@
 #include <string_view>
 
 namespace kelcl {
-
-inline unsigned int positionOf(std::size_t offset) {
-    return offset == notFound ? 0 : static_cast<unsigned int>(offset) + 1;
-}
 
 /// The offset of the first character from `from` on, which is a character start, that `wanted(p, length)`
 /// wants.

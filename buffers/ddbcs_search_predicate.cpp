@@ -2,11 +2,10 @@
 // with it off.
 #include "buffers/character_test.h"
 #include "buffers/ddbcs_search.h"
+#include "buffers/outside_of_class.h"
 #include "buffers/wide_path.h"
-#include "characters/character_classes.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace {
 
@@ -44,67 +43,6 @@ auto byFirstByte(Wanted wanted) {
     return [wanted](char const* p, unsigned int) { return wanted(signedByte(*p)); };
 }
 
-/// Whether all bytes that a class has in ASCII stand alone in every encoding, as those of white space do.
-bool standsAloneAnywhere(kelcl::CharacterClass const& members) {
-    constexpr unsigned int bitsBelow30 = 3; // one for each 16 values
-    unsigned int bits = 0;
-    for (std::size_t row = 0; row < 16; ++row)
-        bits |= members.ascii.rows()[row];
-    return bits >> bitsBelow30 == 0;
-}
-
-/// The class of the library's own that the test is for, if it is such a one.
-kelcl::CharacterClass const* searchableClass(DStringTest const& test) {
-    kelcl::CharacterClass const* const known = kelcl::classOf(kelcl::functionOf(test));
-    return known != nullptr && standsAloneAnywhere(*known) ? known : nullptr;
-}
-
-/// A search for the characters outside of such a class: the bytes that it has in ASCII are skipped by the
-/// byte kernels, and it is asked about what is in between.
-class OutsideOfClass {
-public:
-    OutsideOfClass(DBuffer const& text, kelcl::CharacterClass const& members)
-        : text_(text), members_(members) {}
-
-    /// The offset of the first one from the character start `at` on, or notFound.
-    std::size_t first(std::size_t at) {
-        for (;;) {
-            std::size_t const found = kelcl::findFirstNotIn(bytesOf(text_).substr(at), members_.ascii);
-            if (found == kelcl::notFound) return found;
-            at += found;
-            if (isOutside(at)) return at;
-            at += steps().length(text_.contents() + at);
-        }
-    }
-
-    /// The offset of the last one up to the character that contains the byte before `end`, or notFound.
-    std::size_t last(std::size_t end) {
-        while (end != 0) {
-            end = kelcl::findLastNotIn(bytesOf(text_).substr(0, end), members_.ascii);
-            if (end == kelcl::notFound) return end;
-            if (!kelcl::surelyBeginsCharacter(text_.contents(), end)) {
-                if (!starts_) starts_.emplace(text_.contents(), steps());
-                end = starts_->startOf(end);
-            }
-            if (isOutside(end)) return end;
-        }
-        return kelcl::notFound;
-    }
-
-private:
-    bool isOutside(std::size_t at) const { return members_.test(signedByte(text_.contents()[at])) == 0; }
-
-    kelcl::BufferSteps& steps() {
-        if (!steps_) steps_.emplace();
-        return *steps_;
-    }
-
-    DBuffer const& text_;
-    kelcl::CharacterClass const& members_;
-    std::optional<kelcl::BufferSteps> steps_; // asked for where it is needed
-    std::optional<kelcl::FallingStarts> starts_;
-};
-
 template <class Wanted>
 unsigned int lastByFirstByte(DDBCSBuffer const& text, unsigned int start, Wanted wanted) {
     unsigned int const last = kelcl::backwardStart(text, start);
@@ -132,8 +70,8 @@ unsigned int firstRejected(DDBCSBuffer const& text, unsigned int start, DStringT
         if (isWideMode()) return firstWide(text, start, rejects);
         unsigned int const first = text.startSearch(start, 1);
         if (first == 0 || first > text.length) return 0; // a host may say anything
-        if (kelcl::CharacterClass const* const known = searchableClass(test))
-            return kelcl::positionOf(OutsideOfClass(text, *known).first(first - 1));
+        if (kelcl::CharacterClass const* const known = kelcl::searchableClass(test))
+            return kelcl::positionOf(kelcl::OutsideOfClass(text, *known).first(first - 1));
         kelcl::BufferSteps steps;
         return kelcl::positionOf(kelcl::firstCharacter(text, first - 1, steps, byFirstByte(rejects)));
     });
@@ -149,10 +87,10 @@ unsigned int lastRejected(DDBCSBuffer const& text, unsigned int start, DStringTe
     return kelcl::withTest(test, [&](auto accepts) {
         auto const rejects = [accepts](int value) { return !accepts(value); };
         if (isWideMode()) return lastWide(text, start, rejects);
-        if (kelcl::CharacterClass const* const known = searchableClass(test))
+        if (kelcl::CharacterClass const* const known = kelcl::searchableClass(test))
             if (kelcl::isMultiByteClass(text))
                 return kelcl::positionOf(
-                    OutsideOfClass(text, *known).last(kelcl::backwardStart(text, start)));
+                    kelcl::OutsideOfClass(text, *known).last(kelcl::backwardStart(text, start)));
         return lastByFirstByte(text, start, rejects);
     });
 }

@@ -9,10 +9,6 @@
 #include <cstring>
 #include <cwchar>
 
-DDBCSBuffer::DDBCSBuffer(unsigned int size) : DBuffer(size) {}
-
-DDBCSBuffer::~DDBCSBuffer() = default;
-
 DBuffer* DDBCSBuffer::allocate(unsigned int size) const {
     if (size >= kelcl::lengthLimit) overflow();
     return kelcl::construct<DDBCSBuffer>(size);

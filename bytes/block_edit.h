@@ -88,6 +88,11 @@ KELCL_BLOCKS void write(char* out, std::size_t n, Made made) {
     if (n < blockSize) return writeFewer(out, n, made);
     Block const first = made.block(0);
     Block const last = made.block(n - blockSize);
+    if (n <= 2 * blockSize) {
+        first.store(out);
+        last.store(out + n - blockSize);
+        return;
+    }
     std::size_t i = blockSize - reinterpret_cast<std::uintptr_t>(out) % blockSize;
     std::size_t const end = n - blockSize;
     for (; i + blockSize < end; i += 2 * blockSize) {

@@ -63,18 +63,18 @@ struct Bitwise {
 #endif
 };
 
-/// Sets each text[i] to apply(text[i], operand[i]).
+/// Sets each out[i] to apply(in[i], operand[i]).
 template <class Operator>
-void combineEach(char* text, char const* operand, std::size_t n, Operator apply) {
+void combineEach(char* out, char const* in, char const* operand, std::size_t n, Operator apply) {
     for (std::size_t i = 0; i < n; ++i)
-        text[i] = apply(text[i], operand[i]);
+        out[i] = apply(in[i], operand[i]);
 }
 
 template <class Operator>
-void combineBytes(char* text, char const* operand, std::size_t n) {
+void combineBytes(char* out, char const* in, char const* operand, std::size_t n) {
     Bitwise<Operator> const apply;
-    KELCL_DISPATCH(blocks::write(text, n, blocks::Combined<Bitwise<Operator>>{text, operand, apply}),
-                   combineEach(text, operand, n, apply));
+    KELCL_DISPATCH(blocks::write(out, n, blocks::Combined<Bitwise<Operator>>{in, operand, apply}),
+                   combineEach(out, in, operand, n, apply));
 }
 
 void reverseEach(char* out, char const* in, std::size_t n) {
@@ -87,14 +87,14 @@ void swapEnds(char* text, std::size_t n) {
         std::swap(text[i], text[n - 1 - i]);
 }
 
-void combineStretch(char* text, char const* operand, std::size_t n, BitOperation operation) {
+void combineStretch(char* out, char const* in, char const* operand, std::size_t n, BitOperation operation) {
     switch (operation) {
     case BitOperation::bitAnd:
-        return combineBytes<std::bit_and<>>(text, operand, n);
+        return combineBytes<std::bit_and<>>(out, in, operand, n);
     case BitOperation::bitOr:
-        return combineBytes<std::bit_or<>>(text, operand, n);
+        return combineBytes<std::bit_or<>>(out, in, operand, n);
     case BitOperation::bitExclusiveOr:
-        return combineBytes<std::bit_xor<>>(text, operand, n);
+        return combineBytes<std::bit_xor<>>(out, in, operand, n);
     }
 }
 
@@ -136,7 +136,8 @@ void fillRepeating(char* out, std::size_t n, std::size_t filled) {
     }
 }
 
-void combine(char* text, std::size_t n, char const* operand, std::size_t m, BitOperation operation) {
+void combine(char* out, char const* in, std::size_t n, char const* operand, std::size_t m,
+             BitOperation operation) {
     // A short operand is first repeated, so that the loops always have a stretch worth their start.
     constexpr std::size_t shortest = 512;
     std::array<char, 2 * shortest> repeated;
@@ -148,7 +149,7 @@ void combine(char* text, std::size_t n, char const* operand, std::size_t m, BitO
         m = room;
     }
     for (std::size_t i = 0; i < n; i += m)
-        combineStretch(text + i, operand, std::min(m, n - i), operation);
+        combineStretch(out + i, in + i, operand, std::min(m, n - i), operation);
 }
 
 } // namespace kelcl

@@ -61,10 +61,10 @@ void fillRepeating(char* out, std::size_t n, std::size_t filled);
 
 enum class BitOperation { bitAnd, bitOr, bitExclusiveOr };
 
-/// Combines n bytes of text, in place, with the m bytes of the operand, at least one, which is repeated
-/// cyclically or cut to fit. The operand must not overlap the text, unless it begins where the text does and
-/// m is at least n.
-void combine(char* text, std::size_t n, char const* operand, std::size_t m, BitOperation operation);
+/// Copies n bytes combined with the m bytes of the operand, at least one, which is repeated cyclically or cut
+/// to fit. The operand must not overlap `out`, unless it begins there and m is at least n.
+void combine(char* out, char const* in, std::size_t n, char const* operand, std::size_t m,
+             BitOperation operation);
 
 /// Copies n bytes with every bit inverted.
 void copyComplement(char* out, char const* in, std::size_t n);

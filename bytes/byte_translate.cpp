@@ -112,17 +112,20 @@ void copyTranslated(char* out, char const* in, std::size_t n, unsigned char cons
 
 Replacements::Replacements(std::string_view from, std::string_view to, char pad, std::size_t n)
     : hasTable_(!areFew(from.size(), n)) {
-    auto const replacementAt = [&](std::size_t i) { return i < to.size() ? to[i] : pad; };
     if (!hasTable_) {
         for (few_.count = 0; few_.count < from.size(); ++few_.count) {
             few_.from[few_.count] = from[few_.count];
-            few_.to[few_.count] = replacementAt(few_.count);
+            few_.to[few_.count] = few_.count < to.size() ? to[few_.count] : pad;
         }
         return;
     }
     std::memcpy(table_, unchanged.data(), sizeof table_);
-    for (std::size_t i = from.size(); i-- > 0;) // backwards, so that a byte's first place counts
-        table_[static_cast<unsigned char>(from[i])] = static_cast<unsigned char>(replacementAt(i));
+    // Backwards, so that a byte's first place counts.
+    std::size_t const pairs = std::min(from.size(), to.size());
+    for (std::size_t i = from.size(); i-- > pairs;)
+        table_[static_cast<unsigned char>(from[i])] = static_cast<unsigned char>(pad);
+    for (std::size_t i = pairs; i-- > 0;)
+        table_[static_cast<unsigned char>(from[i])] = static_cast<unsigned char>(to[i]);
 }
 
 char Replacements::of(char byte) const {

@@ -4,6 +4,7 @@
 #define KELCL_CHARACTERS_CHARACTER_CLASSES_H
 
 #include "bytes/byte_set.h"
+#include "characters/locale_encoding.h"
 
 #include <cstddef>
 #include <cwchar>
@@ -19,6 +20,15 @@ struct CharacterClass {
     ByteSet ascii;
     /// The C library's class of wide characters; null when nothing beyond 127 is a member.
     int (*ofWide)(std::wint_t);
+    /// Whether all of those in ASCII can never be part of longer characters, whatever the encoding.
+    bool standsAloneAnywhere = allStandAlone(ascii);
+
+    static constexpr bool allStandAlone(ByteSet const& members) {
+        for (int c = 0; c < 128; ++c)
+            if (members.contains(static_cast<char>(c)) && !kelcl::standsAloneAnywhere(static_cast<char>(c)))
+                return false;
+        return true;
+    }
 };
 
 extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics, hexDigits, lowerCase,

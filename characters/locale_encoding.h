@@ -28,7 +28,7 @@ inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8Codeset(); }
 
 /// Bytes that can never be part of a longer character, whatever the encoding: below 0x30, where the trail
 /// bytes of every multi-byte encoding of the C library begin.
-inline bool standsAloneAnywhere(char byte) { return static_cast<unsigned char>(byte) < 0x30; }
+constexpr bool standsAloneAnywhere(char byte) { return static_cast<unsigned char>(byte) < 0x30; }
 
 /// The same where it is known whether the encoding is UTF-8, in which they are all below 0x80.
 inline bool standsAlone(char byte, bool isUtf8) {

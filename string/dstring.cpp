@@ -152,20 +152,10 @@ DString& DString::append(char const* data, unsigned int count) {
         std::memmove(end, data, count); // the bytes may be part of the text, and end with its NUL
         return *this;
     }
-    unsigned int const before = length();
-    DBuffer* const longer = kelcl::allocateLike(*buffer(), kelcl::lengthSum(before, count));
-    std::memcpy(longer->contents(), text_, before);
-    std::memcpy(longer->contents() + before, data, count);
-    return install(longer);
+    return install(buffer()->newBuffer(text_, length(), data, count));
 }
 
 DString DString::joined(char const* left, unsigned int leftLength, char const* right,
                         unsigned int rightLength) {
-    DBuffer* const empty = DBuffer::fromContents(sharedEmpty());
-    unsigned int const length = kelcl::lengthSum(leftLength, rightLength);
-    if (length == 0) return DString(kelcl::sharedEmpty(*empty));
-    DString result(kelcl::allocateLike(*empty, length));
-    if (leftLength != 0) std::memcpy(result.text_, left, leftLength);
-    if (rightLength != 0) std::memcpy(result.text_ + leftLength, right, rightLength);
-    return result;
+    return DString(DBuffer::fromContents(sharedEmpty())->newBuffer(left, leftLength, right, rightLength));
 }

@@ -11,9 +11,14 @@ static_assert(static_cast<int>(kelcl::BitOperation::bitOr) == DString::bitOr);
 static_assert(static_cast<int>(kelcl::BitOperation::bitExclusiveOr) == DString::bitExclusiveOr);
 
 DString& DString::applyBitOp(char const* operand, unsigned int operandLength, BitOperator op) {
-    if (operandLength == 0) return *this;
-    prepareToChange();
-    if (isEmpty() || op > bitExclusiveOr) return *this;
+    if (operandLength == 0 || isEmpty()) return *this;
+    if (op > bitExclusiveOr) return prepareToChange();
+    auto const operation = static_cast<kelcl::BitOperation>(op);
+    if (!buffer()->hasOneOwner()) {
+        DBuffer* const combined = kelcl::allocateLike(*buffer(), length());
+        kelcl::combine(combined->contents(), text_, length(), operand, operandLength, operation);
+        return install(combined);
+    }
 
     std::less_equal<char const*> const notAfter;
     bool const insideText = notAfter(text_, operand) && notAfter(operand, text_ + length());
@@ -23,14 +28,13 @@ DString& DString::applyBitOp(char const* operand, unsigned int operandLength, Bi
         copy.assign(operand, operandLength);
         operand = copy.data();
     }
-    kelcl::combine(text_, length(), operand, operandLength, static_cast<kelcl::BitOperation>(op));
+    kelcl::combine(text_, text_, length(), operand, operandLength, operation);
     return *this;
 }
 
 DString DString::operator~() const {
     if (isEmpty()) return DString(nullptr, 0, ' ');
-    DString result;
-    result.install(kelcl::allocateLike(*result.buffer(), length()));
+    DString result(kelcl::allocateLike(*DBuffer::fromContents(sharedEmpty()), length()));
     kelcl::copyComplement(result.text_, text_, length());
     return result;
 }

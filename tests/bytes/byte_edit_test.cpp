@@ -90,6 +90,12 @@ TEST(Copy, CopiesLongPiecesThatMoveByAFewBytesModuloAPage) {
         }
 }
 
+TEST(Fill, SetsEveryLengthAtEveryDistance) {
+    for (std::size_t n = 0; n <= longest; ++n)
+        expectCopies(std::string(n, '.'), std::string(n, '\xE9'),
+                     [](char* out, char const*, std::size_t size) { kelcl::fillBytes(out, '\xE9', size); });
+}
+
 TEST(CaseMapping, ChangesTheTwentySixLettersOfAsciiOnly) {
     std::string const all = allBytes();
     std::string out(256, '\0');
@@ -230,10 +236,10 @@ TEST(Combination, RepeatsOrCutsTheOperand) {
             std::string const text = randomBytes(random, n);
             std::string const operand = randomBytes(random, m);
             BitOperation const operation = allOperations[random() % 3];
-            expectEditsInPlace(text, plainCombined(text, operand, operation),
-                               [&](char* bytes, std::size_t size) {
-                                   kelcl::combine(bytes, size, operand.data(), m, operation);
-                               });
+            expectBothWays(text, plainCombined(text, operand, operation),
+                           [&](char* out, char const* in, std::size_t size) {
+                               kelcl::combine(out, in, size, operand.data(), m, operation);
+                           });
         }
 }
 
@@ -245,7 +251,8 @@ TEST(Combination, IsRightForOperandsAndTextsOfAllSizes) {
         std::string const operand = randomBytes(random, 1 + random() % 1200);
         BitOperation const operation = allOperations[random() % 3];
         std::string const wanted = plainCombined(text, operand, operation);
-        kelcl::combine(text.data(), text.size(), pages.atEnd(operand).data(), operand.size(), operation);
+        kelcl::combine(text.data(), text.data(), text.size(), pages.atEnd(operand).data(), operand.size(),
+                       operation);
         ASSERT_EQ(text, wanted);
     }
 }
@@ -253,11 +260,11 @@ TEST(Combination, IsRightForOperandsAndTextsOfAllSizes) {
 TEST(Combination, OfATextWithItselfWorksInPlace) {
     for (std::size_t n : {1U, 31U, 32U, 33U, 130U, 5000U}) {
         std::string text(n, 'x');
-        kelcl::combine(text.data(), n, text.data(), n, BitOperation::bitOr);
+        kelcl::combine(text.data(), text.data(), n, text.data(), n, BitOperation::bitOr);
         EXPECT_EQ(text, std::string(n, 'x'));
-        kelcl::combine(text.data(), n, text.data(), n, BitOperation::bitAnd);
+        kelcl::combine(text.data(), text.data(), n, text.data(), n, BitOperation::bitAnd);
         EXPECT_EQ(text, std::string(n, 'x'));
-        kelcl::combine(text.data(), n, text.data(), n, BitOperation::bitExclusiveOr);
+        kelcl::combine(text.data(), text.data(), n, text.data(), n, BitOperation::bitExclusiveOr);
         EXPECT_EQ(text, std::string(n, '\0'));
     }
 }

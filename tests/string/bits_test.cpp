@@ -144,13 +144,18 @@ TEST(BitAssignment, OfAStringWithItselfKeepsTheLength) {
     EXPECT_EQ(contentsOf(one ^= one), bytes("\0"));
 }
 
-TEST(BitAssignment, WithAPartOfTheStringUsesThePartThatWas) {
+TEST(BitAssignment, WithAPartOfTheStringUsesThePartThatWasWhetherSharedOrNot) {
     for (std::size_t at = 0; at < 6; ++at) {
         for (std::size_t n = 1; at + n <= 6; ++n) {
             std::string const before = "qwerty";
             std::string expected = before;
             for (std::size_t i = 0; i < before.size(); ++i)
                 expected[i] = static_cast<char>(before[i] ^ before[at + i % n]);
+            DString shared(before);
+            DString const copy(shared);
+            shared ^= std::string_view(shared.data() + at, n);
+            EXPECT_EQ(contentsOf(shared), expected) << at << ' ' << n;
+            EXPECT_EQ(contentsOf(copy), before);
             DString text(before);
             text ^= std::string_view(text.data() + at, n);
             EXPECT_EQ(contentsOf(text), expected) << at << ' ' << n;
