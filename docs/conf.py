@@ -13,7 +13,7 @@ copyright = author = "the kelcl maintainers"
 extensions = ["myst_parser", "breathe"]
 exclude_patterns = ["coverage.md", "performance"]
 primary_domain = highlight_language = "cpp"
-smartquotes = False
+smartquotes_action = "D"
 
 # Links to a heading are written as hosting sites have them.
 myst_heading_anchors = 3
@@ -29,7 +29,7 @@ html_css_files = ["kelcl.css"]
 html_static_path = ["static"]
 html_copy_source = False
 html_show_sphinx = html_show_copyright = False
-pygments_dark_style = "monokai"
+pygments_dark_style = "github-dark"
 toc_object_entries_show_parents = "hide"
 # The names of what is described, which the theme shows in the colour of errors.
 html_theme_options = {
