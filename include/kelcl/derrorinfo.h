@@ -5,8 +5,8 @@
 #define KELCL_DERRORINFO_H
 
 #include <kelcl/dbase.h>
-#include <kelcl/dexception.h>
 #include <kelcl/detail/owned_text.h>
+#include <kelcl/dexception.h>
 #include <kelcl/dexport.h>
 
 /// What is known about an error: a text and a number.
