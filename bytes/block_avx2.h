@@ -111,6 +111,7 @@ KELCL_BLOCKS_INLINE Block operator-(Block a, Block b) { return {_mm256_sub_epi8(
 KELCL_BLOCKS_INLINE Block minusDownTo0(Block a, Block b) { return {_mm256_subs_epu8(a.bytes, b.bytes)}; }
 
 KELCL_BLOCKS_INLINE Block equal(Block a, Block b) { return {_mm256_cmpeq_epi8(a.bytes, b.bytes)}; }
+KELCL_BLOCKS_INLINE Block equalFours(Block a, Block b) { return {_mm256_cmpeq_epi32(a.bytes, b.bytes)}; }
 KELCL_BLOCKS_INLINE Block atMost(Block a, Block b) {
     return {_mm256_cmpeq_epi8(_mm256_min_epu8(a.bytes, b.bytes), a.bytes)};
 }

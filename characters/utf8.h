@@ -12,7 +12,7 @@
 
 namespace kelcl {
 
-inline bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
+constexpr bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
 /// How many bytes at the front of a text are ASCII.
 inline std::size_t asciiRun(char const* p, std::size_t n) {
