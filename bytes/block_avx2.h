@@ -62,6 +62,7 @@ struct Block {
     static KELCL_BLOCKS_INLINE Block twice(void const* half) {
         return {_mm256_broadcastsi128_si256(Half::load(half).bytes)};
     }
+    static KELCL_BLOCKS_INLINE Block twice(Half half) { return {_mm256_broadcastsi128_si256(half.bytes)}; }
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) { return {_mm256_set1_epi32(loadWord<int>(p))}; }
     /// Eight bytes, the lowest of the number first, four times over.

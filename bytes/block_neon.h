@@ -74,6 +74,7 @@ struct Block {
         uint8x16_t const bytes = Half::load(half).bytes;
         return {bytes, bytes};
     }
+    static KELCL_BLOCKS_INLINE Block twice(Half half) { return {half.bytes, half.bytes}; }
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) {
         uint8x16_t const half = vreinterpretq_u8_u32(vdupq_n_u32(loadWord<std::uint32_t>(p)));

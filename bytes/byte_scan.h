@@ -9,6 +9,7 @@
 #include "bytes/byte_set.h"
 #include "bytes/dispatch.h"
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -46,18 +47,28 @@ struct InRange {
 #endif
 };
 
+#if KELCL_HAS_BLOCKS
+/// Which bytes are in a set, by its rows in each half of a block. A look-up gives 0 for a byte with the top
+/// bit set, so that only one of the two tables counts.
+KELCL_BLOCKS_INLINE Block hasBit(Block rows, Block block) {
+    Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
+    return equal(rows & bit, bit);
+}
+KELCL_BLOCKS_INLINE Block isInAsciiRows(Block block, Block lowRows) {
+    return hasBit(lookUpByLowHalf(lowRows, block), block);
+}
+KELCL_BLOCKS_INLINE Block isInRows(Block block, Block lowRows, Block highRows) {
+    return hasBit(lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80)),
+                  block);
+}
+#endif
+
 struct InSet {
     ByteSet const& set;
     bool matches(char byte) const { return set.contains(byte); }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block const lowRows = Block::twice(set.rows());
-        Block const highRows = Block::twice(set.rows() + 16);
-        // A look-up gives 0 for a byte with the top bit set, so that only one of the two tables counts.
-        Block const row =
-            lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80));
-        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
-        return equal(row & bit, bit);
+        return isInRows(block, Block::twice(set.rows()), Block::twice(set.rows() + 16));
     }
 #endif
 };
@@ -68,26 +79,26 @@ struct InAsciiSet {
     bool matches(char byte) const { return set.contains(byte); }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block const row = lookUpByLowHalf(Block::twice(set.rows()), block);
-        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
-        return equal(row & bit, bit);
+        return isInAsciiRows(block, Block::twice(set.rows()));
     }
 #endif
 };
 
-/// In a set that is given by its members, at least one; each of them is compared.
+/// In a set of so many members, of which some may be the same; each of them is compared.
+template <std::size_t count>
 struct AmongFew {
-    std::string_view members;
+    std::array<char, count> members;
     bool matches(char byte) const {
+        bool result = false;
         for (char const member : members)
-            if (member == byte) return true;
-        return false;
+            result |= member == byte;
+        return result;
     }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block result = equal(block, Block::of(members.back()));
-        for (std::size_t i = 0; i + 1 < members.size(); i += 2)
-            result = result | (equal(block, Block::of(members[i])) | equal(block, Block::of(members[i + 1])));
+        Block result = equal(block, Block::of(members[0]));
+        for (std::size_t i = 1; i < count; ++i)
+            result = result | equal(block, Block::of(members[i]));
         return result;
     }
 #endif
