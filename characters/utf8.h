@@ -67,6 +67,9 @@ inline std::size_t utf8LengthOf(wchar_t value) {
     return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
 }
 
+/// Bytes of code points in plain UTF-8, fewer than 2^30, all of which must be such.
+std::size_t utf8LengthOfAll(wchar_t const* values, std::size_t n);
+
 /// Writes a code point as the `length` bytes that utf8LengthOf tells.
 inline void writeUtf8(char* out, wchar_t value, std::size_t length) {
     auto const bits = [value](int position, int mask) { return static_cast<int>(value) >> position & mask; };

@@ -72,16 +72,6 @@ std::size_t findInTable(wchar_t const* values, std::size_t n, CharacterMap const
     return static_cast<std::size_t>(std::find_if(values, values + n, isWanted) - values);
 }
 
-/// Bytes of characters in UTF-8.
-KELCL_INLINED std::size_t lengthOfAll(wchar_t const* values, std::size_t n) {
-    std::uint32_t bytes = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        auto const value = static_cast<std::uint32_t>(values[i]);
-        bytes += 1U + (value > 0x7F) + (value > 0x7FF) + (value > 0xFFFF);
-    }
-    return bytes;
-}
-
 /// Widens a piece of a text after the other, and asks `find(values, n)` where in it something is.
 template <class Find>
 SearchedSoFar searchInPieces(std::string_view text, std::size_t at, Find find) {
@@ -92,8 +82,7 @@ SearchedSoFar searchInPieces(std::string_view text, std::size_t at, Find find) {
         if (piece.bytes == 0) return {at, false};
         std::fill_n(values + piece.characters, ValueSet::readTooMuch, L'\0');
         std::size_t const found = find(values, piece.characters);
-        if (found != piece.characters)
-            return {at + multiversioned<lengthOfAll>(static_cast<wchar_t const*>(values), found), true};
+        if (found != piece.characters) return {at + utf8LengthOfAll(values, found), true};
         at += piece.bytes;
     }
     return {at, true};
