@@ -171,9 +171,9 @@ KELCL_BLOCKS_INLINE void addByCandidates(std::string_view text, std::string_view
     std::size_t const places = candidates.places();
     std::size_t next = 0;
     for (std::size_t at = 0; at < places; at = std::max(at + 64, next)) {
-        while (places - at > 64 && candidates.mask(at, 64) == 0)
-            at += 64;
         std::uint64_t mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
+        while (mask == 0 && places - at > 128)
+            mask = candidates.mask(at += 64, 64);
         for (; mask != 0; mask &= mask - 1) {
             std::size_t const place = at + blocks::lowestBit(mask);
             if (place < next) continue;

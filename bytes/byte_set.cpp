@@ -4,6 +4,7 @@
 #include "bytes/byte_set.h"
 
 #include "bytes/byte_scan.h"
+#include "bytes/set_tables.h"
 
 #include <algorithm>
 #include <array>
@@ -167,6 +168,35 @@ std::size_t withTest(std::string_view text, ByteSet const& set, Search search) {
     return search(InSet{set});
 }
 
+/// How many bytes at the front of a long text are passed by before the search for the first one in the set
+/// (outside of it) has to look at each.
+template <bool wanted>
+std::size_t passedBy([[maybe_unused]] std::string_view text, [[maybe_unused]] ByteSet const& set) {
+#if KELCL_HAS_TABLES
+    if (text.size() >= tables::longText && processorHasTables())
+        return isAscii(set) ? tables::countBefore<tables::InAscii<wanted>>(text, set)
+                            : tables::countBefore<tables::Anywhere<wanted>>(text, set);
+#endif
+    return 0;
+}
+
+template <bool wanted>
+std::size_t findFirstBySet(std::string_view text, ByteSet const& set) {
+    std::size_t const passed = passedBy<wanted>(text, set);
+    std::string_view const rest = text.substr(passed);
+    std::size_t const found =
+        withTest(rest, set, [rest](auto test) { return findFirst(rest, wantedBy<wanted>(test)); });
+    return found == notFound ? notFound : passed + found;
+}
+
+/// Of long texts by a set, which then pays.
+template <bool wanted>
+std::size_t findFirstByMembers(std::string_view text, std::string_view members) {
+    constexpr std::size_t longText = 2048;
+    if (text.size() >= longText) return findFirstBySet<wanted>(text, ByteSet(members));
+    return byMembers<First<wanted>>(text, members);
+}
+
 } // namespace
 
 void ByteSet::insertAll(std::string_view members) {
@@ -176,21 +206,19 @@ void ByteSet::insertAll(std::string_view members) {
         insert(member);
 }
 
-std::size_t findFirstIn(std::string_view text, ByteSet const& set) {
-    return withTest(text, set, [text](auto test) { return findFirst(text, test); });
-}
+std::size_t findFirstIn(std::string_view text, ByteSet const& set) { return findFirstBySet<true>(text, set); }
 
 std::size_t findFirstIn(std::string_view text, std::string_view members) {
     if (members.size() == 1) return findByte(text, members.front());
-    return byMembers<First<true>>(text, members);
+    return findFirstByMembers<true>(text, members);
 }
 
 std::size_t findFirstNotIn(std::string_view text, ByteSet const& set) {
-    return withTest(text, set, [text](auto test) { return findFirst(text, Not{test}); });
+    return findFirstBySet<false>(text, set);
 }
 
 std::size_t findFirstNotIn(std::string_view text, std::string_view members) {
-    return byMembers<First<false>>(text, members);
+    return findFirstByMembers<false>(text, members);
 }
 
 std::size_t findLastIn(std::string_view text, ByteSet const& set) {

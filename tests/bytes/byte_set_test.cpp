@@ -161,6 +161,54 @@ TEST(SetSearch, TellsMembersAbove127InLongTexts) {
     }
 }
 
+/// Both searches from the front of a text of one byte over and over but for another one, by sets that have
+/// the one, the other, and neither.
+void expectFirstSearchesAsPlain(std::string_view text) {
+    for (std::string_view const members : {"#", "abc", "#\xE1\xE2\xE3", "abc\xE4", "\xE1", "xyz"}) {
+        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(members)), text.find_first_of(members));
+        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet(members)), text.find_first_not_of(members));
+        ASSERT_EQ(kelcl::findFirstIn(text, members), text.find_first_of(members));
+        ASSERT_EQ(kelcl::findFirstNotIn(text, members), text.find_first_not_of(members));
+    }
+}
+
+TEST(SetSearch, FindsTheSingleHitInLongTexts) {
+    static GuardedPages pages(2);
+    for (std::size_t const n : {2047U, 2048U, 2049U, 2111U, 2304U, 2367U}) {
+        std::string text(n, 'a');
+        for (std::size_t hit = n % 7; hit < n; hit += 7)
+            for (char const other : {'#', '\xE4'}) {
+                text[hit] = other;
+                expectFirstSearchesAsPlain(pages.atEnd(text));
+                text[hit] = 'a';
+            }
+        expectFirstSearchesAsPlain(pages.atEnd(text));
+        expectFirstSearchesAsPlain(pages.atBegin(text));
+    }
+}
+
+TEST(SetSearch, FindsTheSingleHitInLongTextsAtEveryAlignment) {
+    std::vector<char> room(3000, '#');
+    for (std::size_t alignment = 0; alignment < 64; ++alignment)
+        for (std::size_t const hit : {0U, 1U, 62U, 63U, 64U, 65U, 1000U, 2100U, 2499U}) {
+            std::fill_n(room.data() + alignment, 2500, 'a');
+            room[alignment + hit] = '#';
+            expectFirstSearchesAsPlain({room.data() + alignment, 2500});
+            room[alignment + hit] = '\xE4';
+            expectFirstSearchesAsPlain({room.data() + alignment, 2500});
+        }
+}
+
+TEST(SetSearch, TellsEveryByteValueFromEveryOtherInLongTexts) {
+    for (char const value : allBytes()) {
+        std::string text(2200, static_cast<char>(value ^ 0x55));
+        text[1500] = value;
+        std::string const others = {value, static_cast<char>(value + 1), static_cast<char>(value ^ 0x80)};
+        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(others)), 1500U);
+        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet({text.data(), 1})), 1500U);
+    }
+}
+
 TEST(RunCount, CountsWordsAcrossTheSeamsOfBlocks) {
     using namespace std::string_view_literals;
     auto const words = [](std::string_view text) {
