@@ -29,12 +29,12 @@ std::optional<kelcl::ByteSet> byteSetOf(std::string_view bytes, kelcl::BufferSte
 constexpr kelcl::ByteSet continuations =
     kelcl::ByteSet::where([](unsigned char byte) { return kelcl::isContinuation(static_cast<char>(byte)); });
 
-/// The bytes with which the characters of a list of plain UTF-8 begin, if the list is short and they are few.
+/// The bytes with which the characters of a list begin, if it is short and plain UTF-8, and they are few.
 class FirstBytes {
 public:
     explicit FirstBytes(std::string_view list) {
         constexpr std::size_t bitsOfMask = 64;
-        if (list.size() > bitsOfMask) return;
+        if (list.size() > bitsOfMask || !kelcl::isPlainUtf8(list.data(), list.size())) return;
         for (std::uint64_t others = kelcl::maskOfStartNotIn(list, continuations); others != 0;) {
             if (count_ == most) {
                 count_ = 0;
@@ -59,26 +59,26 @@ private:
     std::size_t count_ = 0;
 };
 
-/// Whether the character at an offset is a member.
-bool isMember(std::string_view text, std::size_t at, kelcl::ValueSet const& members) {
+/// Whether the character at an offset is one of a list of plain UTF-8.
+bool isAmong(std::string_view list, std::string_view text, std::size_t at) {
     std::size_t const length = kelcl::plainUtf8Length(text.data() + at, text.size() - at);
-    return length != 0 && members.contains(kelcl::plainUtf8Value(text.data() + at, length));
+    return length != 0 && kelcl::findPattern(list, text.substr(at, length)) != notFound;
 }
 
 /// Searches UTF-8 for the first member of a list, by the bytes with which members begin: these stand in no
 /// other place of a character. Where they often begin others, by the values of all characters.
 kelcl::SearchedSoFar findMember(std::string_view text, std::size_t from, std::string_view list) {
-    kelcl::ValueSet members;
-    if (!members.take(list) || !members.hasFew()) return {from, false};
     constexpr int worthTrying = 8;
     FirstBytes const first(list);
     std::size_t next = from;
     for (int trial = 0; first.areKnown() && trial < worthTrying; ++trial) {
         from = first.find(text, next);
         if (from == notFound) return {text.size(), true};
-        if (isMember(text, from, members)) return {from, true};
+        if (isAmong(list, text, from)) return {from, true};
         next = from + 1;
     }
+    kelcl::ValueSet members;
+    if (!members.take(list) || !members.hasFew()) return {from, false};
     return kelcl::findFirstIn(text, from, members);
 }
 
