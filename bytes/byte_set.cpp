@@ -4,7 +4,7 @@
 #include "bytes/byte_set.h"
 
 #include "bytes/byte_scan.h"
-#include "bytes/set_tables.h"
+#include "bytes/wide_search.h"
 
 #include <algorithm>
 #include <array>
@@ -172,10 +172,10 @@ std::size_t withTest(std::string_view text, ByteSet const& set, Search search) {
 /// (outside of it) has to look at each.
 template <bool wanted>
 std::size_t passedBy([[maybe_unused]] std::string_view text, [[maybe_unused]] ByteSet const& set) {
-#if KELCL_HAS_TABLES
-    if (text.size() >= tables::longText && processorHasTables())
-        return isAscii(set) ? tables::countBefore<tables::InAscii<wanted>>(text, set)
-                            : tables::countBefore<tables::Anywhere<wanted>>(text, set);
+#if KELCL_HAS_WIDE
+    if (text.size() >= wide::longText && processorHasWide())
+        return isAscii(set) ? wide::countBefore<wide::InAscii<wanted>>(text, set)
+                            : wide::countBefore<wide::Anywhere<wanted>>(text, set);
 #endif
     return 0;
 }
