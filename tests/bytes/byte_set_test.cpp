@@ -174,9 +174,9 @@ void expectFirstSearchesAsPlain(std::string_view text) {
 
 TEST(SetSearch, FindsTheSingleHitInLongTexts) {
     static GuardedPages pages(2);
-    for (std::size_t const n : {2047U, 2048U, 2049U, 2111U, 2304U, 2367U}) {
+    for (std::size_t const n : {4095U, 4096U, 4097U, 4159U, 4352U, 4415U}) {
         std::string text(n, 'a');
-        for (std::size_t hit = n % 7; hit < n; hit += 7)
+        for (std::size_t hit = n % 13; hit < n; hit += 13)
             for (char const other : {'#', '\xE4'}) {
                 text[hit] = other;
                 expectFirstSearchesAsPlain(pages.atEnd(text));
@@ -188,24 +188,24 @@ TEST(SetSearch, FindsTheSingleHitInLongTexts) {
 }
 
 TEST(SetSearch, FindsTheSingleHitInLongTextsAtEveryAlignment) {
-    std::vector<char> room(3000, '#');
+    std::vector<char> room(5000, '#');
     for (std::size_t alignment = 0; alignment < 64; ++alignment)
-        for (std::size_t const hit : {0U, 1U, 62U, 63U, 64U, 65U, 1000U, 2100U, 2499U}) {
-            std::fill_n(room.data() + alignment, 2500, 'a');
+        for (std::size_t const hit : {0U, 1U, 255U, 256U, 319U, 320U, 321U, 1000U, 4100U, 4499U}) {
+            std::fill_n(room.data() + alignment, 4500, 'a');
             room[alignment + hit] = '#';
-            expectFirstSearchesAsPlain({room.data() + alignment, 2500});
+            expectFirstSearchesAsPlain({room.data() + alignment, 4500});
             room[alignment + hit] = '\xE4';
-            expectFirstSearchesAsPlain({room.data() + alignment, 2500});
+            expectFirstSearchesAsPlain({room.data() + alignment, 4500});
         }
 }
 
 TEST(SetSearch, TellsEveryByteValueFromEveryOtherInLongTexts) {
     for (char const value : allBytes()) {
-        std::string text(2200, static_cast<char>(value ^ 0x55));
-        text[1500] = value;
+        std::string text(4200, static_cast<char>(value ^ 0x55));
+        text[3500] = value;
         std::string const others = {value, static_cast<char>(value + 1), static_cast<char>(value ^ 0x80)};
-        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(others)), 1500U);
-        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet({text.data(), 1})), 1500U);
+        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(others)), 3500U);
+        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet({text.data(), 1})), 3500U);
     }
 }
 
