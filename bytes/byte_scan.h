@@ -9,7 +9,6 @@
 #include "bytes/byte_set.h"
 #include "bytes/dispatch.h"
 
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -84,21 +83,19 @@ struct InAsciiSet {
 #endif
 };
 
-/// In a set of so many members, of which some may be the same; each of them is compared.
-template <std::size_t count>
+/// In a set that is given by its members, at least one; each of them is compared.
 struct AmongFew {
-    std::array<char, count> members;
+    std::string_view members;
     bool matches(char byte) const {
-        bool result = false;
         for (char const member : members)
-            result |= member == byte;
-        return result;
+            if (member == byte) return true;
+        return false;
     }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block result = equal(block, Block::of(members[0]));
-        for (std::size_t i = 1; i < count; ++i)
-            result = result | equal(block, Block::of(members[i]));
+        Block result = equal(block, Block::of(members.back()));
+        for (std::size_t i = 0; i + 1 < members.size(); i += 2)
+            result = result | (equal(block, Block::of(members[i])) | equal(block, Block::of(members[i + 1])));
         return result;
     }
 #endif

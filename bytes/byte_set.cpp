@@ -77,19 +77,13 @@ KELCL_BLOCKS_INLINE bool isAmong(std::string_view members, char byte) {
     return found.anyTopBit();
 }
 
-template <std::size_t count>
-KELCL_BLOCKS_INLINE AmongFew<count> amongFew(std::string_view members) {
-    AmongFew<count> few;
-    for (std::size_t i = 0; i < count; ++i)
-        few.members[i] = members[std::min(i, members.size() - 1)];
-    return few;
-}
-
 /// Calls Search's `byTest` with the test of membership that is fastest for the text.
 template <class Search>
 KELCL_BLOCKS std::size_t findByMembers(std::string_view text, std::string_view members) {
-    if (members.size() <= 2) return Search::byTest(text, amongFew<2>(members));
-    if (members.size() <= 4) return Search::byTest(text, amongFew<4>(members));
+    // A member that is compared costs about as much for 32 bytes as two that are put into a set.
+    constexpr std::size_t comparisonsOfASet = 16;
+    if (std::max(text.size(), blocks::blockSize) * members.size() <= blocks::blockSize * comparisonsOfASet)
+        return Search::byTest(text, AmongFew{members});
     constexpr std::size_t shortText = 16;
     if (text.size() <= shortText && members.size() >= blocks::blockSize)
         return Search::oneByOne(text, members);
