@@ -2,7 +2,7 @@
 #ifndef KELCL_BUFFERS_CHARACTER_TEST_H
 #define KELCL_BUFFERS_CHARACTER_TEST_H
 
-#include <kelcl/dbuffer.h>
+#include <kelcl/detail/library_buffers.h>
 
 namespace kelcl {
 

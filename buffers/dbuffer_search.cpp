@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <typeinfo>
 
 DStringTest::DStringTest(int (*function)(int)) : DStringTest(plainFunction, function) {}
 
@@ -21,12 +20,6 @@ DStringTest::~DStringTest() = default;
 
 int DStringTest::test(int c) const {
     return kind_ == plainFunction && function_ != nullptr ? function_(c) : 0;
-}
-
-// An object of another kind, or of a class that a host derived, may answer as it likes.
-kelcl::TestFunction kelcl::functionOf(DStringTest const& test) noexcept {
-    bool const isFunction = &typeid(test) == &typeid(DStringTest) && test.kind_ == DStringTest::plainFunction;
-    return isFunction ? test.function_ : nullptr;
 }
 
 namespace {

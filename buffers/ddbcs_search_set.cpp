@@ -3,9 +3,11 @@
 #include "buffers/ddbcs_search.h"
 #include "bytes/byte_set.h"
 #include "characters/character_set.h"
+#include "characters/value_set.h"
 
-#include <algorithm>
-#include <iterator>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace {
@@ -24,48 +26,66 @@ std::optional<kelcl::ByteSet> byteSetOf(std::string_view bytes, kelcl::BufferSte
     return steps.standAlone(bytes) ? std::optional<kelcl::ByteSet>(bytes) : std::nullopt;
 }
 
-/// Widens plain UTF-8 a piece at a time, and calls `use(values, n)` with the values of each; whether it was
-/// all of the text, and `use` always went on.
-template <class Use>
-bool widenInPieces(std::string_view text, std::size_t& at, Use use) {
-    wchar_t values[256];
-    while (at < text.size()) {
-        std::size_t const most = std::min(text.size() - at, std::size(values));
-        kelcl::Extent const run = kelcl::widenUtf8(values, text.data() + at, most);
-        if (run.bytes == 0 || !use(values, run.characters)) return false;
-        at += run.bytes;
-    }
-    return true;
-}
+constexpr kelcl::ByteSet continuations =
+    kelcl::ByteSet::where([](unsigned char byte) { return kelcl::isContinuation(static_cast<char>(byte)); });
 
-struct Skipped {
-    std::size_t bytes;
-    bool isAll; ///< Whether what comes then, if anything does, is known to be no member.
+/// The bytes with which the characters of a list begin, if it is short and plain UTF-8, and they are few.
+class FirstBytes {
+public:
+    explicit FirstBytes(std::string_view list) {
+        constexpr std::size_t bitsOfMask = 64;
+        if (list.size() > bitsOfMask || !kelcl::isPlainUtf8(list.data(), list.size())) return;
+        for (std::uint64_t others = kelcl::maskOfStartNotIn(list, continuations); others != 0;) {
+            if (count_ == most) {
+                count_ = 0;
+                return;
+            }
+            char const next = list[static_cast<std::size_t>(std::countr_zero(others))];
+            bytes_[count_++] = next;
+            others &= ~kelcl::maskOfStart(list, next);
+        }
+    }
+
+    bool areKnown() const { return count_ != 0; }
+    /// Where the first of them is from an offset on, or notFound.
+    std::size_t find(std::string_view text, std::size_t from) const {
+        std::size_t const found = kelcl::findFirstIn(text.substr(from), std::string_view(bytes_, count_));
+        return found == notFound ? notFound : from + found;
+    }
+
+private:
+    static constexpr std::size_t most = 4;
+    char bytes_[most];
+    std::size_t count_ = 0;
 };
 
-/// Skips the members of a set at the front of a text as far as both are plain UTF-8, by their values.
-Skipped skipMembers(std::string_view text, std::string_view set) {
-    kelcl::CharacterMap members;
-    Skipped skipped{0, false};
-    std::size_t listed = 0;
-    bool const isPlain = widenInPieces(set, listed, [&members](wchar_t const* values, std::size_t n) {
-        for (std::size_t i = 0; i < n; ++i)
-            members.add(kelcl::CharacterMap::keyOf(values[i]));
-        return true;
-    });
-    if (!isPlain) return skipped;
-    std::size_t inLastPiece = 0;
-    bool const isEnd = widenInPieces(text, skipped.bytes, [&](wchar_t const* values, std::size_t n) {
-        wchar_t const* const other = std::find_if_not(values, values + n, [&members](wchar_t value) {
-            return members.contains(kelcl::CharacterMap::keyOf(value));
-        });
-        if (other == values + n) return true;
-        for (wchar_t const* value = values; value != other; ++value)
-            inLastPiece += kelcl::utf8LengthOf(*value);
-        skipped.isAll = true;
-        return false;
-    });
-    return {skipped.bytes + inLastPiece, skipped.isAll || isEnd};
+/// Whether the character at an offset is one of a list of plain UTF-8.
+bool isAmong(std::string_view list, std::string_view text, std::size_t at) {
+    std::size_t const length = kelcl::plainUtf8Length(text.data() + at, text.size() - at);
+    return length != 0 && kelcl::findPattern(list, text.substr(at, length)) != notFound;
+}
+
+/// Searches UTF-8 for the first member of a list, by the bytes with which members begin: these stand in no
+/// other place of a character. Where they often begin others, by the values of all characters.
+kelcl::SearchedSoFar findMember(std::string_view text, std::size_t from, std::string_view list) {
+    constexpr int worthTrying = 8;
+    FirstBytes const first(list);
+    std::size_t next = from;
+    for (int trial = 0; first.areKnown() && trial < worthTrying; ++trial) {
+        from = first.find(text, next);
+        if (from == notFound) return {text.size(), true};
+        if (isAmong(list, text, from)) return {from, true};
+        next = from + 1;
+    }
+    kelcl::ValueSet members;
+    if (!members.take(list) || !members.hasFew()) return {from, false};
+    return kelcl::findFirstIn(text, from, members);
+}
+
+/// The same for the first character that is none.
+kelcl::SearchedSoFar findOther(std::string_view text, std::string_view list) {
+    kelcl::ValueSet members;
+    return members.take(list) ? kelcl::findFirstNotIn(text, 0, members) : kelcl::SearchedSoFar{0, false};
 }
 
 } // namespace
@@ -83,13 +103,20 @@ unsigned int DDBCSBuffer::indexOfAnyOf(char const* set, unsigned int setLength, 
         std::size_t const found = kelcl::findFirstIn(bytesOf(*this).substr(first - 1), *bytes);
         return found == notFound ? 0 : first + static_cast<unsigned int>(found);
     }
-    kelcl::CharacterSet const members(set, setLength, steps.encoding());
-    if (!fast)
+    if (!fast) {
+        kelcl::CharacterSet const members(set, setLength, steps.encoding());
         return kelcl::positionOf(
             kelcl::firstCharacter(*this, first - 1, steps, [&members](char const* p, unsigned int bytes) {
                 return members.contains(p, bytes);
             }));
-    std::size_t const from = kelcl::RisingStarts(contents(), 0, steps).startFrom(first - 1);
+    }
+    std::size_t from = kelcl::RisingStarts(contents(), 0, steps).startFrom(first - 1);
+    if (steps.isUtf8()) {
+        kelcl::SearchedSoFar const searched = findMember(bytesOf(*this), from, {set, setLength});
+        if (searched.isEnd) return searched.at >= length ? 0 : kelcl::positionOf(searched.at);
+        from = searched.at;
+    }
+    kelcl::CharacterSet const members(set, setLength, steps.encoding());
     return kelcl::positionOf(members.findFirst(bytesOf(*this), from, steps));
 }
 
@@ -106,11 +133,15 @@ unsigned int DDBCSBuffer::indexOfAnyBut(char const* set, unsigned int setLength,
     kelcl::BufferSteps steps;
     if (auto const bytes = byteSetOf({set, setLength}, steps))
         return inRest(kelcl::findFirstNotIn(rest, *bytes));
-    Skipped const skipped = steps.isUtf8() ? skipMembers(rest, {set, setLength}) : Skipped{0, false};
-    if (skipped.isAll) return inRest(skipped.bytes == rest.size() ? notFound : skipped.bytes);
+    std::size_t skipped = 0;
+    if (steps.isUtf8()) {
+        kelcl::SearchedSoFar const searched = findOther(rest, {set, setLength});
+        if (searched.isEnd) return inRest(searched.at == rest.size() ? notFound : searched.at);
+        skipped = searched.at;
+    }
     kelcl::CharacterSet const members(set, setLength, steps.encoding());
     return kelcl::positionOf(kelcl::firstCharacter(
-        *this, first - 1 + skipped.bytes, steps,
+        *this, first - 1 + skipped, steps,
         [&members](char const* p, unsigned int bytes) { return !members.contains(p, bytes); }));
 }
 

@@ -19,7 +19,10 @@ char const* DDBCSBuffer::className() const { return "DDBCSBuffer"; }
 unsigned int DDBCSBuffer::charType(unsigned int index) const {
     if (index == 0 || index > length) return 0;
     std::size_t const at = index - 1;
-    if (kelcl::standsAloneAnywhere(contents()[at])) return 0;
+    // Where another one begins at the next byte, which is the terminating NUL at last, there is no more of
+    // it.
+    if (kelcl::surelyBeginsCharacter(contents(), at) && kelcl::surelyBeginsCharacter(contents(), at + 1))
+        return 0;
     kelcl::BufferSteps steps;
     std::size_t const start = kelcl::startOfCharacter(contents(), at, steps);
     if (start == at && steps.length(contents() + at) == 1) return 0;

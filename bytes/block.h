@@ -12,6 +12,7 @@
 //   & | ^ ~ + -                       without carry from byte to byte
 //   minusDownTo0                      the difference, or 0 where it is negative
 //   equal, atMost                     comparisons of bytes from 0 to 255
+//   equalFours                        of each four bytes as one
 //   greaterSigned                     the same of signed ones
 //   chosen(answer, a, b)              a where the answer is yes, else b
 //   lowHalves, highHalves             the four low or high bits, as values from 0 to 15

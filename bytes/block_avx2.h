@@ -62,6 +62,7 @@ struct Block {
     static KELCL_BLOCKS_INLINE Block twice(void const* half) {
         return {_mm256_broadcastsi128_si256(Half::load(half).bytes)};
     }
+    static KELCL_BLOCKS_INLINE Block twice(Half half) { return {_mm256_broadcastsi128_si256(half.bytes)}; }
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) { return {_mm256_set1_epi32(loadWord<int>(p))}; }
     /// Eight bytes, the lowest of the number first, four times over.
@@ -111,6 +112,7 @@ KELCL_BLOCKS_INLINE Block operator-(Block a, Block b) { return {_mm256_sub_epi8(
 KELCL_BLOCKS_INLINE Block minusDownTo0(Block a, Block b) { return {_mm256_subs_epu8(a.bytes, b.bytes)}; }
 
 KELCL_BLOCKS_INLINE Block equal(Block a, Block b) { return {_mm256_cmpeq_epi8(a.bytes, b.bytes)}; }
+KELCL_BLOCKS_INLINE Block equalFours(Block a, Block b) { return {_mm256_cmpeq_epi32(a.bytes, b.bytes)}; }
 KELCL_BLOCKS_INLINE Block atMost(Block a, Block b) {
     return {_mm256_cmpeq_epi8(_mm256_min_epu8(a.bytes, b.bytes), a.bytes)};
 }

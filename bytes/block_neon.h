@@ -74,6 +74,7 @@ struct Block {
         uint8x16_t const bytes = Half::load(half).bytes;
         return {bytes, bytes};
     }
+    static KELCL_BLOCKS_INLINE Block twice(Half half) { return {half.bytes, half.bytes}; }
     /// Four bytes, eight times over.
     static KELCL_BLOCKS_INLINE Block ofFour(char const* p) {
         uint8x16_t const half = vreinterpretq_u8_u32(vdupq_n_u32(loadWord<std::uint32_t>(p)));
@@ -150,6 +151,12 @@ KELCL_BLOCKS_INLINE Block minusDownTo0(Block a, Block b) {
 
 KELCL_BLOCKS_INLINE Block equal(Block a, Block b) {
     return {vceqq_u8(a.first, b.first), vceqq_u8(a.last, b.last)};
+}
+KELCL_BLOCKS_INLINE uint8x16_t equalFours(uint8x16_t a, uint8x16_t b) {
+    return vreinterpretq_u8_u32(vceqq_u32(vreinterpretq_u32_u8(a), vreinterpretq_u32_u8(b)));
+}
+KELCL_BLOCKS_INLINE Block equalFours(Block a, Block b) {
+    return {equalFours(a.first, b.first), equalFours(a.last, b.last)};
 }
 KELCL_BLOCKS_INLINE Block atMost(Block a, Block b) {
     return {vcleq_u8(a.first, b.first), vcleq_u8(a.last, b.last)};

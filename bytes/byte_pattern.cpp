@@ -5,6 +5,7 @@
 #include "bytes/byte_compare.h"
 #include "bytes/byte_scan.h"
 #include "bytes/byte_search.h"
+#include "bytes/wide_search.h"
 
 #include <algorithm>
 #include <cstring>
@@ -122,6 +123,17 @@ public:
                blocks::maskOfFewer(place + pattern_.size() - 1, n, EqualTo{pattern_.back()});
     }
 
+    /// The place up to which the places from the offset on are no candidates, as far as it can be told
+    /// without looking at each: that is for long texts.
+    std::size_t passedBy(std::size_t at) const {
+#if KELCL_HAS_WIDE
+        constexpr std::size_t worthTheCall = 256;
+        if (places_ - at >= worthTheCall && processorHasWide())
+            return wide::passedBy(text_, at, places_, pattern_);
+#endif
+        return at;
+    }
+
     /// Whether the pattern stands at a candidate.
     KELCL_BLOCKS_INLINE bool matches(std::size_t place) {
         if (sameBytes(text_ + place, pattern_.data(), pattern_.size())) return true;
@@ -171,9 +183,13 @@ KELCL_BLOCKS_INLINE void addByCandidates(std::string_view text, std::string_view
     std::size_t const places = candidates.places();
     std::size_t next = 0;
     for (std::size_t at = 0; at < places; at = std::max(at + 64, next)) {
-        while (places - at > 64 && candidates.mask(at, 64) == 0)
-            at += 64;
         std::uint64_t mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
+        if (mask == 0 && places - at > 64) {
+            at = candidates.passedBy(at + 64);
+            mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
+            while (mask == 0 && places - at > 128)
+                mask = candidates.mask(at += 64, 64);
+        }
         for (; mask != 0; mask &= mask - 1) {
             std::size_t const place = at + blocks::lowestBit(mask);
             if (place < next) continue;

@@ -46,18 +46,28 @@ struct InRange {
 #endif
 };
 
+#if KELCL_HAS_BLOCKS
+/// Which bytes are in a set, by its rows in each half of a block. A look-up gives 0 for a byte with the top
+/// bit set, so that only one of the two tables counts.
+KELCL_BLOCKS_INLINE Block hasBit(Block rows, Block block) {
+    Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
+    return equal(rows & bit, bit);
+}
+KELCL_BLOCKS_INLINE Block isInAsciiRows(Block block, Block lowRows) {
+    return hasBit(lookUpByLowHalf(lowRows, block), block);
+}
+KELCL_BLOCKS_INLINE Block isInRows(Block block, Block lowRows, Block highRows) {
+    return hasBit(lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80)),
+                  block);
+}
+#endif
+
 struct InSet {
     ByteSet const& set;
     bool matches(char byte) const { return set.contains(byte); }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block const lowRows = Block::twice(set.rows());
-        Block const highRows = Block::twice(set.rows() + 16);
-        // A look-up gives 0 for a byte with the top bit set, so that only one of the two tables counts.
-        Block const row =
-            lookUpByLowHalf(lowRows, block) | lookUpByLowHalf(highRows, block ^ Block::of(0x80));
-        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
-        return equal(row & bit, bit);
+        return isInRows(block, Block::twice(set.rows()), Block::twice(set.rows() + 16));
     }
 #endif
 };
@@ -68,9 +78,7 @@ struct InAsciiSet {
     bool matches(char byte) const { return set.contains(byte); }
 #if KELCL_HAS_BLOCKS
     KELCL_BLOCKS_INLINE Block matches(Block block) const {
-        Block const row = lookUpByLowHalf(Block::twice(set.rows()), block);
-        Block const bit = lookUp(Block::ofEight(0x8040201008040201U), block.highHalves());
-        return equal(row & bit, bit);
+        return isInAsciiRows(block, Block::twice(set.rows()));
     }
 #endif
 };

@@ -4,6 +4,7 @@
 #include "bytes/byte_set.h"
 
 #include "bytes/byte_scan.h"
+#include "bytes/wide_search.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +17,7 @@ namespace {
 #if KELCL_HAS_BLOCKS
 
 /// The rows of each set of one member.
-constexpr auto rowsOfMember = [] {
+alignas(32) constexpr auto rowsOfMember = [] {
     std::array<std::array<unsigned char, 32>, 256> result{};
     for (unsigned int value = 0; value < 256; ++value) {
         ByteSet set;
@@ -30,64 +31,121 @@ KELCL_BLOCKS_INLINE Block rowsOf(char member) {
     return Block::load(rowsOfMember[static_cast<unsigned char>(member)].data());
 }
 
-KELCL_BLOCKS bool joinRows(unsigned char* rows, std::string_view members) {
-    Block even = Block::load(rows);
-    Block odd = even;
+/// The rows of the set of all the members.
+KELCL_BLOCKS_INLINE Block rowsOfAll(std::string_view members) {
+    Block even = Block::zero();
+    Block odd = Block::zero();
     std::size_t i = 0;
     for (; members.size() - i >= 2; i += 2) {
         even = even | rowsOf(members[i]);
         odd = odd | rowsOf(members[i + 1]);
     }
     if (i < members.size()) odd = odd | rowsOf(members[i]);
-    (even | odd).store(rows);
+    return even | odd;
+}
+
+KELCL_BLOCKS bool joinRows(unsigned char* rows, std::string_view members) {
+    (Block::load(rows) | rowsOfAll(members)).store(rows);
     return true;
+}
+
+// The searches for members of a list. All is done in one function for each, so that the set that a short text
+// is searched for never leaves the registers.
+
+/// In the set of some members, whose rows are in registers.
+struct InRows {
+    Block low;
+    Block high;
+    std::string_view members;
+    bool matches(char byte) const { return members.find(byte) != std::string_view::npos; }
+    KELCL_BLOCKS_INLINE Block matches(Block block) const { return isInRows(block, low, high); }
+};
+
+struct InAsciiRows {
+    Block low;
+    std::string_view members;
+    bool matches(char byte) const { return members.find(byte) != std::string_view::npos; }
+    KELCL_BLOCKS_INLINE Block matches(Block block) const { return isInAsciiRows(block, low); }
+};
+
+/// Whether a byte is one of the members, of which there are at least 32: all are compared at once.
+KELCL_BLOCKS_INLINE bool isAmong(std::string_view members, char byte) {
+    EqualTo const same{byte};
+    Block found = same.matches(Block::load(members.data() + members.size() - blocks::blockSize));
+    for (std::size_t i = 0; i + blocks::blockSize < members.size(); i += blocks::blockSize)
+        found = found | same.matches(Block::load(members.data() + i));
+    return found.anyTopBit();
+}
+
+/// Calls Search's `byTest` with the test of membership that is fastest for the text.
+template <class Search>
+KELCL_BLOCKS std::size_t findByMembers(std::string_view text, std::string_view members) {
+    // A member that is compared costs about as much for 32 bytes as two that are put into a set.
+    constexpr std::size_t comparisonsOfASet = 16;
+    if (std::max(text.size(), blocks::blockSize) * members.size() <= blocks::blockSize * comparisonsOfASet)
+        return Search::byTest(text, AmongFew{members});
+    constexpr std::size_t shortText = 16;
+    if (text.size() <= shortText && members.size() >= blocks::blockSize)
+        return Search::oneByOne(text, members);
+    Block const rows = rowsOfAll(members);
+    Block const low = Block::twice(rows.half<0>());
+    Block const high = Block::twice(rows.half<1>());
+    if (high.isZero()) return Search::byTest(text, InAsciiRows{low, members});
+    return Search::byTest(text, InRows{low, high, members});
 }
 
 #endif
 
-/// A walk through a text so short that each of its bytes is looked up among the members.
+template <bool wanted, class Test>
+KELCL_INLINED auto wantedBy(Test const& test) {
+    if constexpr (wanted)
+        return test;
+    else
+        return Not{test};
+}
+
+/// The search for the first byte that is (that is not) a member.
 template <bool wanted>
-struct ByByte {
-    static std::size_t findFirstPlain(std::string_view text, std::string_view members) {
-        return wanted ? text.find_first_of(members) : text.find_first_not_of(members);
-    }
-    static std::size_t findLastPlain(std::string_view text, std::string_view members) {
-        return wanted ? text.find_last_of(members) : text.find_last_not_of(members);
+struct First {
+    static std::size_t plain(std::string_view text, std::string_view members) {
+        ByteSet const set(members);
+        return portable::findFirst(text, wantedBy<wanted>(InSet{set}));
     }
 #if KELCL_HAS_BLOCKS
-    KELCL_BLOCKS static std::size_t findFirst(std::string_view text, std::string_view members) {
+    template <class Test>
+    KELCL_BLOCKS_INLINE static std::size_t byTest(std::string_view text, Test const& test) {
+        return blocks::findFirst(text, wantedBy<wanted>(test));
+    }
+    KELCL_BLOCKS_INLINE static std::size_t oneByOne(std::string_view text, std::string_view members) {
         for (std::size_t i = 0; i < text.size(); ++i)
             if (isAmong(members, text[i]) == wanted) return i;
         return notFound;
-    }
-    KELCL_BLOCKS static std::size_t findLast(std::string_view text, std::string_view members) {
-        for (std::size_t i = text.size(); i > 0; --i)
-            if (isAmong(members, text[i - 1]) == wanted) return i - 1;
-        return notFound;
-    }
-
-private:
-    /// Whether the byte is one of the members, of which there are at least 32: all at once.
-    KELCL_BLOCKS_INLINE static bool isAmong(std::string_view members, char byte) {
-        EqualTo const same{byte};
-        Block found = same.matches(Block::load(members.data() + members.size() - blocks::blockSize));
-        for (std::size_t i = 0; i + blocks::blockSize < members.size(); i += blocks::blockSize)
-            found = found | same.matches(Block::load(members.data() + i));
-        return found.anyTopBit();
     }
 #endif
 };
 
 template <bool wanted>
-std::size_t findFirstByByte(std::string_view text, std::string_view members) {
-    return KELCL_DISPATCH(ByByte<wanted>::findFirst(text, members),
-                          ByByte<wanted>::findFirstPlain(text, members));
-}
+struct Last {
+    static std::size_t plain(std::string_view text, std::string_view members) {
+        ByteSet const set(members);
+        return portable::findLast(text, wantedBy<wanted>(InSet{set}));
+    }
+#if KELCL_HAS_BLOCKS
+    template <class Test>
+    KELCL_BLOCKS_INLINE static std::size_t byTest(std::string_view text, Test const& test) {
+        return blocks::findLast(text, wantedBy<wanted>(test));
+    }
+    KELCL_BLOCKS_INLINE static std::size_t oneByOne(std::string_view text, std::string_view members) {
+        for (std::size_t i = text.size(); i > 0; --i)
+            if (isAmong(members, text[i - 1]) == wanted) return i - 1;
+        return notFound;
+    }
+#endif
+};
 
-template <bool wanted>
-std::size_t findLastByByte(std::string_view text, std::string_view members) {
-    return KELCL_DISPATCH(ByByte<wanted>::findLast(text, members),
-                          ByByte<wanted>::findLastPlain(text, members));
+template <class Search>
+std::size_t byMembers(std::string_view text, std::string_view members) {
+    return KELCL_DISPATCH(findByMembers<Search>(text, members), Search::plain(text, members));
 }
 
 bool isAscii(ByteSet const& set) {
@@ -104,20 +162,40 @@ std::size_t withTest(std::string_view text, ByteSet const& set, Search search) {
     return search(InSet{set});
 }
 
-template <class Search>
-std::size_t withTest(std::string_view text, std::string_view members, Search search) {
-    // A member that is compared costs about as much for 32 bytes as one that is put into a set.
-    constexpr std::size_t comparisonsOfASet = 32;
-    if (std::max<std::size_t>(text.size(), 32) * members.size() <= 32 * comparisonsOfASet)
-        return search(AmongFew{members});
-    return withTest(text, ByteSet(members), search);
+template <bool wanted>
+std::size_t findFirstByBlocks(std::string_view text, ByteSet const& set) {
+    return withTest(text, set, [text](auto test) { return findFirst(text, wantedBy<wanted>(test)); });
 }
 
-/// Whether to look each byte of the text up in a list of members, rather than each member in the text.
-bool isShorter(std::string_view text, std::string_view members) {
-    constexpr std::size_t shortText = 16;
-    constexpr std::size_t manyMembers = 32;
-    return text.size() <= shortText && members.size() > manyMembers;
+/// How many bytes at the front of a long text are passed by before the search for the first one in the set
+/// (outside of it) has to look at each: none that are nearby, where it often ends.
+template <bool wanted>
+std::size_t passedBy([[maybe_unused]] std::string_view text, [[maybe_unused]] ByteSet const& set) {
+#if KELCL_HAS_WIDE
+    constexpr std::size_t nearby = 256;
+    if (text.size() >= wide::longText && processorHasWide() &&
+        findFirstByBlocks<wanted>(text.substr(0, nearby), set) == notFound) {
+        std::string_view const rest = text.substr(nearby);
+        return nearby + (isAscii(set) ? wide::countBefore<wide::InAscii<wanted>>(rest, set)
+                                      : wide::countBefore<wide::Anywhere<wanted>>(rest, set));
+    }
+#endif
+    return 0;
+}
+
+template <bool wanted>
+std::size_t findFirstBySet(std::string_view text, ByteSet const& set) {
+    std::size_t const passed = passedBy<wanted>(text, set);
+    std::size_t const found = findFirstByBlocks<wanted>(text.substr(passed), set);
+    return found == notFound ? notFound : passed + found;
+}
+
+/// Of long texts by a set, which then pays.
+template <bool wanted>
+std::size_t findFirstByMembers(std::string_view text, std::string_view members) {
+    constexpr std::size_t longText = 4096;
+    if (text.size() >= longText) return findFirstBySet<wanted>(text, ByteSet(members));
+    return byMembers<First<wanted>>(text, members);
 }
 
 } // namespace
@@ -129,22 +207,19 @@ void ByteSet::insertAll(std::string_view members) {
         insert(member);
 }
 
-std::size_t findFirstIn(std::string_view text, ByteSet const& set) {
-    return withTest(text, set, [text](auto test) { return findFirst(text, test); });
-}
+std::size_t findFirstIn(std::string_view text, ByteSet const& set) { return findFirstBySet<true>(text, set); }
 
 std::size_t findFirstIn(std::string_view text, std::string_view members) {
-    if (isShorter(text, members)) return findFirstByByte<true>(text, members);
-    return withTest(text, members, [text](auto test) { return findFirst(text, test); });
+    if (members.size() == 1) return findByte(text, members.front());
+    return findFirstByMembers<true>(text, members);
 }
 
 std::size_t findFirstNotIn(std::string_view text, ByteSet const& set) {
-    return withTest(text, set, [text](auto test) { return findFirst(text, Not{test}); });
+    return findFirstBySet<false>(text, set);
 }
 
 std::size_t findFirstNotIn(std::string_view text, std::string_view members) {
-    if (isShorter(text, members)) return findFirstByByte<false>(text, members);
-    return withTest(text, members, [text](auto test) { return findFirst(text, Not{test}); });
+    return findFirstByMembers<false>(text, members);
 }
 
 std::size_t findLastIn(std::string_view text, ByteSet const& set) {
@@ -152,8 +227,8 @@ std::size_t findLastIn(std::string_view text, ByteSet const& set) {
 }
 
 std::size_t findLastIn(std::string_view text, std::string_view members) {
-    if (isShorter(text, members)) return findLastByByte<true>(text, members);
-    return withTest(text, members, [text](auto test) { return findLast(text, test); });
+    if (members.size() == 1) return findLastByte(text, members.front());
+    return byMembers<Last<true>>(text, members);
 }
 
 std::size_t findLastNotIn(std::string_view text, ByteSet const& set) {
@@ -161,8 +236,7 @@ std::size_t findLastNotIn(std::string_view text, ByteSet const& set) {
 }
 
 std::size_t findLastNotIn(std::string_view text, std::string_view members) {
-    if (isShorter(text, members)) return findLastByByte<false>(text, members);
-    return withTest(text, members, [text](auto test) { return findLast(text, Not{test}); });
+    return byMembers<Last<false>>(text, members);
 }
 
 std::size_t countRunsNotIn(std::string_view text, ByteSet const& set) {

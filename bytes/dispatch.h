@@ -15,6 +15,10 @@
 // is set once. There are no functions chosen by the loader (as target_clones makes): a library exports their
 // resolvers whatever their visibility, and the loader calls them before the run time of a sanitizer is ready.
 //
+// A third form is for long texts only, on x86-64 with AVX-512 VBMI, which takes 64 bytes at once and looks
+// them up in a table of 128: a search in blocks may be told by it how much of a text it can pass by. What it
+// is told that way stands in wide_search.h, and nowhere else.
+//
 // Building with KELCL_PORTABLE_KERNELS, or for any other machine, leaves only the plain forms; then the names
 // of forms in blocks are not even declared, which is why KELCL_DISPATCH is a macro.
 #ifndef KELCL_BYTES_DISPATCH_H
@@ -45,11 +49,21 @@
 /// The same, for helpers of such functions.
 #define KELCL_BLOCKS_INLINE inline __attribute__((KELCL_BLOCK_TARGET, always_inline))
 
+#if defined(__x86_64__)
+#define KELCL_HAS_WIDE 1
+/// A function of that third form; to be called where processorHasWide() says so.
+#define KELCL_WIDE __attribute__((target("avx512f,avx512bw,avx512vbmi")))
+#define KELCL_WIDE_INLINE inline __attribute__((target("avx512f,avx512bw,avx512vbmi"), always_inline))
+#else
+#define KELCL_HAS_WIDE 0
+#endif
+
 /// The value of the first expression on a processor that has what blocks need, else that of the second.
 #define KELCL_DISPATCH(inBlocks, plain) (::kelcl::processorHasBlocks() ? (inBlocks) : (plain))
 
 #else
 
+#define KELCL_HAS_WIDE 0
 #define KELCL_DISPATCH(inBlocks, plain) (plain)
 
 #endif
@@ -65,6 +79,12 @@ inline bool processorHasBlocks() {
     return true;
 #endif
 }
+
+#if KELCL_HAS_WIDE
+inline bool processorHasWide() {
+    return __builtin_cpu_supports("avx512vbmi") != 0 && __builtin_cpu_supports("avx512bw") != 0;
+}
+#endif
 
 template <auto loop, class... Arguments>
 KELCL_BLOCKS auto runInBlocks(Arguments... arguments) {

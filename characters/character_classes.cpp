@@ -95,8 +95,7 @@ struct Backwards {
 
 /// Goes on from an offset where a byte that is not ASCII stands, about which the locale is asked.
 template <class Direction>
-[[gnu::noinline]] std::size_t goOn(std::string_view text, CharacterClass const& characterClass,
-                                   std::size_t at) {
+std::size_t goOn(std::string_view text, CharacterClass const& characterClass, std::size_t at) {
     // Asking the locale about all upper bytes costs as much as asking about so many bytes of the text.
     constexpr std::size_t worthATable = 256;
     auto const inLocale = [&](char c) { return characterClass.test(static_cast<signed char>(c)) != 0; };
@@ -113,23 +112,14 @@ template <class Direction>
     return at;
 }
 
-/// By the members in ASCII; where another byte stops that, by what the locale says of it.
-template <class Direction>
-std::size_t findNotIn(std::string_view text, CharacterClass const& characterClass) {
-    std::size_t const at = Direction::find(text, characterClass.ascii);
-    if (at == notFound || characterClass.ofWide == nullptr || static_cast<signed char>(text[at]) >= 0)
-        return at;
-    return goOn<Direction>(text, characterClass, at);
-}
-
 } // namespace
 
-std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
-    return findNotIn<Forwards>(text, characterClass);
+std::size_t goOnToFirstNotIn(std::string_view text, CharacterClass const& characterClass, std::size_t at) {
+    return goOn<Forwards>(text, characterClass, at);
 }
 
-std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass) {
-    return findNotIn<Backwards>(text, characterClass);
+std::size_t goOnToLastNotIn(std::string_view text, CharacterClass const& characterClass, std::size_t at) {
+    return goOn<Backwards>(text, characterClass, at);
 }
 
 } // namespace kelcl

@@ -37,9 +37,25 @@ extern CharacterClass const alphanumeric, alphabetic, control, digits, graphics,
 /// The class whose `test` is the given function, or null.
 CharacterClass const* classOf(int (*function)(int));
 
+/// The same as findFirstNotIn (findLastNotIn) from an offset on (back from it) where a byte stands that is
+/// not in ASCII: the locale is asked about it.
+std::size_t goOnToFirstNotIn(std::string_view text, CharacterClass const& characterClass, std::size_t at);
+std::size_t goOnToLastNotIn(std::string_view text, CharacterClass const& characterClass, std::size_t at);
+
+/// Whether the locale has to be asked about what stopped a search for bytes outside of the members in ASCII.
+inline bool asksLocale(std::string_view text, CharacterClass const& characterClass, std::size_t at) {
+    return at != notFound && characterClass.ofWide != nullptr && static_cast<signed char>(text[at]) < 0;
+}
+
 /// The offset of the first (last) byte that is not a member, or notFound.
-std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass);
-std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass);
+inline std::size_t findFirstNotIn(std::string_view text, CharacterClass const& characterClass) {
+    std::size_t const at = findFirstNotIn(text, characterClass.ascii);
+    return asksLocale(text, characterClass, at) ? goOnToFirstNotIn(text, characterClass, at) : at;
+}
+inline std::size_t findLastNotIn(std::string_view text, CharacterClass const& characterClass) {
+    std::size_t const at = findLastNotIn(text, characterClass.ascii);
+    return asksLocale(text, characterClass, at) ? goOnToLastNotIn(text, characterClass, at) : at;
+}
 
 } // namespace kelcl
 

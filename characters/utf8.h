@@ -12,7 +12,7 @@
 
 namespace kelcl {
 
-inline bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
+constexpr bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
 
 /// How many bytes at the front of a text are ASCII.
 inline std::size_t asciiRun(char const* p, std::size_t n) {
@@ -66,6 +66,9 @@ inline std::size_t utf8LengthOf(wchar_t value) {
     if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) return 0;
     return codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
 }
+
+/// Bytes of code points in plain UTF-8, fewer than 2^30, all of which must be such.
+std::size_t utf8LengthOfAll(wchar_t const* values, std::size_t n);
 
 /// Writes a code point as the `length` bytes that utf8LengthOf tells.
 inline void writeUtf8(char* out, wchar_t value, std::size_t length) {

@@ -143,6 +143,23 @@ KELCL_BLOCKS inline Extent narrow(char* out, std::size_t room, wchar_t const* in
 } // namespace blocks
 #endif
 
+namespace {
+
+KELCL_INLINED std::size_t lengthOfAll(wchar_t const* values, std::size_t n) {
+    std::uint32_t bytes = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        auto const value = static_cast<std::uint32_t>(values[i]);
+        bytes += 1U + (value > 0x7F) + (value > 0x7FF) + (value > 0xFFFF);
+    }
+    return bytes;
+}
+
+} // namespace
+
+std::size_t utf8LengthOfAll(wchar_t const* values, std::size_t n) {
+    return multiversioned<lengthOfAll>(values, n);
+}
+
 Extent narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     Extent done{0, 0};
     while (done.characters < n) {

@@ -142,10 +142,11 @@ KELCL_BLOCKS inline Extent plainRun(char const* p, std::size_t n, std::size_t mo
         if (!extend(run, startsIn(block), blockSize, most)) return run;
         previous = block;
     }
-    if (run.bytes == n) return withoutCutCharacter(p, run);
-    Block const end = Block::loadEnd(p + run.bytes, n - run.bytes);
+    std::size_t const whole = withoutCutCharacter(p, {n, 1}).bytes; // a cut end would count as a mistake
+    if (whole <= run.bytes || whole < shortestForBlocks) return withoutCutCharacter(p, run);
+    Block const end = Block::loadEnd(p + run.bytes, whole - run.bytes);
     if (!isPlainBlock(end, previous)) return withoutCutCharacter(p, run);
-    extend(run, startsIn(end), n - run.bytes, most);
+    extend(run, startsIn(end), whole - run.bytes, most);
     return run;
 }
 

@@ -33,7 +33,7 @@ class DStringTest;
 /// @cond
 namespace kelcl {
 using TestFunction = int (*)(int);
-// The function of a test that is no more than that, else null. Inside the library only.
+// The function of a test that is no more than that, else null.
 KELCL_LOCAL TestFunction functionOf(DStringTest const& test) noexcept;
 } // namespace kelcl
 /// @endcond

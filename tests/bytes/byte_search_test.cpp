@@ -137,6 +137,32 @@ TEST(PatternSearch, FindsTheSingleHitAtEveryOffsetOfEveryLength) {
     }
 }
 
+TEST(PatternSearch, FindsTheSingleHitAtEveryOffsetOfLongTexts) {
+    static GuardedPages pages;
+    for (std::string const word : {"xy", "x2y", "x234567y", "x234567890123456789012345678901234567890y"})
+        for (std::size_t const n : {319U, 320U, 383U, 513U, 700U})
+            for (std::size_t hit = 0; hit + word.size() <= n; ++hit) {
+                std::string text(n, '.');
+                for (std::size_t at = hit % 50; at + 1 < n; at += 50) // what looks like the pattern in part
+                    text[at] = at % 100 < 50 ? 'x' : 'y';
+                text.replace(hit, word.size(), word);
+                std::string_view const placed = pages.atEnd(text);
+                ASSERT_EQ(kelcl::findPattern(placed, word), text.find(word));
+                ASSERT_EQ(kelcl::countPattern(placed, word), plainCount(text, word));
+            }
+}
+
+TEST(PatternSearch, AgreesWithPlainSearchesOnLongTextsOfFewBytes) {
+    std::mt19937 random(105);
+    for (int round = 0; round < 3'000; ++round) {
+        std::string text = randomText(random, 300 + random() % 1500, "..................................ab");
+        for (std::size_t more = random() % 4; more > 0; --more)
+            text.replace(random() % (text.size() - 9), 9, "abab.abab");
+        for (std::string_view const pattern : {"ab", "a.b", "abab", "b.abab", "bab.aba"})
+            expectPatternSearchesAsPlain(text, pattern);
+    }
+}
+
 TEST(PatternSearch, AgreesWithPlainSearchesWhereNearlyEveryPlaceIsACandidate) {
     std::mt19937 random(103);
     for (int round = 0; round < 20'000; ++round) {

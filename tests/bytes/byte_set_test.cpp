@@ -161,6 +161,54 @@ TEST(SetSearch, TellsMembersAbove127InLongTexts) {
     }
 }
 
+/// Both searches from the front of a text of one byte over and over but for another one, by sets that have
+/// the one, the other, and neither.
+void expectFirstSearchesAsPlain(std::string_view text) {
+    for (std::string_view const members : {"#", "abc", "#\xE1\xE2\xE3", "abc\xE4", "\xE1", "xyz"}) {
+        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(members)), text.find_first_of(members));
+        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet(members)), text.find_first_not_of(members));
+        ASSERT_EQ(kelcl::findFirstIn(text, members), text.find_first_of(members));
+        ASSERT_EQ(kelcl::findFirstNotIn(text, members), text.find_first_not_of(members));
+    }
+}
+
+TEST(SetSearch, FindsTheSingleHitInLongTexts) {
+    static GuardedPages pages(2);
+    for (std::size_t const n : {4095U, 4096U, 4097U, 4159U, 4352U, 4415U}) {
+        std::string text(n, 'a');
+        for (std::size_t hit = n % 13; hit < n; hit += 13)
+            for (char const other : {'#', '\xE4'}) {
+                text[hit] = other;
+                expectFirstSearchesAsPlain(pages.atEnd(text));
+                text[hit] = 'a';
+            }
+        expectFirstSearchesAsPlain(pages.atEnd(text));
+        expectFirstSearchesAsPlain(pages.atBegin(text));
+    }
+}
+
+TEST(SetSearch, FindsTheSingleHitInLongTextsAtEveryAlignment) {
+    std::vector<char> room(5000, '#');
+    for (std::size_t alignment = 0; alignment < 64; ++alignment)
+        for (std::size_t const hit : {0U, 1U, 255U, 256U, 319U, 320U, 321U, 1000U, 4100U, 4499U}) {
+            std::fill_n(room.data() + alignment, 4500, 'a');
+            room[alignment + hit] = '#';
+            expectFirstSearchesAsPlain({room.data() + alignment, 4500});
+            room[alignment + hit] = '\xE4';
+            expectFirstSearchesAsPlain({room.data() + alignment, 4500});
+        }
+}
+
+TEST(SetSearch, TellsEveryByteValueFromEveryOtherInLongTexts) {
+    for (char const value : allBytes()) {
+        std::string text(4200, static_cast<char>(value ^ 0x55));
+        text[3500] = value;
+        std::string const others = {value, static_cast<char>(value + 1), static_cast<char>(value ^ 0x80)};
+        ASSERT_EQ(kelcl::findFirstIn(text, ByteSet(others)), 3500U);
+        ASSERT_EQ(kelcl::findFirstNotIn(text, ByteSet({text.data(), 1})), 3500U);
+    }
+}
+
 TEST(RunCount, CountsWordsAcrossTheSeamsOfBlocks) {
     using namespace std::string_view_literals;
     auto const words = [](std::string_view text) {

@@ -59,21 +59,21 @@ Model modelOf(std::string const& text) {
     return model;
 }
 
-/// Memory that ends at a page that must not be touched.
+/// Memory between two pages that must not be touched.
 class GuardedPages {
 public:
     GuardedPages() : page_(static_cast<size_t>(sysconf(_SC_PAGESIZE))) {
-        void* const pages =
-            mmap(nullptr, 17 * page_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (pages == MAP_FAILED) throw std::bad_alloc();
-        begin_ = static_cast<char*>(pages);
-        if (mprotect(begin_ + 16 * page_, page_, PROT_NONE) != 0) throw std::bad_alloc();
+        void* const all = mmap(nullptr, 18 * page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (all == MAP_FAILED) throw std::bad_alloc();
+        begin_ = static_cast<char*>(all) + page_;
+        if (mprotect(begin_, 16 * page_, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
     }
     GuardedPages(GuardedPages const&) = delete;
     GuardedPages& operator=(GuardedPages const&) = delete;
-    ~GuardedPages() { munmap(begin_, 17 * page_); }
+    ~GuardedPages() { munmap(begin_ - page_, 18 * page_); }
 
-    /// The last `n` bytes in front of the guard.
+    /// The first bytes after one guard; the last `n` bytes in front of the other.
+    char* first() { return begin_; }
     char* last(size_t n) { return begin_ + 16 * page_ - n; }
 
 private:
@@ -92,6 +92,9 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(run.bytes, model.bytes);
     ASSERT_EQ(run.characters, model.values.size());
     ASSERT_EQ(kelcl::isPlainUtf8(p, text.size()), model.bytes == text.size());
+    std::copy(text.begin(), text.end(), input.first());
+    ASSERT_EQ(kelcl::plainUtf8Run(input.first(), text.size()).bytes, model.bytes);
+    ASSERT_EQ(kelcl::isPlainUtf8(input.first(), text.size()), model.bytes == text.size());
 
     // Room for exactly as many characters as there are: nothing may be written past the last one.
     auto* const wide = reinterpret_cast<wchar_t*>(output.last(model.values.size() * sizeof(wchar_t)));

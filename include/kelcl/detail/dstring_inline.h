@@ -137,6 +137,7 @@ inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) con
 // A test is a host's code and may change this very string: a copy keeps the text that is searched.
 
 inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {
+    if (comparesBytes()) return indexOfAnyOf(test, startPos);
     return DString(*this).buffer()->indexOf(test, startPos);
 }
 
@@ -147,7 +148,11 @@ unsigned int DString::indexOf(T const& text, unsigned int startPos) const {
 }
 
 inline unsigned int DString::indexOfAnyOf(DStringTest const& test, unsigned int startPos) const {
-    return DString(*this).buffer()->indexOfAnyOf(test, startPos);
+    DString const held(*this);
+    if (startPos <= 1 && comparesBytes())
+        if (kelcl::TestFunction const accepts = kelcl::functionOf(test))
+            return kelcl::firstAccepted(*held.buffer(), accepts);
+    return held.buffer()->indexOfAnyOf(test, startPos);
 }
 
 template <class T, class>

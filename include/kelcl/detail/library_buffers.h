@@ -128,6 +128,33 @@ inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned in
 #endif
 }
 
+/// An object of another kind, or of a class that a host derived, may answer as it likes: null for it.
+inline TestFunction functionOf([[maybe_unused]] DStringTest const& test) noexcept {
+#ifdef __cpp_rtti
+    bool const isFunction = &typeid(test) == &typeid(DStringTest) && test.kind_ == DStringTest::plainFunction;
+    return isFunction ? test.function_ : nullptr;
+#else
+    return nullptr;
+#endif
+}
+
+/// The first position of a byte that the function accepts, else 0. Compiled into programs, as the function
+/// is: a call from one shared object into another takes longer than one within.
+inline unsigned int firstAccepted(DBuffer const& buffer, TestFunction accepts) {
+    auto const* const text = reinterpret_cast<signed char const*>(buffer.contents());
+    auto const* const end = text + buffer.length;
+    auto const* at = text;
+    for (; end - at >= 4; at += 4) { // at once, as the jump back would be felt
+        if (accepts(at[0]) != 0) return static_cast<unsigned int>(at - text) + 1;
+        if (accepts(at[1]) != 0) return static_cast<unsigned int>(at - text) + 2;
+        if (accepts(at[2]) != 0) return static_cast<unsigned int>(at - text) + 3;
+        if (accepts(at[3]) != 0) return static_cast<unsigned int>(at - text) + 4;
+    }
+    for (; at != end; ++at)
+        if (accepts(*at) != 0) return static_cast<unsigned int>(at - text) + 1;
+    return 0;
+}
+
 /// Copies bytes, which may overlap. Those of a word are read at once and then written at once.
 inline void moveBytes(char* to, char const* from, std::size_t count) noexcept {
     using Word = std::uint64_t;

@@ -1,0 +1,135 @@
+// How much of a long text a search can pass by, told 64 bytes at a time on processors that can: for the
+// members of a set, by tables of 128 entries, and for the first, the middle and the last byte of a pattern.
+#ifndef KELCL_BYTES_WIDE_SEARCH_H
+#define KELCL_BYTES_WIDE_SEARCH_H
+
+#include "bytes/byte_scan.h"
+#include "bytes/byte_set.h"
+#include "bytes/dispatch.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#if KELCL_HAS_WIDE
+
+#include <immintrin.h>
+
+namespace kelcl::wide {
+
+/// Texts from this length on are worth the start.
+inline constexpr std::size_t longText = 4096;
+
+inline constexpr std::size_t step = 64;
+inline constexpr std::size_t turn = 4;
+
+inline constexpr auto firstBytes = [] {
+    std::array<unsigned char, blocks::blockSize> result{};
+    for (unsigned int i = 0; i < result.size(); ++i)
+        result[i] = static_cast<unsigned char>(i);
+    return result;
+}();
+
+/// Writes for each of 128 byte values whether it is in a set (is not in it), by the set's rows for them.
+template <bool wanted>
+KELCL_BLOCKS inline void fill(unsigned char* entries, unsigned char const* rows) {
+    Block const ownRows = Block::twice(rows);
+    Block const first = Block::load(firstBytes.data());
+    for (std::size_t i = 0; i < 2 * step; i += blocks::blockSize) {
+        Block const members = isInAsciiRows(first + Block::of(static_cast<int>(i)), ownRows);
+        (wanted ? members : ~members).store(entries + i);
+    }
+}
+
+/// The entries of 128 byte values, in two registers.
+struct Table {
+    __m512i low;
+    __m512i high;
+
+    template <bool wanted>
+    static KELCL_WIDE_INLINE Table of(unsigned char const* rows) {
+        alignas(step) unsigned char entries[2 * step];
+        fill<wanted>(entries, rows);
+        return {_mm512_load_si512(entries), _mm512_load_si512(entries + step)};
+    }
+    /// The entries for the low seven bits of each byte.
+    KELCL_WIDE_INLINE __m512i at(__m512i bytes) const { return _mm512_permutex2var_epi8(low, bytes, high); }
+};
+
+/// In a set of any bytes (outside of it): the top bit says so.
+template <bool wanted>
+class Anywhere {
+public:
+    KELCL_WIDE_INLINE explicit Anywhere(ByteSet const& set)
+        : lower_(Table::of<wanted>(set.rows())), upper_(Table::of<wanted>(set.rows() + 16)) {}
+    KELCL_WIDE_INLINE __m512i orFoundIn(__m512i bytes, __m512i found) const {
+        constexpr int chosenByFirst = 0xCA; // a bit of b where that of a is set, else of c
+        return found | _mm512_ternarylogic_epi64(bytes, upper_.at(bytes), lower_.at(bytes), chosenByFirst);
+    }
+
+private:
+    Table lower_;
+    Table upper_;
+};
+
+/// The same for a set of ASCII characters.
+template <bool wanted>
+class InAscii {
+public:
+    KELCL_WIDE_INLINE explicit InAscii(ByteSet const& set) : table_(Table::of<wanted>(set.rows())) {}
+    KELCL_WIDE_INLINE __m512i orFoundIn(__m512i bytes, __m512i found) const {
+        constexpr int firstOrSecondNotThird = 0xF4; // a | (b & ~c)
+        constexpr int anyOfThree = 0xFE;            // a | b | c
+        return _mm512_ternarylogic_epi64(found, table_.at(bytes), bytes,
+                                         wanted ? firstOrSecondNotThird : anyOfThree);
+    }
+
+private:
+    Table table_;
+};
+
+/// How many bytes at the front of a text of at least one step are passed by without finding one, as far as
+/// whole turns of some steps go. The steps but the first one are aligned, as no load that crosses a line of
+/// the cache would be.
+template <class Test>
+KELCL_WIDE inline std::size_t countBefore(std::string_view text, ByteSet const& set) {
+    Test const test(set);
+    auto const foundAt = [&](std::size_t at, __m512i found) KELCL_WIDE {
+        return test.orFoundIn(_mm512_loadu_si512(text.data() + at), found);
+    };
+    if (_mm512_movepi8_mask(foundAt(0, _mm512_setzero_si512())) != 0) return 0;
+    std::size_t at = step - reinterpret_cast<std::uintptr_t>(text.data()) % step;
+    for (; text.size() - at >= turn * step; at += turn * step) {
+        __m512i found = _mm512_setzero_si512();
+        for (std::size_t i = 0; i < turn; ++i)
+            found = foundAt(at + i * step, found);
+        if (_mm512_movepi8_mask(found) != 0) break;
+    }
+    return at;
+}
+
+/// A place from `at` on up to which the pattern does not stand anywhere, because of its first, its middle or
+/// its last byte. The text has `places` where it could stand.
+KELCL_WIDE inline std::size_t passedBy(char const* text, std::size_t at, std::size_t places,
+                                       std::string_view pattern) {
+    std::size_t const toMiddle = pattern.size() / 2;
+    std::size_t const toLast = pattern.size() - 1;
+    __m512i const first = _mm512_set1_epi8(pattern.front());
+    __m512i const middle = _mm512_set1_epi8(pattern[toMiddle]);
+    __m512i const last = _mm512_set1_epi8(pattern.back());
+    auto const candidates = [&](char const* place) KELCL_WIDE {
+        __mmask64 mask = _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(place), first);
+        mask = _mm512_mask_cmpeq_epi8_mask(mask, _mm512_loadu_si512(place + toMiddle), middle);
+        return _mm512_mask_cmpeq_epi8_mask(mask, _mm512_loadu_si512(place + toLast), last);
+    };
+    for (; places - at >= 2 * step; at += 2 * step)
+        if ((candidates(text + at) | candidates(text + at + step)) != 0) break;
+    return at;
+}
+
+} // namespace kelcl::wide
+
+#endif
+
+#endif
