@@ -44,20 +44,26 @@ expect_english_elsewhere() {
     done
 }
 
-# run PROGRAM: with the NLSPATH that README.md tells.
+# run PROGRAM: in all languages, with the NLSPATH that README and guide tell.
 run() {
-    nlspath=$(unset NLSPATH && block sh 1 "What the environment decides" >"$work/export" && . "$work/export" && echo "$NLSPATH")
-    for language in de es fr ja en; do
-        expect $language LANG=$language "$nlspath" "$1"
-        expect $language LANG=${language}_XX.UTF-8 "$nlspath" "$1"
+    for told in 'README.md:What the environment decides' docs/guide/catalogs.md:; do
+        page=${told%%:*}
+        block sh 1 "${told#*:}" >"$work/commands"
+        echo 'printf %s "$NLSPATH"' >>"$work/commands"
+        nlspath=$(prefix=$prefix sh -eu "$work/commands")
+        for language in de es fr ja en; do
+            expect $language LANG=$language "$nlspath" "$1"
+            expect $language LANG=${language}_XX.UTF-8 "$nlspath" "$1"
+        done
+        expect_english_elsewhere "$nlspath" "$1"
+        expect en LANG=xx_XX "$nlspath" "$1"
     done
-    expect_english_elsewhere "$nlspath" "$1"
-    expect en LANG=xx_XX "$nlspath" "$1"
+    page=README.md
 }
 
-# compile_with_pkg_config SOURCE PROGRAM [PREFIX]
+# compile_with_pkg_config SOURCE PROGRAM
 compile_with_pkg_config() {
-    PKG_CONFIG_PATH=$(dirname "$(find "${3:-$prefix}" -name kelcl.pc)")
+    PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name kelcl.pc)")
     export PKG_CONFIG_PATH
     version=$(pkg-config --modversion kelcl)
     [ "$version" = 3.10.1 ] || fail "kelcl.pc has version $version"
@@ -105,9 +111,9 @@ block() {
         END { exit !found }' "$source/$page" || fail "$page has no block $2 of $1 after the heading '$3'"
 }
 
-# lay_program SECTION CMAKE_BLOCK: lays the program of $page and that of its blocks for CMake after the heading SECTION into the
-# current folder, and what the program prints as the file expected. Program and output are the first blocks of their languages.
-lay_program() {
+# program_of_page SECTION CMAKE_BLOCK: lays the program of $page and that of its CMakeLists.txt under SECTION into the current
+# folder, and what the program prints as the file expected. They are the first blocks of their languages.
+program_of_page() {
     block cpp 1 "" >host.cpp
     block text 1 "" >expected
     block cmake "$2" "$1" >CMakeLists.txt
@@ -119,20 +125,12 @@ build_as_told() {
     rm -rf "$work/readme"
     mkdir "$work/readme"
     cd "$work/readme"
-    lay_program "$2" 1
+    program_of_page "$2" 1
     for number in $3 $(($3 + 1)); do
         block sh $number "$2" >commands
         prefix=$prefix CXX=$cxx sh -eu commands >printed
         tail -n "$(wc -l <expected)" printed | diff -u expected - || fail "$page shows another output than its program prints"
     done
-}
-
-# find_catalogs_as_told PAGE NUMBER SECTION: that block of commands leads a program to the German catalog.
-find_catalogs_as_told() {
-    page=$1
-    block sh "$2" "$3" >"$work/commands"
-    echo 'printf %s "$NLSPATH"' >>"$work/commands"
-    expect de LANG=de_DE.UTF-8 "$(prefix=$prefix sh -eu "$work/commands")" "$work/readme/consumer"
 }
 
 case $way in
@@ -155,10 +153,7 @@ readme)
     # What README and guide say is done as it stands there.
     build_as_told README.md "Install and use" 2
     build_as_told docs/guide/first-program.md "Build it" 1
-    compile_with_pkg_config "$consumer/main.cpp" "$work/readme/consumer"
-    find_catalogs_as_told README.md 1 "What the environment decides"
-    find_catalogs_as_told docs/guide/catalogs.md 1 ""
-    # Those six, what readme_install runs, and two with nothing but verbs of ./dev.
+    # Those four, two that tell NLSPATH (run does these), what readme_install runs, and two with nothing but verbs of ./dev.
     blocks=$(cd "$source" && grep -rc '^```sh$' README.md docs --include='*.md' | awk -F : '{ sum += $2 } END { print sum }')
     [ "$blocks" -eq 9 ] || fail "README and guide have $blocks blocks of commands, of which 9 are run: run the others here too"
     ;;
@@ -244,7 +239,7 @@ static)
     rm -rf "$work/static"
     mkdir "$work/static"
     cd "$work/static"
-    lay_program "Install and use" 2
+    program_of_page "Install and use" 2
     "$cmake" -G Ninja -B build -DCMAKE_CXX_COMPILER="$cxx" -DFETCHCONTENT_SOURCE_DIR_KELCL="$source" -DBUILD_SHARED_LIBS=OFF \
         -DKELCL_INSTALL=ON -DCMAKE_CXX_FLAGS=-O0
     "$cmake" --build build
