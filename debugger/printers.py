@@ -52,7 +52,7 @@ def class_at(address, static_name):
     """The class of an object with virtual functions: its virtual table's symbol has the name also without debug
     information."""
     symbol = gdb.execute('info symbol %#x' % number_at(address), to_string=True)
-    match = re.match(r'vtable for (.+) \+ \d+ in ', symbol)
+    match = re.match(r'vtable for (.+?)(?:@+\S+)? \+ \d+ in ', symbol)  # a version may follow
     return match.group(1) if match else static_name
 
 

@@ -25,7 +25,7 @@ refuses() {
 # A folder of commands in which there are neither compilers nor packages.
 rm -rf "$work"
 mkdir -p "$work"
-for command in sh dirname cat env find grep sed sort tr; do
+for command in sh dirname cat env find grep mkdir sed sort tr; do
     ln -s "$(command -v $command)" "$work/$command"
 done
 

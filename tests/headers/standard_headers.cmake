@@ -2,6 +2,7 @@
 # beside this script: what a header costs a compiler is decided by these. `cmake -DINCLUDE_DIR=... -P` runs it; with
 # -DUPDATE=ON it writes the list anew.
 cmake_minimum_required(VERSION 3.25)
+cmake_path(ABSOLUTE_PATH INCLUDE_DIR)
 
 # The standard headers of `header`, in ascending order.
 function(standard_headers_of header result)
