@@ -227,7 +227,7 @@ int main(int argumentCount, char** arguments) {
         showNumbers();
         std::cout << '\n'
                   << title("Read on")
-                  << "   docs/guide.md  the guide          ./dev docs       the reference\n"
+                  << "   docs/guide/    the guide          ./dev docs       the reference\n"
                   << "          examples/      programs to copy   ./dev demo FILE  a report on yours\n";
         return 0;
     } catch (DException const& failure) { // is no std::exception

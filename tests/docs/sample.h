@@ -13,7 +13,7 @@ struct Step {
 };
 
 struct Sample {
-    std::string place; ///< File and line, for example "guide.md:34".
+    std::string place; ///< File and line, for example "words.md:34".
     int (*run)();
     std::vector<Step> transcript;
 };
