@@ -41,7 +41,8 @@ KELCL_LOCAL TestFunction functionOf(DStringTest const& test) noexcept;
 /// A character predicate for searching and stripping.
 ///
 /// Single-byte searches pass each byte sign-extended (0xA0 arrives as -96); searches by character in a
-/// multi-byte locale pass wide character values.
+/// multi-byte locale pass wide character values. `std::isalpha` and the like are defined for bytes alone:
+/// where DString::fgI18NState may be 1, give `tql_iswalpha` and the like, of ddbcsbuffer.h.
 ///
 /// An object keeps a pointer to a function, nothing else; make one where it is needed. Threads may share it
 /// if they may share the function.

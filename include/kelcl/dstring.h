@@ -568,7 +568,8 @@ public:
     /// Whether the whole string matches `pattern`, byte by byte.
     ///
     /// In the pattern `anyString` stands for any run of bytes, also an empty one, `anyChar` for one byte,
-    /// and every other byte for itself.
+    /// and every other byte for itself. For a pattern of dates, `isLike("####-##-##", '*', '#')`: compilers
+    /// read a `?` twice before another character as a trigraph.
     ///
     /// A string that is equal to the pattern by `==` matches too. An empty pattern matches the empty string
     /// only. At worst the cost is the product of both lengths.
