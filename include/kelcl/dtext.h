@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <type_traits>
 #include <utility>
 #if __has_include(<version>)
@@ -185,7 +184,7 @@ std::optional<Number> toNumber(T const& text) {
     Number number{};
     char const* const end = digits.data() + digits.size();
     auto const [stop, error] = std::from_chars(digits.data(), end, number);
-    if (error != std::errc() || stop != end) return std::nullopt;
+    if (error != decltype(error)() || stop != end) return std::nullopt;
     return number;
 }
 
