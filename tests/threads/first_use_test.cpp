@@ -41,8 +41,9 @@ bool emptyBuffers() {
 }
 
 bool emptyStrings() {
-    return allGetTheSame([] { return DString().c_str(); },
-                         [](char const* text) { return *text == '\0' && text == DString::nullBuf(); });
+    return allGetTheSame(
+        [] { return DString(); },
+        [](DString const& text) { return text.isEmpty() && text.c_str() == DString::nullBuf(); });
 }
 
 bool strings() {
