@@ -73,9 +73,9 @@ module("conan.tools.build", check_min_cppstd=lambda recipe, standard: None)
 module("conan.tools.cmake", CMake=CMake, CMakeToolchain=Toolchain, cmake_layout=lambda recipe: None)
 module("conan.tools.files", copy=copy, load=lambda recipe, path: open(path, encoding="utf-8").read())
 
-specification = importlib.util.spec_from_file_location("conanfile", f"{source}/packaging/conan/conanfile.py")
-conanfile = importlib.util.module_from_spec(specification)
-specification.loader.exec_module(conanfile)
+found = importlib.util.spec_from_file_location("conanfile", f"{source}/packaging/conan/conanfile.py")
+conanfile = importlib.util.module_from_spec(found)
+found.loader.exec_module(conanfile)
 
 shutil.rmtree(work, ignore_errors=True)
 recipe = conanfile.Kelcl()
