@@ -31,6 +31,8 @@ TEST(OrdinaryCode, ReadsAndWritesByAnyIntegerType) {
     EXPECT_EQ(other[short{2}], 'b');
     EXPECT_EQ(other[std::uint8_t{3}], 'c');
     EXPECT_EQ(other[2ULL], 'b');
+    EXPECT_EQ(other[wchar_t{3}], 'c');
+    EXPECT_EQ(other[char32_t{1}], 'a');
     text[3L] = 'X';
     text[std::size_t{5}] = 'Y';
     EXPECT_EQ(textOf(text), "abX Y");

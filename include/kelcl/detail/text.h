@@ -61,7 +61,9 @@ constexpr bool isNegative(I index) noexcept {
 /// An index that is not negative, or the largest, which is past the end of every text, in its place.
 template <class I>
 constexpr unsigned int cutToLength(I index) noexcept {
-    return index > I{0xFFFFFFFF} ? 0xFFFFFFFF : static_cast<unsigned int>(index);
+    if constexpr (sizeof(I) > sizeof(unsigned int))
+        if (index > I{0xFFFFFFFF}) return 0xFFFFFFFF;
+    return static_cast<unsigned int>(index);
 }
 
 /// `std::filesystem::path`, known by what only it has, as its header costs a compiler much.
