@@ -167,25 +167,22 @@ std::size_t findFirstByBlocks(std::string_view text, ByteSet const& set) {
     return withTest(text, set, [text](auto test) { return findFirst(text, wantedBy<wanted>(test)); });
 }
 
-/// How many bytes at the front of a long text are passed by before the search for the first one in the set
-/// (outside of it) has to look at each: none that are nearby, where it often ends.
-template <bool wanted>
-std::size_t passedBy([[maybe_unused]] std::string_view text, [[maybe_unused]] ByteSet const& set) {
-#if KELCL_HAS_WIDE
-    constexpr std::size_t nearby = 256;
-    if (text.size() >= wide::longText && processorHasWide() &&
-        findFirstByBlocks<wanted>(text.substr(0, nearby), set) == notFound) {
-        std::string_view const rest = text.substr(nearby);
-        return nearby + (isAscii(set) ? wide::countBefore<wide::InAscii<wanted>>(rest, set)
-                                      : wide::countBefore<wide::Anywhere<wanted>>(rest, set));
-    }
-#endif
-    return 0;
-}
+/// From this length on it pays to make tables for a text.
+constexpr std::size_t longText = 4096;
 
 template <bool wanted>
 std::size_t findFirstBySet(std::string_view text, ByteSet const& set) {
-    std::size_t const passed = passedBy<wanted>(text, set);
+    std::size_t passed = 0;
+#if KELCL_HAS_WIDE
+    constexpr std::size_t nearby = 256; // where a search often ends
+    if (text.size() >= longText && processorHasWide()) {
+        std::size_t const found = findFirstByBlocks<wanted>(text.substr(0, nearby), set);
+        if (found != notFound) return found;
+        std::string_view const rest = text.substr(nearby);
+        passed = nearby + (isAscii(set) ? wide::countBefore<wide::InAscii<wanted>>(rest, set)
+                                        : wide::countBefore<wide::Anywhere<wanted>>(rest, set));
+    }
+#endif
     std::size_t const found = findFirstByBlocks<wanted>(text.substr(passed), set);
     return found == notFound ? notFound : passed + found;
 }
@@ -193,7 +190,6 @@ std::size_t findFirstBySet(std::string_view text, ByteSet const& set) {
 /// Of long texts by a set, which then pays.
 template <bool wanted>
 std::size_t findFirstByMembers(std::string_view text, std::string_view members) {
-    constexpr std::size_t longText = 4096;
     if (text.size() >= longText) return findFirstBySet<wanted>(text, ByteSet(members));
     return byMembers<First<wanted>>(text, members);
 }

@@ -18,9 +18,6 @@
 
 namespace kelcl::wide {
 
-/// Texts from this length on are worth the start.
-inline constexpr std::size_t longText = 4096;
-
 inline constexpr std::size_t step = 64;
 inline constexpr std::size_t turn = 4;
 
