@@ -7,10 +7,10 @@
 
 #include "characters/conversion.h"
 #include "characters/narrowing.h"
+#include "characters/widened_pieces.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -121,9 +121,6 @@ private:
     void convertAll();
     std::size_t writeWideReversed(char* out);
     std::size_t startOfPiece(unsigned int start) const;
-    /// The same as findFirst for plain text, a piece of which is widened after the other.
-    template <class Wanted>
-    Place findFirstInPieces(Place from, Wanted wanted) const;
     /// In front of the first byte from a place on that is not in a set, after the last one up to a place.
     Place firstNotIn(ByteSet const& set, Place from) const;
     Place lastNotIn(ByteSet const& set, Place to) const;
@@ -137,8 +134,14 @@ private:
 template <class Wanted>
 CharacterText::Place CharacterText::findFirst(Place from, Wanted wanted, ByteSet const* unwanted) {
     Place const stop = end();
-    if (isPlain_ && unwanted == nullptr) return findFirstInPieces(from, wanted);
     bool const skips = isPlain_ && unwanted != nullptr;
+    if (isPlain_ && !skips)
+        return findInPieces(text_, from,
+                            [wanted](wchar_t const* values, std::size_t n) {
+                                return static_cast<std::size_t>(std::find_if(values, values + n, wanted) -
+                                                                values);
+                            })
+            .at;
     while (from < stop) {
         Place next = from;
         wchar_t const value = take(next);
@@ -148,20 +151,6 @@ CharacterText::Place CharacterText::findFirst(Place from, Wanted wanted, ByteSet
         if (skips && value < 0x80) from = firstNotIn(*unwanted, from);
     }
     return stop;
-}
-
-template <class Wanted>
-CharacterText::Place CharacterText::findFirstInPieces(Place from, Wanted wanted) const {
-    wchar_t values[256];
-    for (std::size_t size = std::size(values) / 4; from < text_.size(); size = std::size(values)) {
-        std::size_t const most = std::min(text_.size() - from, size);
-        Extent const piece = widenUtf8(values, text_.data() + from, most);
-        wchar_t const* const stop = values + piece.characters;
-        wchar_t const* const found = std::find_if(static_cast<wchar_t const*>(values), stop, wanted);
-        if (found != stop) return from + utf8LengthOfAll(values, static_cast<std::size_t>(found - values));
-        from += piece.bytes;
-    }
-    return from;
 }
 
 template <class Wanted>

@@ -5,7 +5,6 @@
 #include "characters/utf8.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace kelcl {
 
@@ -31,7 +30,7 @@ using blocks::lowestBit;
 
 constexpr std::size_t valuesInBlock = blockSize / sizeof(wchar_t);
 constexpr std::size_t valuesAtOnce = 2 * valuesInBlock;
-static_assert(ValueSet::readTooMuch >= valuesAtOnce);
+static_assert(readablePastPiece >= valuesAtOnce);
 
 /// Four bits for each of `valuesAtOnce`: whether it is a member.
 KELCL_BLOCKS_INLINE std::uint64_t maskOfMembers(wchar_t const* values, Members members) {
@@ -72,22 +71,6 @@ std::size_t findInTable(wchar_t const* values, std::size_t n, CharacterMap const
     return static_cast<std::size_t>(std::find_if(values, values + n, isWanted) - values);
 }
 
-/// Widens a piece of a text after the other, and asks `find(values, n)` where in it something is.
-template <class Find>
-SearchedSoFar searchInPieces(std::string_view text, std::size_t at, Find find) {
-    constexpr std::size_t most = 256;
-    wchar_t values[most + ValueSet::readTooMuch];
-    for (std::size_t size = most / 4; at < text.size(); size = most) {
-        Extent const piece = widenUtf8(values, text.data() + at, std::min(text.size() - at, size));
-        if (piece.bytes == 0) return {at, false};
-        std::fill_n(values + piece.characters, ValueSet::readTooMuch, L'\0');
-        std::size_t const found = find(values, piece.characters);
-        if (found != piece.characters) return {at + utf8LengthOfAll(values, found), true};
-        at += piece.bytes;
-    }
-    return {at, true};
-}
-
 } // namespace
 
 bool ValueSet::take(std::string_view list) {
@@ -111,14 +94,6 @@ bool ValueSet::takeMany(std::string_view list) {
     return true;
 }
 
-bool ValueSet::contains(wchar_t value) const {
-    if (!hasFew()) return table_.contains(CharacterMap::keyOf(value));
-    bool found = false;
-    for (std::size_t i = 0; i < count_; ++i) // all of them, which takes less time than to stop
-        found |= values_[i] == value;
-    return found;
-}
-
 std::size_t ValueSet::findFirst(wchar_t const* values, std::size_t n) const {
     return hasFew() ? findAmongFew<true>(values, n, {values_.data(), count_})
                     : findInTable<true>(values, n, table_);
@@ -130,12 +105,12 @@ std::size_t ValueSet::findFirstOther(wchar_t const* values, std::size_t n) const
 }
 
 SearchedSoFar findFirstIn(std::string_view text, std::size_t at, ValueSet const& set) {
-    return searchInPieces(text, at,
-                          [&set](wchar_t const* values, std::size_t n) { return set.findFirst(values, n); });
+    return findInPieces(text, at,
+                        [&set](wchar_t const* values, std::size_t n) { return set.findFirst(values, n); });
 }
 
 SearchedSoFar findFirstNotIn(std::string_view text, std::size_t at, ValueSet const& set) {
-    return searchInPieces(
+    return findInPieces(
         text, at, [&set](wchar_t const* values, std::size_t n) { return set.findFirstOther(values, n); });
 }
 

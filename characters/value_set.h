@@ -4,6 +4,7 @@
 #define KELCL_CHARACTERS_VALUE_SET_H
 
 #include "characters/character_map.h"
+#include "characters/widened_pieces.h"
 
 #include <array>
 #include <cstddef>
@@ -14,19 +15,15 @@ namespace kelcl {
 
 class ValueSet {
 public:
-    /// How many values past the last one a search may read.
-    static constexpr std::size_t readTooMuch = 16;
-
     /// Takes the characters of a list that is not empty. Whether it is plain UTF-8; if not, the object is of
     /// no use.
     bool take(std::string_view list);
 
-    /// Whether there is no table, so that taking them was not worth a thought.
+    /// Whether they are few enough to need no table.
     bool hasFew() const { return count_ <= few; }
 
-    bool contains(wchar_t value) const;
-
-    /// Where the first value is that is (that is not) a member, or `n`.
+    /// Where the first value is that is (that is not) a member, or `n`. May read `readablePastPiece` values
+    /// past the last one.
     std::size_t findFirst(wchar_t const* values, std::size_t n) const;
     std::size_t findFirstOther(wchar_t const* values, std::size_t n) const;
 
@@ -38,13 +35,6 @@ private:
     std::size_t count_ = 0; ///< Of what is in `values_`: more than a few if they are in the table instead.
     std::array<wchar_t, 4 * few> values_; ///< Room for as many as a few characters have bytes.
     CharacterMap table_;
-};
-
-/// How far a search of a text came, and whether it ended there: at what was looked for, or at the end.
-/// Otherwise it stopped at a character that is not plain.
-struct SearchedSoFar {
-    std::size_t at;
-    bool isEnd;
 };
 
 /// Where the first character from the start `at` on is that is (that is not) a member, or the text's end.

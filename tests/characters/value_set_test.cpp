@@ -143,9 +143,13 @@ TEST(ValueSet, ContainsWhatItHasTaken) {
         ValueSet set;
         ASSERT_TRUE(set.take(list));
         EXPECT_EQ(set.hasFew(), count <= 32);
-        for (wchar_t value = 0; value < 300; ++value)
-            EXPECT_EQ(set.contains(value),
-                      value >= 1 && value <= static_cast<wchar_t>(std::min<std::size_t>(count, 120)));
+        for (wchar_t value = 0; value < 300; ++value) {
+            wchar_t const values[1 + kelcl::readablePastPiece] = {value};
+            bool const isMember =
+                value >= 1 && value <= static_cast<wchar_t>(std::min<std::size_t>(count, 120));
+            EXPECT_EQ(set.findFirst(values, 1), isMember ? 0u : 1u) << static_cast<int>(value);
+            EXPECT_EQ(set.findFirstOther(values, 1), isMember ? 1u : 0u) << static_cast<int>(value);
+        }
     }
 }
 
