@@ -3,6 +3,8 @@
 #ifndef KELCL_CHARACTERS_LOCALE_ENCODING_H
 #define KELCL_CHARACTERS_LOCALE_ENCODING_H
 
+#include <kelcl/detail/library_buffers.h>
+
 #include <cstdlib>
 #include <langinfo.h>
 
@@ -26,11 +28,8 @@ inline bool isUtf8Codeset() { return isUtf8(nl_langinfo(CODESET)); }
 /// ones there.
 inline bool isUtf8Locale() { return MB_CUR_MAX >= 4 && isUtf8Codeset(); }
 
-/// Bytes that can never be part of a longer character, whatever the encoding: below 0x30, where the trail
-/// bytes of every multi-byte encoding of the C library begin.
-constexpr bool standsAloneAnywhere(char byte) { return static_cast<unsigned char>(byte) < 0x30; }
-
-/// The same where it is known whether the encoding is UTF-8, in which they are all below 0x80.
+/// The same as standsAloneAnywhere() where it is known whether the encoding is UTF-8, in which they are all
+/// below 0x80.
 inline bool standsAlone(char byte, bool isUtf8) {
     return isUtf8 ? static_cast<signed char>(byte) >= 0 : standsAloneAnywhere(byte);
 }

@@ -80,11 +80,14 @@ inline bool growsInPlace(DBuffer const& buffer) noexcept {
     return isExactly<DDBCSBuffer>(buffer) || (isExactly<DBuffer>(buffer) && MB_CUR_MAX < 2);
 }
 
+/// Bytes that can never be part of a longer character, whatever the encoding: below 0x30, where the trail
+/// bytes of every multi-byte encoding of the C library begin.
+constexpr bool standsAloneAnywhere(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x30; }
+
 /// Whether the bytes alone tell where a byte stands as a character: no host's class is asked, and in
 /// multi-byte text the byte can be no part of a longer character, whatever the encoding.
 inline bool standsForItself(DBuffer const& buffer, char byte) noexcept {
-    return isExactly<DBuffer>(buffer) ||
-           (isExactly<DDBCSBuffer>(buffer) && static_cast<unsigned char>(byte) < 0x30);
+    return isExactly<DBuffer>(buffer) || (isExactly<DDBCSBuffer>(buffer) && standsAloneAnywhere(byte));
 }
 
 /// The first position of such a byte from `start` on, else 0.
@@ -140,7 +143,7 @@ inline TestFunction functionOf([[maybe_unused]] DStringTest const& test) noexcep
 
 /// The first position of a byte that the function accepts, else 0. Compiled into programs, as the function
 /// is: a call from one shared object into another takes longer than one within.
-inline unsigned int firstAccepted(DBuffer const& buffer, TestFunction accepts) {
+inline unsigned int firstPositionAccepted(DBuffer const& buffer, TestFunction accepts) {
     auto const* const text = reinterpret_cast<signed char const*>(buffer.contents());
     auto const* const end = text + buffer.length;
     auto const* at = text;
