@@ -60,7 +60,7 @@ private:
 };
 
 /// Whether the character at an offset is one of a list of plain UTF-8.
-bool isAmong(std::string_view list, std::string_view text, std::size_t at) {
+bool isMember(std::string_view list, std::string_view text, std::size_t at) {
     std::size_t const length = kelcl::plainUtf8Length(text.data() + at, text.size() - at);
     return length != 0 && kelcl::findPattern(list, text.substr(at, length)) != notFound;
 }
@@ -74,7 +74,7 @@ kelcl::SearchedSoFar findMember(std::string_view text, std::size_t from, std::st
     for (int trial = 0; first.areKnown() && trial < worthTrying; ++trial) {
         from = first.find(text, next);
         if (from == notFound) return {text.size(), true};
-        if (isAmong(list, text, from)) return {from, true};
+        if (isMember(list, text, from)) return {from, true};
         next = from + 1;
     }
     kelcl::ValueSet members;

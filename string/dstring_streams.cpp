@@ -126,7 +126,7 @@ DBuffer& bufferOf(DString const& text) { return *DBuffer::fromContents(text.c_st
 
 /// Whether a word may simply take the place of a text, which is not empty: its buffer is of the same class
 /// then, and no removal after the word has anything to repair.
-bool standsForItself(std::string_view word, DString const& text) {
+bool mayTakeThePlace(std::string_view word, DString const& text) {
     DBuffer const& old = bufferOf(text);
     if (!kelcl::growsInPlace(old)) return false;
     if (kelcl::isSingleByteClass(old) || word.empty() || word.size() >= old.length) return true;
@@ -189,7 +189,7 @@ std::istream& operator>>(std::istream& in, DString& text) {
     DString pieces;
     Word const word = skipped ? readWord(in, width, pieces) : Word{};
     // Of the blanks that are the work space of an empty text nothing would be left.
-    if (text.isEmpty() || standsForItself(word.text, text))
+    if (text.isEmpty() || mayTakeThePlace(word.text, text))
         assign(text, word.text);
     else
         replaceText(text, word.text);

@@ -151,7 +151,7 @@ inline unsigned int DString::indexOfAnyOf(DStringTest const& test, unsigned int 
     DString const held(*this);
     if (startPos <= 1 && comparesBytes())
         if (kelcl::TestFunction const accepts = kelcl::functionOf(test))
-            return kelcl::firstAccepted(*held.buffer(), accepts);
+            return kelcl::firstPositionAccepted(*held.buffer(), accepts);
     return held.buffer()->indexOfAnyOf(test, startPos);
 }
 
