@@ -14,16 +14,30 @@ namespace kelcl {
 /// What every search returns when there is nothing to be found.
 inline constexpr std::size_t notFound = static_cast<std::size_t>(-1);
 
-/// The offset of the first (last) occurrence of `byte`, or notFound.
-inline std::size_t findByte(std::string_view text, char byte) {
+/// The same as findByte and findLastByte below, by the C library.
+inline std::size_t findByteByLibrary(std::string_view text, char byte) {
     if (text.empty()) return notFound;
     auto const* const found = static_cast<char const*>(std::memchr(text.data(), byte, text.size()));
     return found != nullptr ? static_cast<std::size_t>(found - text.data()) : notFound;
 }
-inline std::size_t findLastByte(std::string_view text, char byte) {
+inline std::size_t findLastByteByLibrary(std::string_view text, char byte) {
     if (text.empty()) return notFound;
     auto const* const found = static_cast<char const*>(memrchr(text.data(), byte, text.size()));
     return found != nullptr ? static_cast<std::size_t>(found - text.data()) : notFound;
+}
+
+/// From this length on, texts nearly fill the fastest cache, and the C library's searches are not the fastest
+/// everywhere: the same once more.
+inline constexpr std::size_t longForByte = 32768;
+std::size_t findByteInLong(std::string_view text, char byte);
+std::size_t findLastByteInLong(std::string_view text, char byte);
+
+/// The offset of the first (last) occurrence of `byte`, or notFound.
+inline std::size_t findByte(std::string_view text, char byte) {
+    return text.size() < longForByte ? findByteByLibrary(text, byte) : findByteInLong(text, byte);
+}
+inline std::size_t findLastByte(std::string_view text, char byte) {
+    return text.size() < longForByte ? findLastByteByLibrary(text, byte) : findLastByteInLong(text, byte);
 }
 
 /// The offset of the first occurrence of `byte` at or after the offset `from`, or notFound.

@@ -179,8 +179,8 @@ std::size_t findFirstBySet(std::string_view text, ByteSet const& set) {
         std::size_t const found = findFirstByBlocks<wanted>(text.substr(0, nearby), set);
         if (found != notFound) return found;
         std::string_view const rest = text.substr(nearby);
-        passed = nearby + (isAscii(set) ? wide::countBefore<wide::InAscii<wanted>>(rest, set)
-                                        : wide::countBefore<wide::Anywhere<wanted>>(rest, set));
+        passed = nearby + (isAscii(set) ? wide::countBefore<wide::InAscii, wanted>(rest, set)
+                                        : wide::countBefore<wide::Anywhere, wanted>(rest, set));
     }
 #endif
     std::size_t const found = findFirstByBlocks<wanted>(text.substr(passed), set);

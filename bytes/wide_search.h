@@ -1,5 +1,6 @@
-// How much of a long text a search can pass by, told 64 bytes at a time on processors that can: for the
-// members of a set, by tables of 128 entries, and for the first, the middle and the last byte of a pattern.
+// How much of a long text a search can pass by, told 64 bytes at a time on processors that can: for one byte,
+// for the members of a set, by tables of 128 entries, and for the first, the middle and the last byte of a
+// pattern.
 #ifndef KELCL_BYTES_WIDE_SEARCH_H
 #define KELCL_BYTES_WIDE_SEARCH_H
 
@@ -54,13 +55,33 @@ struct Table {
     KELCL_WIDE_INLINE __m512i at(__m512i bytes) const { return _mm512_permutex2var_epi8(low, bytes, high); }
 };
 
-/// In a set of any bytes (outside of it): the top bit says so.
+/// One byte: a difference of 0 says where it is.
+class OneByte {
+public:
+    KELCL_WIDE_INLINE explicit OneByte(char byte) : byte_(_mm512_set1_epi8(byte)) {}
+    static KELCL_WIDE_INLINE __m512i nothing() { return _mm512_set1_epi8(-1); }
+    KELCL_WIDE_INLINE __m512i withFoundIn(__m512i bytes, __m512i found) const {
+        return _mm512_min_epu8(_mm512_xor_si512(bytes, byte_), found);
+    }
+    static KELCL_WIDE_INLINE bool isAny(__m512i found) { return _mm512_testn_epi8_mask(found, found) != 0; }
+
+private:
+    __m512i byte_;
+};
+
+/// What the tests for sets have in common: the top bit says that a byte is found.
+struct ByTopBit {
+    static KELCL_WIDE_INLINE __m512i nothing() { return _mm512_setzero_si512(); }
+    static KELCL_WIDE_INLINE bool isAny(__m512i found) { return _mm512_movepi8_mask(found) != 0; }
+};
+
+/// In a set of any bytes (outside of it).
 template <bool wanted>
-class Anywhere {
+class Anywhere : public ByTopBit {
 public:
     KELCL_WIDE_INLINE explicit Anywhere(ByteSet const& set)
         : lower_(Table::of<wanted>(set.rows())), upper_(Table::of<wanted>(set.rows() + 16)) {}
-    KELCL_WIDE_INLINE __m512i orFoundIn(__m512i bytes, __m512i found) const {
+    KELCL_WIDE_INLINE __m512i withFoundIn(__m512i bytes, __m512i found) const {
         constexpr int chosenByFirst = 0xCA; // a bit of b where that of a is set, else of c
         return found | _mm512_ternarylogic_epi64(bytes, upper_.at(bytes), lower_.at(bytes), chosenByFirst);
     }
@@ -72,10 +93,10 @@ private:
 
 /// The same for a set of ASCII characters.
 template <bool wanted>
-class InAscii {
+class InAscii : public ByTopBit {
 public:
     KELCL_WIDE_INLINE explicit InAscii(ByteSet const& set) : table_(Table::of<wanted>(set.rows())) {}
-    KELCL_WIDE_INLINE __m512i orFoundIn(__m512i bytes, __m512i found) const {
+    KELCL_WIDE_INLINE __m512i withFoundIn(__m512i bytes, __m512i found) const {
         constexpr int firstOrSecondNotThird = 0xF4; // a | (b & ~c)
         constexpr int anyOfThree = 0xFE;            // a | b | c
         return _mm512_ternarylogic_epi64(found, table_.at(bytes), bytes,
@@ -86,24 +107,55 @@ private:
     Table table_;
 };
 
-/// How many bytes at the front of a text of at least one step are passed by without finding one, as far as
-/// whole turns of some steps go. The steps but the first one are aligned, as no load that crosses a line of
-/// the cache would be.
+/// What a turn of some steps finds.
 template <class Test>
-KELCL_WIDE inline std::size_t countBefore(std::string_view text, ByteSet const& set) {
-    Test const test(set);
-    auto const foundAt = [&](std::size_t at, __m512i found) KELCL_WIDE {
-        return test.orFoundIn(_mm512_loadu_si512(text.data() + at), found);
-    };
-    if (_mm512_movepi8_mask(foundAt(0, _mm512_setzero_si512())) != 0) return 0;
+KELCL_WIDE_INLINE bool isInTurn(char const* at, Test const& test) {
+    __m512i found = Test::nothing();
+    for (std::size_t i = 0; i < turn; ++i)
+        found = test.withFoundIn(_mm512_loadu_si512(at + i * step), found);
+    return Test::isAny(found);
+}
+
+/// Whether one step at a place finds nothing.
+template <class Test>
+KELCL_WIDE_INLINE bool isPassedBy(char const* at, Test const& test) {
+    return !Test::isAny(test.withFoundIn(_mm512_loadu_si512(at), Test::nothing()));
+}
+
+/// How many bytes at the front of a text of at least one step are passed by without finding one, as far as
+/// whole turns go. The steps but the first one are aligned, as no load that crosses a line of the cache would
+/// be.
+template <class Test>
+KELCL_WIDE_INLINE std::size_t countBefore(std::string_view text, Test const& test) {
+    if (!isPassedBy(text.data(), test)) return 0;
     std::size_t at = step - reinterpret_cast<std::uintptr_t>(text.data()) % step;
-    for (; text.size() - at >= turn * step; at += turn * step) {
-        __m512i found = _mm512_setzero_si512();
-        for (std::size_t i = 0; i < turn; ++i)
-            found = foundAt(at + i * step, found);
-        if (_mm512_movepi8_mask(found) != 0) break;
-    }
+    while (text.size() - at >= turn * step && !isInTurn(text.data() + at, test))
+        at += turn * step;
     return at;
+}
+
+/// The same from the end on: how many bytes are left to look at.
+template <class Test>
+KELCL_WIDE_INLINE std::size_t countUpTo(std::string_view text, Test const& test) {
+    if (!isPassedBy(text.data() + text.size() - step, test)) return text.size();
+    std::size_t end = text.size() - reinterpret_cast<std::uintptr_t>(text.data() + text.size()) % step;
+    while (end >= turn * step && !isInTurn(text.data() + end - turn * step, test))
+        end -= turn * step;
+    return end;
+}
+
+/// By a set.
+template <template <bool> class Test, bool wanted>
+KELCL_WIDE inline std::size_t countBefore(std::string_view text, ByteSet const& set) {
+    return countBefore(text, Test<wanted>(set));
+}
+
+/// For one byte.
+KELCL_WIDE inline std::size_t countBefore(std::string_view text, char byte) {
+    return countBefore(text, OneByte(byte));
+}
+KELCL_WIDE inline std::size_t countUpTo(std::string_view text, char byte) {
+    return countUpTo(text, OneByte(byte));
 }
 
 /// A place from `at` on up to which the pattern does not stand anywhere, because of its first, its middle or

@@ -69,6 +69,28 @@ TEST(ByteSearch, CountsMoreHitsThanAByteHolds) {
     EXPECT_EQ(kelcl::countByte(std::string(100'003, 'x'), 'x'), 100'003U);
 }
 
+/// Where the steps of the long searches begin and end: near either end, and at every place between.
+TEST(ByteSearch, FindsTheHitsAtEveryOffsetOfLongTextsAtEveryAlignment) {
+    GuardedPages pages(9);
+    for (std::size_t const n : {kelcl::longForByte - 1, kelcl::longForByte, kelcl::longForByte + 1,
+                                kelcl::longForByte + 63, kelcl::longForByte + 700})
+        for (std::size_t back = 0; back < 70; ++back) {
+            std::string text(n, '.');
+            text[back] = text[n - 1 - back] = text[n / 2 + 5 * back] = 'x';
+            std::size_t const first = back;
+            std::size_t const last = n - 1 - back;
+            for (bool const atEnd : {true, false}) {
+                std::string_view const placed = atEnd ? pages.atEnd(text) : pages.atBegin(text);
+                EXPECT_EQ(kelcl::findByte(placed, 'x'), first);
+                EXPECT_EQ(kelcl::findLastByte(placed, 'x'), last);
+                EXPECT_EQ(kelcl::findByte(placed.substr(back + 1), 'x'), n / 2 + 4 * back - 1);
+                EXPECT_EQ(kelcl::findLastByte(placed.substr(0, last), 'x'), n / 2 + 5 * back);
+                EXPECT_EQ(kelcl::findByte(placed, 'y'), notFound);
+                EXPECT_EQ(kelcl::findLastByte(placed, 'y'), notFound);
+            }
+        }
+}
+
 TEST(ByteSearch, AcceptsANullPointerAsAnEmptyText) {
     expectByteSearchesAsPlain(std::string_view(), 'x');
     EXPECT_TRUE(kelcl::isAscii(std::string_view()));

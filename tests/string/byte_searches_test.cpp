@@ -66,6 +66,22 @@ TEST(ByteSearches, FindAByteThatIsPartOfNoCharacterWhereverItStands) {
             expectFoundByBytes(text, wanted);
 }
 
+TEST(ByteSearches, FindAByteNearAndFarInLongTexts) {
+    for (std::size_t const length : {32767U, 32768U, 32769U, 40000U, 100000U}) {
+        std::string bytes(length, 'a');
+        for (std::size_t const place : {length / 3, length / 2, length - 4097, length - 4096, length - 1})
+            bytes[place] = '\n';
+        DString const text(bytes);
+        for (unsigned int start :
+             {0U, 1U, 2U, 4095U, 4096U, 4097U, 10000U, 16384U, 32768U, 33000U, 99999U, 200000U}) {
+            ASSERT_EQ(text.indexOf('\n', start), firstIn(bytes, '\n', start)) << start;
+            ASSERT_EQ(text.lastIndexOf('\n', start), lastIn(bytes, '\n', start)) << start;
+            ASSERT_EQ(text.indexOf('#', start), 0U);
+            ASSERT_EQ(text.lastIndexOf('#', start), 0U);
+        }
+    }
+}
+
 TEST(ByteSearches, FindAnyByteInSingleByteText) {
     if (MB_CUR_MAX > 1) { // there a byte is found only where a character begins
         EXPECT_EQ(DString("\xE3\x81\x82").indexOf('\x81', 3), 0U);

@@ -72,6 +72,13 @@ constexpr unsigned int roomAfter(unsigned int length) {
     return static_cast<unsigned int>(room < limit ? room : limit);
 }
 
+/// Whether a text can grow by `count` bytes, at least one, in its block. Blocks are multiples of 16 bytes,
+/// which tells it for a few bytes in most cases.
+constexpr bool hasRoomFor(unsigned int length, unsigned int count) {
+    unsigned int const toMultiple = static_cast<unsigned int>((0 - bytesNeeded(length)) % 16);
+    return count < toMultiple || count <= roomAfter(length);
+}
+
 /// Whether the text may grow in the block it has by `roomAfter` its length: the buffer is of exactly one
 /// of the library's classes, whose blocks have the known sizes, and a new buffer would be of the same class.
 /// That is asked each time of a plain buffer, which a multi-byte one takes the place of when it grows in a
@@ -90,13 +97,19 @@ inline bool standsForItself(DBuffer const& buffer, char byte) noexcept {
     return isExactly<DBuffer>(buffer) || (isExactly<DDBCSBuffer>(buffer) && standsAloneAnywhere(byte));
 }
 
+/// How much of so many bytes to search for one byte before the library is asked, which is faster in long
+/// texts.
+constexpr unsigned int searchedInline(unsigned int count) noexcept { return count < 32768 ? count : 4096; }
+
 /// The first position of such a byte from `start` on, else 0.
-inline unsigned int firstPositionOf(DBuffer const& buffer, char byte, unsigned int start) noexcept {
+inline unsigned int firstPositionOf(DBuffer const& buffer, char byte, unsigned int start) {
     unsigned int const from = start == 0 ? 0 : start - 1;
     if (from >= buffer.length) return 0;
     char const* const text = buffer.contents();
-    void const* const found = std::memchr(text + from, byte, buffer.length - from);
-    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+    unsigned int const count = searchedInline(buffer.length - from);
+    void const* const found = std::memchr(text + from, byte, count);
+    if (found != nullptr) return static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+    return from + count == buffer.length ? 0 : buffer.indexOf(&byte, 1, from + count + 1);
 }
 
 /// The last place of a byte in a word, counted from 1, else 0.
@@ -112,7 +125,7 @@ inline unsigned int lastPlaceInWord(char const* text, char byte) noexcept {
 
 /// The last position of such a byte up to `start`, else 0. The nearest bytes, where it often is, are looked
 /// at without a call.
-inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned int start) noexcept {
+inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned int start) {
     unsigned int end = start < buffer.length ? start : buffer.length;
     char const* const text = buffer.contents();
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
@@ -124,8 +137,10 @@ inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned in
     }
 #endif
 #ifdef _GNU_SOURCE
-    void const* const found = end == 0 ? nullptr : memrchr(text, byte, end);
-    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+    unsigned int const count = searchedInline(end);
+    void const* const found = end == 0 ? nullptr : memrchr(text + end - count, byte, count);
+    if (found != nullptr) return static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+    return end == count ? 0 : buffer.lastIndexOf(&byte, 1, end - count);
 #else
     return static_cast<unsigned int>(std::string_view(text, end).rfind(byte) + 1);
 #endif
