@@ -2,6 +2,7 @@
 #include "characters/utf8_validate.h"
 
 #include "characters/utf8.h"
+#include "characters/utf8_validate_wide.h"
 
 namespace kelcl {
 
@@ -71,6 +72,21 @@ KELCL_BLOCKS_INLINE Extent plainTurns(char const* p, std::size_t n, std::size_t 
     return run;
 }
 
+/// Goes through a text of at least 160 bytes up to less than a turn before its end. How far that is, or 0 if
+/// there is a mistake.
+KELCL_BLOCKS_INLINE std::size_t plainFront(char const* p, std::size_t n) {
+#if KELCL_HAS_WIDE
+    constexpr std::size_t worthTheStart = 1024;
+    if (n >= worthTheStart && processorHasWide()) {
+        if (!isPlainBlock(Block::load(p), Block::zero())) return 0;
+        std::size_t const front = wide::plainTurns(p, blockSize, n);
+        return n - front < wide::turn ? front : 0;
+    }
+#endif
+    std::size_t const front = plainTurns<false>(p, n, n).bytes;
+    return n - front < turn ? front : 0;
+}
+
 /// Takes the rest of a text of at least 35 bytes, all of it or nothing. The last block overlaps the one
 /// before it.
 template <bool counts>
@@ -104,8 +120,8 @@ KELCL_BLOCKS inline bool isPlain(char const* p, std::size_t n) {
     if (n < notShort) return isPlainShort(p, n);
     Extent run{0, 0};
     if (n >= worthTurns) {
-        run = plainTurns<false>(p, n, n);
-        if (run.bytes == 0 || n - run.bytes >= turn) return false;
+        run.bytes = plainFront(p, n);
+        if (run.bytes == 0) return false;
     }
     return takeRest<false>(p, n, run);
 }

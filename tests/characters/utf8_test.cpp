@@ -263,6 +263,23 @@ TEST(Utf8, IsPlainOnlyWithoutAMistakeAnywhere) {
                 }
 }
 
+/// The same for texts of more than a kilobyte, at each alignment that a line of the cache has.
+TEST(Utf8, IsPlainOnlyWithoutAMistakeAnywhereInLongTexts) {
+    static GuardedPages input;
+    Texts texts(7);
+    for (std::string const& around :
+         std::vector<std::string>{std::string(3000, 'a'), texts.valid(2000, 4, 4), texts.valid(2000, 3, 3)})
+        for (std::string const& odd : std::vector<std::string>{"", "\x80", "\xED\xA0\x80", "\xFF", "\xE4\xB8",
+                                                               "\xC3\xA4", "\xF0\x9F\x98\x80"})
+            for (size_t front = 0; front < 1500; front += front < 100 || front > 1200 ? 1 : 7) {
+                std::string const text =
+                    around.substr(0, front) + odd + around.substr(front, 1300 - front % 64);
+                char* const p = input.last(text.size());
+                std::copy(text.begin(), text.end(), p);
+                ASSERT_EQ(kelcl::isPlainUtf8(p, text.size()), modelOf(text).bytes == text.size()) << front;
+            }
+}
+
 TEST(Utf8, IsCountedUpToALimit) {
     Texts texts(4);
     for (int i = 0; i < 300; ++i) {
