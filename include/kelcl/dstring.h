@@ -1271,10 +1271,10 @@ private:
     void becomeEmpty() noexcept;
 
     // What the operators for single bytes leave over: index 0, indexes outside of the text, shared texts.
-    char const& rareElement(int index) const;
-    char const& rareElement(unsigned int index) const;
-    char& rareElement(int index);
-    char& rareElement(unsigned int index);
+    [[gnu::cold]] char const& rareElement(int index) const;
+    [[gnu::cold]] char const& rareElement(unsigned int index) const;
+    [[gnu::cold]] char& rareElement(int index);
+    [[gnu::cold]] char& rareElement(unsigned int index);
 
     // Whether bytes alone decide comparisons, and no host's class is asked.
     bool comparesBytes() const noexcept;

@@ -246,13 +246,14 @@ DString& DString::change(T const& pattern, U const& replacement, unsigned int st
 inline char* DString::lengthenInPlace(unsigned int count) noexcept {
     DBuffer* const own = buffer();
     unsigned int const before = own->length;
-    // A count of 0 becomes the largest of all here: there is nothing to do, and no text to copy.
-    if (count - 1 >= kelcl::roomAfter(before) || before == 0 || !own->hasOneOwner() ||
+    // Of 0 bytes there is nothing to do, and no text to copy.
+    if (count == 0 || before == 0 || !kelcl::hasRoomFor(before, count) || !own->hasOneOwner() ||
         !kelcl::growsInPlace(*own))
         return nullptr;
     own->length = before + count;
-    text_[before + count] = '\0';
-    return text_ + before;
+    char* const end = own->contents() + before;
+    end[count] = '\0';
+    return end;
 }
 
 inline bool DString::appendInPlace(kelcl::Text text) noexcept {
