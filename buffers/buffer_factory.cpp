@@ -68,6 +68,7 @@ inline DBuffer* allocate(DBuffer const& like, unsigned int length) {
 
 /// Writes a piece, or pad characters where it has none, and returns the place after it.
 inline char* writePiece(char* out, void const* piece, unsigned int length, char padCharacter) {
+    if (length == 0) return out; // as most second and third pieces are
     if (piece != nullptr)
         copyBytes(out, static_cast<char const*>(piece), length);
     else
