@@ -13,49 +13,41 @@ using kelcl::notFound;
 // the bytes leave open whether a character begins; what comes then stands by itself, as the room that it
 // needs would make every search slower.
 
-template <class Find>
-[[gnu::noinline]] unsigned int firstAmong(DBuffer const& text, std::size_t candidate, Find const& find) {
+/// From a place on where the bytes of the wanted text stand.
+[[gnu::noinline]] unsigned int firstAmong(DBuffer const& buffer, std::size_t candidate,
+                                          std::string_view wanted) {
+    std::string_view const text = bytesOf(buffer);
     kelcl::BufferSteps steps;
-    kelcl::RisingStarts starts(text.contents(), 0, steps);
-    return kelcl::positionOf(kelcl::firstAtStart(starts, candidate, find));
+    kelcl::RisingStarts starts(text.data(), 0, steps);
+    if (wanted.size() == 1)
+        return kelcl::positionOf(
+            kelcl::firstAtStart(starts, candidate, [text, byte = wanted.front()](std::size_t from) {
+                return kelcl::findByteFrom(text, byte, from);
+            }));
+    kelcl::RisingMatches matches(text, wanted);
+    return kelcl::positionOf(
+        kelcl::firstAtStart(starts, candidate, [&matches](std::size_t from) { return matches.at(from); }));
 }
 
-template <class Find>
-[[gnu::noinline]] unsigned int lastAmong(DBuffer const& text, std::size_t candidate, Find const& find) {
+/// The same up to such a place.
+[[gnu::noinline]] unsigned int lastAmong(DBuffer const& buffer, std::size_t candidate,
+                                         std::string_view wanted) {
+    std::string_view const text = bytesOf(buffer);
     kelcl::BufferSteps steps;
-    kelcl::FallingStarts starts(text.contents(), steps);
-    return kelcl::positionOf(kelcl::lastAtStart(starts, candidate, find));
+    kelcl::FallingStarts starts(text.data(), steps);
+    if (wanted.size() == 1)
+        return kelcl::positionOf(
+            kelcl::lastAtStart(starts, candidate, [text, byte = wanted.front()](std::size_t from) {
+                return kelcl::findLastByte(text.substr(0, from + 1), byte);
+            }));
+    kelcl::FallingMatches matches(text, wanted);
+    return kelcl::positionOf(
+        kelcl::lastAtStart(starts, candidate, [&matches](std::size_t from) { return matches.at(from); }));
 }
 
-/// The position of the first character from `from` on, of the last one at or before `from`, with which
-/// something begins that `find` finds among the bytes.
-template <class Find>
-unsigned int firstBeginning(DBuffer const& text, std::size_t from, Find const& find) {
-    std::size_t const candidate = find(from);
-    if (candidate == notFound || kelcl::surelyBeginsCharacter(text.contents(), candidate))
-        return kelcl::positionOf(candidate);
-    return firstAmong(text, candidate, find);
-}
-
-template <class Find>
-unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& find) {
-    std::size_t const candidate = find(from);
-    if (candidate == notFound || kelcl::surelyBeginsCharacter(text.contents(), candidate))
-        return kelcl::positionOf(candidate);
-    return lastAmong(text, candidate, find);
-}
-
-/// The same for texts of more than one byte.
-[[gnu::noinline]] unsigned int firstLongText(DBuffer const& buffer, std::size_t from,
-                                             std::string_view wanted) {
-    kelcl::RisingMatches matches(bytesOf(buffer), wanted);
-    return firstBeginning(buffer, from, [&matches](std::size_t offset) { return matches.at(offset); });
-}
-
-[[gnu::noinline]] unsigned int lastLongText(DBuffer const& buffer, std::size_t from,
-                                            std::string_view wanted) {
-    kelcl::FallingMatches matches(bytesOf(buffer), wanted);
-    return lastBeginning(buffer, from, [&matches](std::size_t offset) { return matches.at(offset); });
+/// Whether what was found among the bytes, or that there is nothing, is the answer.
+bool isCertain(DBuffer const& buffer, std::size_t found) {
+    return found == notFound || kelcl::surelyBeginsCharacter(buffer.contents(), found);
 }
 
 [[gnu::noinline]] unsigned int hostIndexOf(DDBCSBuffer const& text, std::string_view pattern,
@@ -84,21 +76,18 @@ unsigned int lastBeginning(DBuffer const& text, std::size_t from, Find const& fi
 namespace kelcl {
 
 unsigned int firstText(DBuffer const& buffer, unsigned int start, std::string_view wanted) {
-    std::size_t const from = std::max(start, 1U) - 1;
-    if (wanted.size() != 1) return wanted.empty() ? 0 : firstLongText(buffer, from, wanted);
-    return firstBeginning(buffer, from, [text = bytesOf(buffer), byte = wanted.front()](std::size_t offset) {
-        return findByteFrom(text, byte, offset);
-    });
+    std::size_t const before = std::max(start, 1U) - 1;
+    if (wanted.empty() || before >= buffer.length) return 0;
+    std::size_t found = findPattern(bytesOf(buffer).substr(before), wanted);
+    if (found != notFound) found += before;
+    return isCertain(buffer, found) ? positionOf(found) : firstAmong(buffer, found, wanted);
 }
 
 unsigned int lastText(DBuffer const& buffer, unsigned int start, std::string_view wanted) {
     std::size_t const last = std::min(start, buffer.length);
-    if (last == 0) return 0;
-    if (wanted.size() != 1) return wanted.empty() ? 0 : lastLongText(buffer, last - 1, wanted);
-    return lastBeginning(buffer, last - 1,
-                         [text = bytesOf(buffer), byte = wanted.front()](std::size_t offset) {
-                             return findLastByte(text.substr(0, offset + 1), byte);
-                         });
+    if (wanted.empty() || last == 0) return 0;
+    std::size_t const found = findLastPattern(bytesOf(buffer).substr(0, last - 1 + wanted.size()), wanted);
+    return isCertain(buffer, found) ? positionOf(found) : lastAmong(buffer, found, wanted);
 }
 
 bool beginsCharacter(DDBCSBuffer const& text, unsigned int position) {
