@@ -86,7 +86,7 @@ private:
     }
 
     string randomText(unsigned int most = 0) {
-        if (most == 0) most = oneIn(200) ? 1500 : oneIn(20) ? 200 : oneIn(3) ? 4 : 14;
+        if (most == 0) most = oneIn(200) ? (oneIn(4) ? 6000 : 1500) : oneIn(20) ? 200 : oneIn(3) ? 4 : 14;
         unsigned int const characters = below(most + 1);
         bool const bad = oneIn(3);
         bool const few = oneIn(3);
