@@ -1,5 +1,6 @@
 """How Sphinx makes guide and reference. CMakeLists.txt beside it gives the version and where Doxygen's XML is."""
 import pathlib
+import re
 import xml.etree.ElementTree
 
 from breathe.renderer.sphinxrenderer import SphinxRenderer
@@ -88,10 +89,10 @@ def node_and_parents(node):
 
 
 class SearchedDomain(CPPDomain):
-    """A search need not find every parameter, and finds the buffers last."""
+    """A search need not find parameters, and finds the buffers last."""
     def get_objects(self):
         for *described, page, anchor, _ in super().get_objects():
-            if described[-1] != "functionParam":
+            if described[-1] not in ("functionParam", "templateParam"):
                 yield (*described, page, anchor, 2 if page == "reference/DBuffer" else 1)
 
 
@@ -126,9 +127,28 @@ def everything_public_is_shown(app, env):
                 logging.getLogger(__name__).warning("no page of the reference shows %s", name)
 
 
+def complete_theme(app, failure):
+    """Debian's Furo lacks what its makers compile into it: what browsers are to agree on, dark colours for those whose system
+    asks for them, and the module that its script imports, which a page opened from a file may not."""
+    if failure or app.builder.format != "html":
+        return
+    static = pathlib.Path(app.outdir, "_static")
+    style = static / "styles/furo.css"
+    rules = re.sub(r"@import url\((/javascript/[^)]*)\);",
+                   lambda found: pathlib.Path("/usr/share" + found[1]).read_text(), style.read_text())
+    if "prefers-color-scheme" not in rules:
+        dark = re.search(r'body\[data-theme="dark"\] (\{[^}]*\})', rules)[1]
+        rules += f'@media screen and (prefers-color-scheme: dark) {{ body:not([data-theme="light"]) {dark} }}\n'
+    style.write_text(rules)
+    script = static / "scripts/furo.js"
+    script.write_text(re.sub(r'^import \w+ from "\./([^"]*)";$',
+                             lambda found: (script.parent / found[1]).read_text(), script.read_text(), flags=re.M))
+
+
 def setup(app):
     SphinxRenderer.methods["compounddef"] = in_order_of_the_header(SphinxRenderer.methods["compounddef"])
     app.add_domain(SearchedDomain, override=True)
     app.connect("env-check-consistency", everything_public_is_shown)
     # Before Sphinx collects the headings, which it does at 500.
     app.connect("doctree-read", groups_become_sections, priority=400)
+    app.connect("build-finished", complete_theme)

@@ -1,5 +1,7 @@
 // Turns the samples of the documentation into one C++ source. How a sample is written, tests/docs/README.md
 // tells. Compiling and running them is the business of the test.
+#include "tests/docs/lines.h"
+
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -11,8 +13,6 @@
 #include <vector>
 
 namespace {
-
-using Lines = std::vector<std::string>;
 
 /// The lines between two fences of a page, or between `@code` and `@endcode` of a comment.
 struct Block {
@@ -28,14 +28,6 @@ struct FoundSample {
     Lines shown; ///< What it prints, commands included.
 };
 
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 std::string_view withoutIndentation(std::string_view line) {
     std::size_t const first = line.find_first_not_of(' ');
     return first == std::string_view::npos ? std::string_view() : line.substr(first);
@@ -43,21 +35,8 @@ std::string_view withoutIndentation(std::string_view line) {
 
 std::string fileNameOf(std::string const& path) { return path.substr(path.rfind('/') + 1); }
 
-[[noreturn]] void fail(std::string const& file, std::size_t line, std::string const& message) {
-    throw std::runtime_error(file + ":" + std::to_string(line) + ": " + message);
-}
-
 // Reading
 // -----------------------------------------------------------------------------------------------------
-
-Lines readLines(std::string const& path) {
-    std::ifstream in(path);
-    if (!in) throw std::runtime_error(path + ": cannot be read");
-    Lines lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 std::vector<Block> blocksOfPage(Lines const& lines, std::string const& path) {
     std::vector<Block> blocks;

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Checks the Debian packages: they hold exactly the files of the committed lists, lintian finds nothing, no path of the
-# tree is in them, the library's debug information is there, and a host program can be built and run with what they unpack to.
+# tree is in them, no page has a dead link, the library's debug information is there, and a host program can be built and run
+# with what they unpack to.
 # Usage: check.sh DIRECTORY TESTS [--update]
 # DIRECTORY holds the packages and nothing older; TESTS is the folder tests/ of the tree.
 set -eu
@@ -26,14 +27,14 @@ contents() {
     for control in postinst postrm shlibs symbols triggers; do
         dpkg-deb --info "$1" $control 2>/dev/null | sed "/^ _Z/d; /^#/d; s/^/$control: /"
     done
-    # Folders of languages are left out: what lies in them tells enough.
+    # Folders of languages are left out: what lies in them tells enough. What is in _static is the theme's.
     dpkg-deb --contents "$1" |
-        sed -E "/^d.*\/(locale|\.build-id)\/./d; s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,
+        sed -E "/^d.*\/(locale|\.build-id)\/./d; /\/html\/_static\/./d; s,^(\S+ \S+) +[0-9]+ \S+ \S+ ,\1 ,
             s,$multiarch,MULTIARCH,g; s,/[0-9a-f]{2}/[0-9a-f]{38}\.debug,/ID.debug,"
 }
 
 same=true
-for package in libkelcl3 libkelcl-dev libkelcl3-dbgsym; do
+for package in libkelcl3 libkelcl-dev libkelcl3-dbgsym libkelcl-doc; do
     file=$(find "$directory" -maxdepth 1 -name "${package}_*.deb")
     [ -f "$file" ] || fail "there is not exactly one package $package in $directory"
     expected=$tests/packages/$package.contents
@@ -54,6 +55,8 @@ lintian --fail-on error,warning "$directory"/*.deb || fail "lintian found someth
 if sh "$tests/support/holders_of_path.sh" "$(dirname "$tests")" "$root"; then
     fail "these files hold the path of the tree that they were built in"
 fi
+
+python3 -B "$(dirname "$tests")/docs/dead_links.py" "$root/usr/share/doc" || fail "pages have dead links; they are above"
 
 version=$(dpkg-deb --field "$directory"/libkelcl3_*.deb Version)
 library=$root/usr/lib/$multiarch/libkelcl.so.${version%-*}
