@@ -271,7 +271,9 @@ public:
     /// The same as rend().
     [[nodiscard]] const_reverse_iterator crend() const noexcept KELCL_LIFETIME_BOUND { return rend(); }
     /// Views all bytes, NULs included.
-    operator std::string_view() const noexcept KELCL_LIFETIME_BOUND { return {text_, length()}; }
+    operator std::string_view() const noexcept KELCL_LIFETIME_BOUND {
+        return {data(), std::size_t{length()}};
+    }
     /// Makes a `std::filesystem::path`, so that a string can be given where one is taken.
     template <class Path, class = kelcl::IfPath<Path>>
     operator Path() const {
