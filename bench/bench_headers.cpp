@@ -7,10 +7,10 @@
 
 namespace {
 
-void compile(benchmark::State& state, std::string const& header) {
+void compile(benchmark::State& state, std::string const& header, std::string const& dialect) {
     std::string const command = "echo '#include <" + header +
-                                ">' | '" KELCL_BENCH_COMPILER
-                                "' -std=c++17 -fsyntax-only -x c++ -I'" KELCL_BENCH_INCLUDE_DIR "' -";
+                                ">' | '" KELCL_BENCH_COMPILER "' -std=" + dialect +
+                                " -fsyntax-only -x c++ -I'" KELCL_BENCH_INCLUDE_DIR "' -";
     for ([[maybe_unused]] auto turn : state) {
         if (std::system(command.c_str()) != 0) {
             state.SkipWithError("the compiler failed");
@@ -20,10 +20,13 @@ void compile(benchmark::State& state, std::string const& header) {
 }
 
 [[maybe_unused]] int const registered = [] {
-    for (std::string const header : {"string", "iostream", "functional", "kelcl/dstring.h", "kelcl/kelcl.h"})
-        benchmark::RegisterBenchmark(("compile/" + header).c_str(), compile, header)
-            ->UseRealTime()
-            ->Unit(benchmark::kMillisecond);
+    for (std::string const dialect : {"c++17", "c++20"})
+        for (std::string const header :
+             {"string", "iostream", "functional", "kelcl/dstring.h", "kelcl/kelcl.h"})
+            benchmark::RegisterBenchmark(("compile/" + dialect + "/" + header).c_str(), compile, header,
+                                         dialect)
+                ->UseRealTime()
+                ->Unit(benchmark::kMillisecond);
     return 0;
 }();
 

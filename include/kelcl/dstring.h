@@ -258,20 +258,31 @@ public:
     [[nodiscard]] char const* cbegin() const noexcept KELCL_LIFETIME_BOUND { return begin(); }
     /// The same as end().
     [[nodiscard]] char const* cend() const noexcept KELCL_LIFETIME_BOUND { return end(); }
+    // Templates, as the class of these iterators costs a compiler much in C++20: only where they are used.
     /// Begins the bytes from the last one to the first.
-    [[nodiscard]] const_reverse_iterator rbegin() const noexcept KELCL_LIFETIME_BOUND {
-        return const_reverse_iterator(end());
+    template <class Iterator = const_iterator>
+    [[nodiscard]] std::reverse_iterator<Iterator> rbegin() const noexcept KELCL_LIFETIME_BOUND {
+        return std::reverse_iterator<Iterator>(end());
     }
     /// Ends the bytes from the last one to the first.
-    [[nodiscard]] const_reverse_iterator rend() const noexcept KELCL_LIFETIME_BOUND {
-        return const_reverse_iterator(begin());
+    template <class Iterator = const_iterator>
+    [[nodiscard]] std::reverse_iterator<Iterator> rend() const noexcept KELCL_LIFETIME_BOUND {
+        return std::reverse_iterator<Iterator>(begin());
     }
     /// The same as rbegin().
-    [[nodiscard]] const_reverse_iterator crbegin() const noexcept KELCL_LIFETIME_BOUND { return rbegin(); }
+    template <class Iterator = const_iterator>
+    [[nodiscard]] std::reverse_iterator<Iterator> crbegin() const noexcept KELCL_LIFETIME_BOUND {
+        return rbegin<Iterator>();
+    }
     /// The same as rend().
-    [[nodiscard]] const_reverse_iterator crend() const noexcept KELCL_LIFETIME_BOUND { return rend(); }
+    template <class Iterator = const_iterator>
+    [[nodiscard]] std::reverse_iterator<Iterator> crend() const noexcept KELCL_LIFETIME_BOUND {
+        return rend<Iterator>();
+    }
     /// Views all bytes, NULs included.
-    operator std::string_view() const noexcept KELCL_LIFETIME_BOUND { return {text_, length()}; }
+    operator std::string_view() const noexcept KELCL_LIFETIME_BOUND {
+        return {data(), std::size_t{length()}};
+    }
     /// Makes a `std::filesystem::path`, so that a string can be given where one is taken.
     template <class Path, class = kelcl::IfPath<Path>>
     operator Path() const {

@@ -83,13 +83,13 @@ inline bool DString::comparesBytes() const noexcept {
 
 inline bool DString::equals(kelcl::Text text) const {
     if (!comparesBytes()) return order(text) == 0;
-    return text.length == length() && (text.data == text_ || std::string_view(text_, length()) ==
-                                                                 std::string_view(text.data, text.length));
+    return text.length == length() &&
+           (text.data == text_ || std::char_traits<char>::compare(text_, text.data, text.length) == 0);
 }
 
 inline int DString::order(kelcl::Text text) const {
     if (comparesBytes() && text.data != text_)
-        return std::string_view(text_, length()).compare({text.data, text.length});
+        return operator std::string_view().compare({text.data, std::size_t{text.length}});
     int const code =
         text.data != nullptr ? buffer()->compare(text.data, text.length) : buffer()->compare("", 0);
     return code == 2 ? -1 : code;
