@@ -79,8 +79,8 @@ KELCL_BLOCKS_INLINE std::size_t plainFront(char const* p, std::size_t n) {
     constexpr std::size_t worthTheStart = 1024;
     if (n >= worthTheStart && processorHasWide()) {
         if (!isPlainBlock(Block::load(p), Block::zero())) return 0;
-        std::size_t const front = wide::plainTurns(p, blockSize, n);
-        return n - front < wide::turn ? front : 0;
+        std::size_t const front = wide_utf8::plainTurns(p, blockSize, n);
+        return n - front < wide_utf8::turn ? front : 0;
     }
 #endif
     std::size_t const front = plainTurns<false>(p, n, n).bytes;

@@ -14,7 +14,7 @@
 #include <cstring>
 #include <immintrin.h>
 
-namespace kelcl::wide {
+namespace kelcl::wide_utf8 {
 
 inline constexpr std::size_t step = 64;
 inline constexpr std::size_t turn = 4 * step;
@@ -27,13 +27,20 @@ inline constexpr auto byPrevious = [] {
     return mistakes;
 }();
 
+/// By the high half of a byte, four times over, as each quarter of a register looks up in its own.
+inline constexpr auto byHigh = [] {
+    std::array<unsigned char, step> mistakes{};
+    for (std::size_t i = 0; i < mistakes.size(); ++i)
+        mistakes[i] = blocks::byHigh[i % 16];
+    return mistakes;
+}();
+
 class Mistakes {
 public:
     KELCL_WIDE_INLINE Mistakes()
         : lowRows_(_mm512_loadu_si512(byPrevious.data())),
           highRows_(_mm512_loadu_si512(byPrevious.data() + step)),
-          rowsOfHigh_(_mm512_broadcast_i32x4(
-              _mm_loadu_si128(reinterpret_cast<__m128i const*>(blocks::byHigh.data())))) {}
+          rowsOfHigh_(_mm512_loadu_si512(byHigh.data())) {}
 
     /// What is wrong in the 64 bytes at a place, which three bytes stand before: bits that are all 0 where
     /// they continue plain text.
@@ -94,7 +101,7 @@ KELCL_WIDE inline std::size_t plainTurns(char const* p, std::size_t at, std::siz
     return at;
 }
 
-} // namespace kelcl::wide
+} // namespace kelcl::wide_utf8
 
 #endif
 
