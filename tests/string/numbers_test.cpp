@@ -47,12 +47,12 @@ using Integers = testing::Types<char, signed char, unsigned char, short, unsigne
                                 long, unsigned long, long long, unsigned long long>;
 template <class Number>
 class IntegerOf : public testing::Test {};
-TYPED_TEST_SUITE(IntegerOf, Integers);
+TYPED_TEST_SUITE(IntegerOf, Integers, );
 
 using Reals = testing::Types<float, double, long double>;
 template <class Number>
 class RealOf : public testing::Test {};
-TYPED_TEST_SUITE(RealOf, Reals);
+TYPED_TEST_SUITE(RealOf, Reals, );
 
 /// A decimal number, one more.
 string oneMore(string digits) {

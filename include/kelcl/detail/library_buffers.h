@@ -97,19 +97,27 @@ inline bool standsForItself(DBuffer const& buffer, char byte) noexcept {
     return isExactly<DBuffer>(buffer) || (isExactly<DDBCSBuffer>(buffer) && standsAloneAnywhere(byte));
 }
 
-/// How much of so many bytes to search for one byte before the library is asked, which is faster in long
-/// texts.
-constexpr unsigned int searchedInline(unsigned int count) noexcept { return count < 32768 ? count : 4096; }
+/// From so many bytes on the library searches memory for one byte faster than the C library.
+inline constexpr unsigned int longSearch = 32768;
+
+/// The same as firstPositionOf from an offset on in a long text. What is near is found without the library.
+[[gnu::noinline]] inline unsigned int firstPositionInLong(DBuffer const& buffer, char byte,
+                                                          unsigned int from) {
+    constexpr unsigned int nearby = 4096;
+    char const* const text = buffer.contents();
+    void const* const found = std::memchr(text + from, byte, nearby);
+    if (found == nullptr) return buffer.indexOf(&byte, 1, from + nearby + 1);
+    return static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
+}
 
 /// The first position of such a byte from `start` on, else 0.
 inline unsigned int firstPositionOf(DBuffer const& buffer, char byte, unsigned int start) {
     unsigned int const from = start == 0 ? 0 : start - 1;
     if (from >= buffer.length) return 0;
+    if (buffer.length - from >= longSearch) return firstPositionInLong(buffer, byte, from);
     char const* const text = buffer.contents();
-    unsigned int const count = searchedInline(buffer.length - from);
-    void const* const found = std::memchr(text + from, byte, count);
-    if (found != nullptr) return static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
-    return from + count == buffer.length ? 0 : buffer.indexOf(&byte, 1, from + count + 1);
+    void const* const found = std::memchr(text + from, byte, buffer.length - from);
+    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
 }
 
 /// The last place of a byte in a word, counted from 1, else 0.
@@ -136,11 +144,10 @@ inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned in
         end -= word;
     }
 #endif
+    if (end >= longSearch) return buffer.lastIndexOf(&byte, 1, end);
 #ifdef _GNU_SOURCE
-    unsigned int const count = searchedInline(end);
-    void const* const found = end == 0 ? nullptr : memrchr(text + end - count, byte, count);
-    if (found != nullptr) return static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
-    return end == count ? 0 : buffer.lastIndexOf(&byte, 1, end - count);
+    void const* const found = end == 0 ? nullptr : memrchr(text, byte, end);
+    return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
 #else
     return static_cast<unsigned int>(std::string_view(text, end).rfind(byte) + 1);
 #endif
