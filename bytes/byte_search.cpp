@@ -8,20 +8,28 @@
 
 namespace kelcl {
 
+// What is near, as the end of the next line mostly is, the C library finds faster.
+constexpr std::size_t nearInLong = 1024;
+
 std::size_t findByteInLong(std::string_view text, char byte) {
-    std::size_t passed = 0;
+    std::size_t passed = nearInLong;
+    if (std::size_t const near = findByteByLibrary(text.substr(0, passed), byte); near != notFound)
+        return near;
 #if KELCL_HAS_WIDE
-    if (processorHasWide()) passed = wide::countBefore(text, byte);
+    if (processorHasWide()) passed += wide::countBefore(text.substr(passed), byte);
 #endif
     std::size_t const found = findByteByLibrary(text.substr(passed), byte);
     return found == notFound ? notFound : passed + found;
 }
 
 std::size_t findLastByteInLong(std::string_view text, char byte) {
+    std::size_t end = text.size() - nearInLong;
+    if (std::size_t const near = findLastByteByLibrary(text.substr(end), byte); near != notFound)
+        return end + near;
 #if KELCL_HAS_WIDE
-    if (processorHasWide()) text = text.substr(0, wide::countUpTo(text, byte));
+    if (processorHasWide()) end = wide::countUpTo(text.substr(0, end), byte);
 #endif
-    return findLastByteByLibrary(text, byte);
+    return findLastByteByLibrary(text.substr(0, end), byte);
 }
 
 std::size_t findByteOtherThan(std::string_view text, char byte) {

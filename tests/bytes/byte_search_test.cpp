@@ -91,6 +91,19 @@ TEST(ByteSearch, FindsTheHitsAtEveryOffsetOfLongTextsAtEveryAlignment) {
         }
 }
 
+TEST(ByteSearch, FindsTheSingleHitAtEveryOffsetAroundThoseThatAreNearInALongText) {
+    static GuardedPages pages(9);
+    std::size_t const n = kelcl::longForByte + 77;
+    for (std::size_t hit = 900; hit < 1700; ++hit) {
+        std::string text(n, '.');
+        text[hit] = 'x';
+        EXPECT_EQ(kelcl::findByte(pages.atEnd(text), 'x'), hit);
+        text[hit] = '.';
+        text[n - 1 - hit] = 'x';
+        EXPECT_EQ(kelcl::findLastByte(pages.atEnd(text), 'x'), n - 1 - hit);
+    }
+}
+
 TEST(ByteSearch, AcceptsANullPointerAsAnEmptyText) {
     expectByteSearchesAsPlain(std::string_view(), 'x');
     EXPECT_TRUE(kelcl::isAscii(std::string_view()));
