@@ -16,15 +16,9 @@ using kelcl::notFound;
 /// From a place on where the bytes of the wanted text stand.
 [[gnu::noinline]] unsigned int firstAmong(DBuffer const& buffer, std::size_t candidate,
                                           std::string_view wanted) {
-    std::string_view const text = bytesOf(buffer);
     kelcl::BufferSteps steps;
-    kelcl::RisingStarts starts(text.data(), 0, steps);
-    if (wanted.size() == 1)
-        return kelcl::positionOf(
-            kelcl::firstAtStart(starts, candidate, [text, byte = wanted.front()](std::size_t from) {
-                return kelcl::findByteFrom(text, byte, from);
-            }));
-    kelcl::RisingMatches matches(text, wanted);
+    kelcl::RisingStarts starts(buffer.contents(), 0, steps);
+    kelcl::RisingMatches matches(bytesOf(buffer), wanted);
     return kelcl::positionOf(
         kelcl::firstAtStart(starts, candidate, [&matches](std::size_t from) { return matches.at(from); }));
 }
@@ -32,15 +26,9 @@ using kelcl::notFound;
 /// The same up to such a place.
 [[gnu::noinline]] unsigned int lastAmong(DBuffer const& buffer, std::size_t candidate,
                                          std::string_view wanted) {
-    std::string_view const text = bytesOf(buffer);
     kelcl::BufferSteps steps;
-    kelcl::FallingStarts starts(text.data(), steps);
-    if (wanted.size() == 1)
-        return kelcl::positionOf(
-            kelcl::lastAtStart(starts, candidate, [text, byte = wanted.front()](std::size_t from) {
-                return kelcl::findLastByte(text.substr(0, from + 1), byte);
-            }));
-    kelcl::FallingMatches matches(text, wanted);
+    kelcl::FallingStarts starts(buffer.contents(), steps);
+    kelcl::FallingMatches matches(bytesOf(buffer), wanted);
     return kelcl::positionOf(
         kelcl::lastAtStart(starts, candidate, [&matches](std::size_t from) { return matches.at(from); }));
 }
