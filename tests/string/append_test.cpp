@@ -3,6 +3,10 @@
 #include "tests/buffers/buffer_support.h"
 #include "tests/support/failing_allocations.h"
 
+#include <kelcl/detail/library_buffers.h>
+
+#include <utility>
+
 namespace {
 
 using namespace support;
@@ -19,6 +23,15 @@ DString withRoom() {
     DString text(nullptr, 1000, 'a');
     moveToNewBlock(text);
     return text;
+}
+
+TEST(StringAppend, HasRoomForAsManyBytesAsTheBlockLeavesUpToTheLongestText) {
+    constexpr unsigned int limit = kelcl::lengthLimit;
+    for (auto const& [from, to] : {std::pair{0U, 3000U}, {65000U, 66500U}, {limit - 200, limit}})
+        for (unsigned int length = from; length < to; ++length)
+            for (unsigned int count = 1; count < 40; ++count)
+                ASSERT_EQ(kelcl::hasRoomFor(length, count), count <= kelcl::roomAfter(length))
+                    << length << ' ' << count;
 }
 
 TEST(StringAppend, AddsTheBytesAfterTheText) {
