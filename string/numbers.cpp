@@ -3,6 +3,7 @@
 #include <kelcl/detail/numbers.h>
 
 #include <charconv>
+#include <system_error>
 
 namespace kelcl::detail {
 

@@ -88,8 +88,10 @@ inline bool DString::equals(kelcl::Text text) const {
 }
 
 inline int DString::order(kelcl::Text text) const {
-    if (comparesBytes() && text.data != text_)
-        return operator std::string_view().compare({text.data, std::size_t{text.length}});
+    if (comparesBytes() && text.data != text_) {
+        std::string_view const own = *this;
+        return own.compare({text.data, std::size_t{text.length}});
+    }
     int const code =
         text.data != nullptr ? buffer()->compare(text.data, text.length) : buffer()->compare("", 0);
     return code == 2 ? -1 : code;

@@ -11,8 +11,8 @@
 
 namespace kelcl::detail {
 
-/// Whether values of a type are numbers: the others among the arithmetic types are truth values and
-/// characters of more than one byte, which are no signed or unsigned integers of the language.
+/// Whether a type is one of those that `std::from_chars` reads: any arithmetic type but `bool` and the types
+/// of characters other than `char`.
 template <class T>
 constexpr bool isNumber() {
     if constexpr (!std::is_integral_v<T>)
