@@ -89,8 +89,10 @@ inline bool DString::equals(kelcl::Text text) const {
 
 inline int DString::order(kelcl::Text text) const {
     if (comparesBytes() && text.data != text_) {
-        std::string_view const own = *this;
-        return own.compare({text.data, std::size_t{text.length}});
+        unsigned int const own = length();
+        unsigned int const both = own < text.length ? own : text.length;
+        int const bytes = std::char_traits<char>::compare(text_, text.data, both);
+        return bytes != 0 ? bytes : own < text.length ? -1 : own > text.length;
     }
     int const code =
         text.data != nullptr ? buffer()->compare(text.data, text.length) : buffer()->compare("", 0);
@@ -115,25 +117,25 @@ bool DString::isLike(T const& pattern, char anyString, char anyChar) const {
 inline unsigned int DString::indexOf(char c, unsigned int startPos) const {
     DBuffer const& text = *buffer();
     return kelcl::standsForItself(text, c) ? kelcl::firstPositionOf(text, c, startPos)
-                                           : text.indexOf(&c, 1, startPos);
+                                           : kelcl::askForByte<&DBuffer::indexOf>(text, c, startPos);
 }
 
 inline unsigned int DString::indexOfAnyOf(char c, unsigned int startPos) const {
     DBuffer const& text = *buffer();
     return kelcl::standsForItself(text, c) ? kelcl::firstPositionOf(text, c, startPos)
-                                           : text.indexOfAnyOf(&c, 1, startPos);
+                                           : kelcl::askForByte<&DBuffer::indexOfAnyOf>(text, c, startPos);
 }
 
 inline unsigned int DString::lastIndexOf(char c, unsigned int startPos) const {
     DBuffer const& text = *buffer();
     return kelcl::standsForItself(text, c) ? kelcl::lastPositionOf(text, c, startPos)
-                                           : text.lastIndexOf(&c, 1, startPos);
+                                           : kelcl::askForByte<&DBuffer::lastIndexOf>(text, c, startPos);
 }
 
 inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) const {
     DBuffer const& text = *buffer();
     return kelcl::standsForItself(text, c) ? kelcl::lastPositionOf(text, c, startPos)
-                                           : text.lastIndexOfAnyOf(&c, 1, startPos);
+                                           : kelcl::askForByte<&DBuffer::lastIndexOfAnyOf>(text, c, startPos);
 }
 
 // A test is a host's code and may change this very string: a copy keeps the text that is searched.

@@ -97,13 +97,20 @@ inline bool standsForItself(DBuffer const& buffer, char byte) noexcept {
     return isExactly<DBuffer>(buffer) || (isExactly<DDBCSBuffer>(buffer) && standsAloneAnywhere(byte));
 }
 
+/// Asks the buffer's class for a byte. Apart, so that searches in line need not have the byte in memory.
+template <unsigned int (DBuffer::*search)(char const*, unsigned int, unsigned int) const>
+[[gnu::noinline]] unsigned int askForByte(DBuffer const& buffer, char byte, unsigned int start) {
+    return (buffer.*search)(&byte, 1, start);
+}
+
 /// From so many bytes on the library searches memory for one byte faster than the C library.
 inline constexpr unsigned int longSearch = 32768;
 
-/// The same as firstPositionOf from an offset on in a long text. What is near is found without the library.
+/// The same as firstPositionOf in a long text and past the end. What is near is found without the library.
 [[gnu::noinline]] inline unsigned int firstPositionInLong(DBuffer const& buffer, char byte,
                                                           unsigned int from) {
     constexpr unsigned int nearby = 4096;
+    if (from >= buffer.length) return 0;
     char const* const text = buffer.contents();
     void const* const found = std::memchr(text + from, byte, nearby);
     if (found == nullptr) return buffer.indexOf(&byte, 1, from + nearby + 1);
@@ -113,10 +120,10 @@ inline constexpr unsigned int longSearch = 32768;
 /// The first position of such a byte from `start` on, else 0.
 inline unsigned int firstPositionOf(DBuffer const& buffer, char byte, unsigned int start) {
     unsigned int const from = start == 0 ? 0 : start - 1;
-    if (from >= buffer.length) return 0;
-    if (buffer.length - from >= longSearch) return firstPositionInLong(buffer, byte, from);
+    unsigned int const count = buffer.length - from; // 0 or, wrapped round, large past the end
+    if (count - 1 >= longSearch || from > buffer.length) return firstPositionInLong(buffer, byte, from);
     char const* const text = buffer.contents();
-    void const* const found = std::memchr(text + from, byte, buffer.length - from);
+    void const* const found = std::memchr(text + from, byte, count);
     return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
 }
 
@@ -134,19 +141,17 @@ inline unsigned int lastPlaceInWord(char const* text, char byte) noexcept {
 /// The last position of such a byte up to `start`, else 0. The nearest bytes, where it often is, are looked
 /// at without a call.
 inline unsigned int lastPositionOf(DBuffer const& buffer, char byte, unsigned int start) {
-    unsigned int end = start < buffer.length ? start : buffer.length;
+    unsigned int const end = start < buffer.length ? start : buffer.length;
     char const* const text = buffer.contents();
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     constexpr unsigned int word = sizeof(std::uint64_t);
-    if (end >= word) {
+    if (end >= word)
         if (unsigned int const place = lastPlaceInWord(text + end - word, byte); place != 0)
             return end - word + place;
-        end -= word;
-    }
 #endif
-    if (end >= longSearch) return buffer.lastIndexOf(&byte, 1, end);
+    if (end > longSearch) return askForByte<&DBuffer::lastIndexOf>(buffer, byte, end);
 #ifdef _GNU_SOURCE
-    void const* const found = end == 0 ? nullptr : memrchr(text, byte, end);
+    void const* const found = memrchr(text, byte, end);
     return found == nullptr ? 0 : static_cast<unsigned int>(static_cast<char const*>(found) - text) + 1;
 #else
     return static_cast<unsigned int>(std::string_view(text, end).rfind(byte) + 1);
