@@ -1184,6 +1184,8 @@ public:
     // A call that gives a `char` where a number is meant does not compile: `remove('-')` would remove from
     // byte 45 on, not the dashes.
     /// @cond
+    template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
+    DString(void const*, A...) = delete;
     template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
     DString subString(A...) const = delete;
     template <class... A, class = kelcl::IfCharIsAmong<1, A...>>

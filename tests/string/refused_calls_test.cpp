@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -39,6 +40,15 @@ TEST(RefusedCalls, CountsAndPositionsOfPieces) {
     EXPECT_ACCEPTED(copy(3));
     EXPECT_REFUSED(charType('1'));
     EXPECT_ACCEPTED(charType(1));
+}
+
+TEST(RefusedCalls, LengthsOfWhatAStringIsMadeFrom) {
+    EXPECT_FALSE((std::is_constructible_v<DString, char const*, char>));
+    EXPECT_FALSE((std::is_constructible_v<DString, char const(&)[4], char, int>));
+    EXPECT_TRUE((std::is_constructible_v<DString, char const*, int>));
+    EXPECT_TRUE((std::is_constructible_v<DString, char const*, unsigned int, char>));
+    EXPECT_TRUE((std::is_constructible_v<DString, void*, int, char const*, int, char>));
+    EXPECT_TRUE((std::is_constructible_v<DString, char>));
 }
 
 TEST(RefusedCalls, Widths) {
