@@ -23,28 +23,32 @@ namespace {
 using limbs::Limb;
 
 /// Up to so many chunks are joined one by one, which is faster then, though quadratic.
-constexpr std::size_t fewChunks = 160;
+constexpr std::size_t fewChunks = 320;
 
 /// Blocks that a longer number is made of: a power of two or three times one, as transforms have them.
 constexpr std::size_t blockChunks = 64;
 
-/// Turns n chunks into a number of n limbs, in place, by appending one after the other.
+/// Turns n chunks into a number of n limbs, in place, by appending two after two.
 template <class Base>
 void joinFew(Limb* chunks, std::size_t n) {
     std::array<Limb, fewChunks> number;
     std::fill_n(number.data(), n, 0);
-    for (std::size_t i = n; i-- > 0;)
-        Base::append(number.data(), n - i, chunks[i]);
+    std::size_t i = n;
+    if (n % 2 != 0) number[0] = chunks[--i];
+    for (; i > 0; i -= 2)
+        Base::append(number.data(), n - i + 2, chunks[i - 1], chunks[i - 2]);
+    Base::settle(number.data(), n);
     std::copy_n(number.data(), n, chunks);
 }
 
-/// What a number is multiplied by when so many chunks are put below it.
+/// What a number is multiplied by when so many chunks, an even number, are put below it.
 template <class Base>
 std::vector<Limb> powerOfChunks(std::size_t chunks) {
     std::vector<Limb> power(chunks);
     power[0] = 1;
-    for (std::size_t i = 0; i < chunks; ++i)
-        Base::append(power.data(), i + 1, 0);
+    for (std::size_t i = 0; i < chunks; i += 2)
+        Base::append(power.data(), i + 2, 0, 0);
+    Base::settle(power.data(), chunks);
     return power;
 }
 

@@ -139,32 +139,71 @@ void multiplyHalves(Limb* out, Limb const* a, Limb const* b, std::size_t n, Limb
     addTo<Base>(out + half, 2 * n - half, middle, std::min(2 * half + 1, 2 * n - half));
 }
 
-} // namespace
+/// A walk through the limbs of a number, which appends a chunk to it.
+template <class Base>
+class Appending;
 
-void Binary::append(Limb* a, std::size_t n, Limb chunk) {
-    constexpr Limb factor = 10'000'000'000'000'000'000U;
-    Limb carry = chunk;
-    for (std::size_t i = 0; i < n; ++i) {
-        WideLimb const product = WideLimb{a[i]} * factor + carry;
-        a[i] = lowLimb(product);
-        carry = highLimb(product);
+template <>
+class Appending<Binary> {
+public:
+    explicit Appending(Limb chunk) : carry_(chunk) {}
+
+    Limb next(Limb limb) {
+        constexpr Limb factor = 10'000'000'000'000'000'000U;
+        WideLimb const product = WideLimb{limb} * factor + carry_;
+        carry_ = highLimb(product);
+        return lowLimb(product);
     }
+
+private:
+    Limb carry_;
+};
+
+/// Leaves limbs above the base, as nothing then waits for a carry. The quotient by the base is estimated by
+/// less than 1.01 too low, so what is left is below 1.01 times the base; the carry that is added is below
+/// 0.91 times the limb that it came from. So limbs stay below 11 times the base, far from the end of a word.
+template <>
+class Appending<Decimal> {
+public:
+    explicit Appending(Limb chunk) : carry_(chunk) {}
+
+    Limb next(Limb limb) {
+        constexpr Limb estimateFactor = lowLimb((WideLimb{1} << (Decimal::bitsOfChunk + 64)) / Decimal::base);
+        Limb const quotient = highLimb(WideLimb{limb} * estimateFactor);
+        Limb const result = (limb << Decimal::bitsOfChunk) - quotient * Decimal::base + carry_;
+        carry_ = quotient;
+        return result;
+    }
+
+private:
+    Limb carry_;
+};
+
+/// Two walks at once, as the carries of one do not wait for those of the other.
+template <class Base>
+void appendBoth(Limb* a, std::size_t n, Limb first, Limb second) {
+    Appending<Base> one(first);
+    Appending<Base> other(second);
+    for (std::size_t i = 0; i < n; ++i)
+        a[i] = other.next(one.next(a[i]));
 }
 
-void Decimal::append(Limb* a, std::size_t n, Limb chunk) {
-    // The quotient by the base is that of the limb alone, estimated at most one too low, and one more at most
-    // with the carry, which therefore is all that a step has to wait for. Whether there is one more is a toss
-    // of a coin, so there are no branches.
-    constexpr Limb estimateFactor = lowLimb((WideLimb{1} << (bitsOfChunk + 64)) / base);
-    Limb carry = chunk;
+} // namespace
+
+void Binary::append(Limb* a, std::size_t n, Limb first, Limb second) {
+    appendBoth<Binary>(a, n, first, second);
+}
+
+void Decimal::append(Limb* a, std::size_t n, Limb first, Limb second) {
+    appendBoth<Decimal>(a, n, first, second);
+}
+
+void Decimal::settle(Limb* a, std::size_t n) {
+    Limb carry = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        Limb const estimate = highLimb(WideLimb{a[i]} * estimateFactor);
-        Limb const remainder = (a[i] << bitsOfChunk) - estimate * base - base;
-        Limb const tooFar = maskOfNegative(remainder);
-        Limb const sum = remainder + (base & tooFar) + carry - base;
-        Limb const tooFarAgain = maskOfNegative(sum);
-        a[i] = sum + (base & tooFarAgain);
-        carry = estimate + 2 + tooFar + tooFarAgain;
+        Limb const limb = a[i] + carry;
+        carry = limb / base;
+        a[i] = limb % base;
     }
 }
 

@@ -36,8 +36,9 @@ struct Binary {
         borrow = highLimb(difference) & 1U;
         return lowLimb(difference);
     }
-    /// a[0..n) = a * 10^19 + chunk, which has room.
-    static void append(Limb* a, std::size_t n, Limb chunk);
+    /// a[0..n) = (a * 10^19 + first) * 10^19 + second, which has room.
+    static void append(Limb* a, std::size_t n, Limb first, Limb second);
+    static void settle(Limb*, std::size_t) {}
 };
 
 /// Limbs of 16 decimal digits, and what they are read from: 53 bits at a time.
@@ -60,8 +61,10 @@ struct Decimal {
         borrow = 0 - isNegative;
         return difference + (base & isNegative);
     }
-    /// a[0..n) = a * 2^53 + chunk, which has room.
-    static void append(Limb* a, std::size_t n, Limb chunk);
+    /// a[0..n) = (a * 2^53 + first) * 2^53 + second, which has room. Limbs may be above the base until they
+    /// are settled.
+    static void append(Limb* a, std::size_t n, Limb first, Limb second);
+    static void settle(Limb* a, std::size_t n);
 };
 
 /// a[0..n) += b[0..m), m at most n; returns the carry.

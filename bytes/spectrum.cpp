@@ -24,6 +24,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace kelcl {
@@ -248,34 +249,42 @@ KELCL_INLINED void joinAll(double* re, double* im, std::size_t n, Root const* ro
     if (std::countr_zero(n) % 2 != 0) joinTwo(re, im, re + n / 2, im + n / 2, n / 2, roots[1]);
 }
 
+/// The coefficients of a block. Named as one, since compilers make of loops over arrays, whose stretches
+/// overlap, stores and loads that wait for each other.
+using Four __attribute__((vector_size(blockSize * sizeof(double)))) = double;
+
+KELCL_INLINED void load(Four& to, double const* from) { std::memcpy(&to, from, sizeof to); }
+
+/// The coefficients times t, t^2 and t^3 modulo t^4 - r, where `wrapped` are those times r.
+struct Shifted {
+    Four by0, by1, by2, by3;
+
+    KELCL_INLINED Shifted(Four const& b, Four const& wrapped)
+        : by0(b), by1(__builtin_shufflevector(wrapped, b, 3, 4, 5, 6)),
+          by2(__builtin_shufflevector(wrapped, b, 2, 3, 4, 5)),
+          by3(__builtin_shufflevector(wrapped, b, 1, 2, 3, 4)) {}
+};
+
 /// out = a * b modulo t^4 - r, all times `scale`.
 KELCL_INLINED void multiplyBlock(double* re, double* im, double const* otherRe, double const* otherIm, Root r,
                                  double scale) {
-    // The coefficients of b, after those that have wrapped around: so each of a meets four in a row.
-    double bRe[2 * blockSize - 1];
-    double bIm[2 * blockSize - 1];
-    for (std::size_t k = 0; k < blockSize; ++k) {
-        bRe[blockSize - 1 + k] = otherRe[k];
-        bIm[blockSize - 1 + k] = otherIm[k];
-    }
-    for (std::size_t k = 1; k < blockSize; ++k) {
-        bRe[k - 1] = otherRe[k] * r.real - otherIm[k] * r.imaginary;
-        bIm[k - 1] = otherRe[k] * r.imaginary + otherIm[k] * r.real;
-    }
-    double sumRe[blockSize] = {};
-    double sumIm[blockSize] = {};
-    for (std::size_t i = 0; i < blockSize; ++i) {
-        double const aRe = re[i] * scale;
-        double const aIm = im[i] * scale;
-        for (std::size_t k = 0; k < blockSize; ++k) {
-            sumRe[k] += aRe * bRe[blockSize - 1 + k - i] - aIm * bIm[blockSize - 1 + k - i];
-            sumIm[k] += aRe * bIm[blockSize - 1 + k - i] + aIm * bRe[blockSize - 1 + k - i];
-        }
-    }
-    for (std::size_t k = 0; k < blockSize; ++k) {
-        re[k] = sumRe[k];
-        im[k] = sumIm[k];
-    }
+    Four bRe, bIm, aRe, aIm;
+    load(bRe, otherRe);
+    load(bIm, otherIm);
+    load(aRe, re);
+    load(aIm, im);
+    aRe *= scale;
+    aIm *= scale;
+    Shifted const real(bRe, bRe * r.real - bIm * r.imaginary);
+    Shifted const imaginary(bIm, bRe * r.imaginary + bIm * r.real);
+    Four const sumRe =
+        aRe[0] * real.by0 - aIm[0] * imaginary.by0 + (aRe[1] * real.by1 - aIm[1] * imaginary.by1) +
+        (aRe[2] * real.by2 - aIm[2] * imaginary.by2) + (aRe[3] * real.by3 - aIm[3] * imaginary.by3);
+    Four const sumIm =
+        aRe[0] * imaginary.by0 + aIm[0] * real.by0 + (aRe[1] * imaginary.by1 + aIm[1] * real.by1) +
+        (aRe[2] * imaginary.by2 + aIm[2] * real.by2) + (aRe[3] * imaginary.by3 + aIm[3] * real.by3);
+    std::memcpy(re, &sumRe, sizeof sumRe);
+    std::memcpy(im, &sumIm, sizeof sumIm);
 }
 
 KELCL_INLINED void multiplyAll(double* re, double* im, double const* otherRe, double const* otherIm,

@@ -142,7 +142,8 @@ TEST(Decimal, IsReadAsSchoolbookCodeDoesForEveryLengthUpTo1500) {
 
 TEST(Decimal, OfLongNumbersIsAsSchoolbookCodeHasIt) {
     std::mt19937 random(503);
-    for (std::size_t n : {1023U, 1024U, 2047U, 3000U, 4850U, 4851U, 9000U, 16'384U}) {
+    for (std::size_t n : {1023U, 1024U, 2047U, 2118U, 2119U, 2120U, 2121U, 2525U, 2526U, 2527U, 3000U, 4850U,
+                          4851U, 9000U, 16'384U}) {
         std::string const bytes = shapedBytes(random, n);
         std::string const digits = plainDecimal(bytes);
         ASSERT_EQ(decimalOf(bytes), digits) << n;
@@ -232,6 +233,25 @@ TEST(LimbProducts, InBothBasesAreWhatSchoolbookCodeGives) {
             auto const d = shapedLimbs(random, n, Decimal::base, Decimal::halfPieces);
             ASSERT_TRUE(productOf<Decimal>(c, d) == plainProduct(c, d, Decimal::base)) << n;
         }
+}
+
+TEST(DecimalLimbs, StayBelowElevenTimesTheBaseBeforeTheyAreSettled) {
+    using kelcl::limbs::Decimal;
+    constexpr std::size_t chunks = 640;
+    constexpr Limb largest = (Limb{1} << Decimal::bitsOfChunk) - 1;
+    std::mt19937_64 random(509);
+    Limb most = 0;
+    for (int round = 0; round < 20; ++round) {
+        std::vector<Limb> number(chunks);
+        for (std::size_t i = 2; i <= chunks; i += 2) {
+            Decimal::append(number.data(), i, round == 0 ? largest : random() & largest,
+                            round == 0 ? largest : random() & largest);
+            most = std::max(most, *std::max_element(number.begin(), number.end()));
+        }
+        Decimal::settle(number.data(), chunks);
+        EXPECT_LT(*std::max_element(number.begin(), number.end()), Decimal::base);
+    }
+    EXPECT_LT(most, 11 * Decimal::base);
 }
 
 /// How far the coefficients of a product of two rows are from whole numbers at most.
