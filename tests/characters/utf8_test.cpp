@@ -1,5 +1,7 @@
 // The UTF-8 kernels against a plain model, on valid text, on every kind of mistake, and at the end of a page.
 #include "characters/utf8.h"
+#include "characters/utf8_blocks.h"
+#include "characters/utf8_widen_wide.h"
 
 #include <gtest/gtest.h>
 
@@ -81,6 +83,17 @@ private:
     char* begin_;
 };
 
+/// One form of the widening: as in the model as far as it goes, which is to the end where there is no
+/// mistake.
+[[maybe_unused]] void expectWidenedAsInModel(kelcl::Extent (*widen)(wchar_t*, char const*, size_t),
+                                             Model const& model, char const* p, size_t n, wchar_t* wide) {
+    kelcl::Extent const widened = widen(wide, p, n);
+    ASSERT_LE(widened.bytes, model.bytes);
+    ASSERT_LE(widened.characters, model.values.size());
+    ASSERT_TRUE(std::equal(wide, wide + widened.characters, model.values.begin()));
+    ASSERT_TRUE(model.bytes != n || widened.characters == model.values.size());
+}
+
 void expectAsInModel(std::string const& text) {
     static GuardedPages input;
     static GuardedPages output;
@@ -102,6 +115,15 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(widened.bytes, model.bytes);
     ASSERT_EQ(widened.characters, model.values.size());
     ASSERT_TRUE(std::equal(model.values.begin(), model.values.end(), wide));
+
+#if KELCL_HAS_BLOCKS
+    if (kelcl::processorHasBlocks() && text.size() >= kelcl::shortestForBlocks)
+        expectWidenedAsInModel(kelcl::blocks::widen, model, p, text.size(), wide);
+#endif
+#if KELCL_HAS_WIDE
+    if (kelcl::processorHasWide())
+        expectWidenedAsInModel(kelcl::wide_utf8::widen, model, p, text.size(), wide);
+#endif
 
     std::string const plain = text.substr(0, model.bytes);
     std::string backwards;
