@@ -73,6 +73,26 @@ KELCL_WIDE_INLINE std::size_t narrowStep(char* out, std::size_t room, wchar_t co
     return count;
 }
 
+/// Writes ASCII characters 64 at a time, as long as there are so many. Returns how many.
+KELCL_WIDE_INLINE std::size_t narrowAscii(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+    constexpr std::size_t turn = 64;
+    constexpr __mmask16 all = 0xFFFF;
+    std::size_t at = 0;
+    for (std::size_t const most = std::min(n, room); most - at >= turn; at += turn) {
+        __m512i const first = _mm512_loadu_si512(in + at);
+        __m512i const second = _mm512_loadu_si512(in + at + 16);
+        __m512i const third = _mm512_loadu_si512(in + at + 32);
+        __m512i const fourth = _mm512_loadu_si512(in + at + 48);
+        if (_mm512_cmpge_epu32_mask(first | second | third | fourth, numbers(0x80)) != 0) break;
+        auto* const to = reinterpret_cast<__m128i*>(out + at);
+        _mm_storeu_si128(to, _mm512_maskz_cvtepi32_epi8(all, first));
+        _mm_storeu_si128(to + 1, _mm512_maskz_cvtepi32_epi8(all, second));
+        _mm_storeu_si128(to + 2, _mm512_maskz_cvtepi32_epi8(all, third));
+        _mm_storeu_si128(to + 3, _mm512_maskz_cvtepi32_epi8(all, fourth));
+    }
+    return at;
+}
+
 /// As far as all 16, or those that are left, are code points and have room.
 KELCL_WIDE inline Extent narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     constexpr std::size_t most = 16;
@@ -82,6 +102,11 @@ KELCL_WIDE inline Extent narrow(char* out, std::size_t room, wchar_t const* in, 
         std::size_t const size = narrowStep(out + done.bytes, room - done.bytes, in + done.characters, count);
         if (size == 0) break;
         done = {done.bytes + size, done.characters + count};
+        if (size != count) continue;
+        std::size_t const ascii =
+            narrowAscii(out + done.bytes, room - done.bytes, in + done.characters,
+                        n - done.characters); // where there is some, there is often more
+        done = {done.bytes + ascii, done.characters + ascii};
     }
     return done;
 }
