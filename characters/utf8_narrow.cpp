@@ -170,6 +170,9 @@ KELCL_INLINED std::size_t lengthOfAll(wchar_t const* values, std::size_t n) {
 } // namespace
 
 std::size_t utf8LengthOfAll(wchar_t const* values, std::size_t n) {
+#if KELCL_HAS_WIDE
+    if (processorHasWide()) return wide_utf8::lengthOfAll(values, n);
+#endif
     return multiversioned<lengthOfAll>(values, n);
 }
 

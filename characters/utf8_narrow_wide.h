@@ -73,6 +73,19 @@ KELCL_WIDE_INLINE std::size_t narrowStep(char* out, std::size_t room, wchar_t co
     return count;
 }
 
+/// What n code points take.
+KELCL_WIDE inline std::size_t lengthOfAll(wchar_t const* values, std::size_t n) {
+    std::size_t bytes = n;
+    for (std::size_t at = 0; at < n; at += 16) {
+        auto const those = static_cast<__mmask16>((1U << std::min<std::size_t>(n - at, 16)) - 1);
+        __m512i const some = _mm512_maskz_loadu_epi32(those, values + at);
+        for (unsigned int const least : {0x80U, 0x800U, 0x10000U})
+            bytes += static_cast<std::size_t>(
+                std::popcount(unsigned{_mm512_cmpge_epu32_mask(some, numbers(least))}));
+    }
+    return bytes;
+}
+
 /// Writes ASCII characters 64 at a time, as long as there are so many. Returns how many.
 KELCL_WIDE_INLINE std::size_t narrowAscii(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     constexpr std::size_t turn = 64;

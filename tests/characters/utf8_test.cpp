@@ -169,6 +169,7 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(narrowed.bytes, model.bytes);
     ASSERT_EQ(narrowed.characters, model.values.size());
     ASSERT_EQ(std::memcmp(narrow, text.data(), model.bytes), 0);
+    ASSERT_EQ(kelcl::utf8LengthOfAll(model.values.data(), model.values.size()), model.bytes);
 }
 
 class Texts {
