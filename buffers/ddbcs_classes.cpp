@@ -114,20 +114,10 @@ bool areMembers(std::string_view text, std::size_t at, kelcl::ByteSet const& asc
     return true;
 }
 
-/// Whether all characters are of a class, from where a search begins: a class that a host derived may say
-/// that this is not the front.
-bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
-    if (buffer.length == 0) return false;
-    unsigned int const first = kelcl::isLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
-    if (first == 0 || first > buffer.length) return true;
+/// Whether all characters from `at` on are of a class. A function of its own, as it needs room.
+[[gnu::noinline]] bool restConsistsOf(kelcl::CharacterClass const& members, DBuffer const& buffer,
+                                      std::size_t at) {
     std::string_view const text(buffer.contents(), buffer.length);
-    std::size_t at = first - 1;
-    if (kelcl::isUtf8Codeset()) { // ASCII bytes are characters of their own, and stand for themselves
-        std::size_t const skipped = kelcl::findFirstNotIn(text.substr(at), members.ascii);
-        if (skipped == kelcl::notFound) return true;
-        at += skipped;
-        if (static_cast<signed char>(text[at]) >= 0) return false;
-    }
     WideWalk walk(buffer);
     at = skipMembers(text, at, members.ascii, kelcl::identityBytes(walk.encoding()));
     if (at == text.size()) return true;
@@ -136,6 +126,23 @@ bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& bu
     return kelcl::withAnswers<bool>(text.size() - at, ask, yes, [&](auto isMember) {
         return areMembers(text, at, members.ascii, walk, isMember);
     });
+}
+
+/// Whether all characters are of a class, from where a search begins: a class that a host derived may say
+/// that this is not the front.
+bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& buffer) {
+    if (buffer.length == 0) return false;
+    unsigned int const first = kelcl::isLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
+    if (first == 0 || first > buffer.length) return true;
+    std::string_view const rest(buffer.contents() + first - 1, buffer.length - first + 1);
+    std::size_t const skipped = kelcl::findFirstNotIn(rest, members.ascii);
+    // Where there is nothing but ASCII, each byte is a character in every encoding.
+    if (skipped == kelcl::notFound && members.isAlphanumericInAscii) return true;
+    if (!kelcl::isUtf8Codeset()) return restConsistsOf(members, buffer, first - 1);
+    // In UTF-8 ASCII bytes always are, and stand for themselves.
+    if (skipped == kelcl::notFound) return true;
+    return static_cast<signed char>(rest[skipped]) < 0 &&
+           restConsistsOf(members, buffer, first - 1 + skipped);
 }
 
 bool isDoubleWidth(WideCharacter const& character) {

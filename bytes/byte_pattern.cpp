@@ -1,13 +1,16 @@
 // Searches for patterns. Candidates are the places where the first, the middle and the last byte of the
-// pattern stand, looked for 32 places at a time; when many of them come to nothing, the C library's linear
+// pattern stand, looked for 64 places at a time; when many of them come to nothing, the C library's linear
 // search takes over.
 
 #include "bytes/byte_compare.h"
-#include "bytes/byte_scan.h"
 #include "bytes/byte_search.h"
-#include "bytes/wide_search.h"
+#include "bytes/dispatch.h"
+#include "bytes/pattern_candidates.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace kelcl {
@@ -100,72 +103,31 @@ std::size_t countLinear(std::string_view text, std::string_view pattern) {
 
 #if KELCL_HAS_BLOCKS
 
-/// The places where the first, the middle and the last byte of the pattern stand, and an account of what it
-/// costs that the pattern does not.
-class Candidates {
+/// Compares the pattern at candidates, with an account of what it costs that it does not stand there.
+class Comparison {
 public:
-    KELCL_BLOCKS_INLINE Candidates(std::string_view text, std::string_view pattern)
-        : text_(text.data()), pattern_(pattern), places_(text.size() - pattern.size() + 1),
-          middle_(pattern.size() / 2), costOfFailure_(1 + pattern.size() / 16) {}
+    KELCL_INLINED explicit Comparison(std::string_view pattern)
+        : pattern_(pattern), costOfFailure_(1 + pattern.size() / 16) {}
 
-    /// How many places there are.
-    KELCL_BLOCKS_INLINE std::size_t places() const { return places_; }
-
-    /// One bit for each of n places from the one at the offset on, n at most 64: whether it is a candidate.
-    KELCL_BLOCKS_INLINE std::uint64_t mask(std::size_t at, std::size_t n) const {
-        constexpr std::size_t blockSize = blocks::blockSize;
-        if (n >= 64) return mask64(at);
-        if (n >= blockSize) // two blocks that overlap
-            return of32(at).topBits() | std::uint64_t{of32(at + n - blockSize).topBits()} << (n - blockSize);
-        if (n < 4) return (1U << n) - 1;      // so few are compared at once
-        char const* const place = text_ + at; // of so few the middle would cost more than it saves
-        return blocks::maskOfFewer(place, n, EqualTo{pattern_.front()}) &
-               blocks::maskOfFewer(place + pattern_.size() - 1, n, EqualTo{pattern_.back()});
-    }
-
-    /// The place up to which the places from the offset on are no candidates, as far as it can be told
-    /// without looking at each: that is for long texts.
-    std::size_t passedBy(std::size_t at) const {
-#if KELCL_HAS_WIDE
-        constexpr std::size_t worthTheCall = 256;
-        if (places_ - at >= worthTheCall && processorHasWide())
-            return wide::passedBy(text_, at, places_, pattern_);
-#endif
-        return at;
-    }
-
-    /// Whether the pattern stands at a candidate.
-    KELCL_BLOCKS_INLINE bool matches(std::size_t place) {
-        if (sameBytes(text_ + place, pattern_.data(), pattern_.size())) return true;
+    KELCL_INLINED bool matches(char const* place) {
+        if (sameBytes(place, pattern_.data(), pattern_.size())) return true;
         spent_ += costOfFailure_;
         return false;
     }
 
     /// Whether failed candidates cost so much, measured by the bytes gone through, that the linear search is
     /// faster. For short patterns that never is the case.
-    KELCL_BLOCKS_INLINE bool areTooCostly(std::size_t scanned) const { return spent_ > 4096 + 4 * scanned; }
+    KELCL_INLINED bool isTooCostly(std::size_t scanned) const { return spent_ > 4096 + 4 * scanned; }
 
 private:
-    KELCL_BLOCKS_INLINE Block of32(std::size_t at) const {
-        char const* const place = text_ + at;
-        return equal(Block::load(place), Block::of(pattern_.front())) &
-               equal(Block::load(place + pattern_.size() - 1), Block::of(pattern_.back())) &
-               equal(Block::load(place + middle_), Block::of(pattern_[middle_]));
-    }
-    KELCL_BLOCKS_INLINE std::uint64_t mask64(std::size_t at) const {
-        Block const first = of32(at);
-        Block const last = of32(at + blocks::blockSize);
-        if (!(first | last).anyTopBit()) return 0;
-        return first.topBits() | std::uint64_t{last.topBits()} << 32U;
-    }
-
-    char const* text_;
     std::string_view pattern_;
-    std::size_t places_;
-    std::size_t middle_;
     std::size_t costOfFailure_; // in the time that it takes to compare 16 bytes
     std::size_t spent_ = 0;
 };
+
+/// So few places that all of them are taken for candidates.
+constexpr std::size_t fewPlaces = 3;
+constexpr Candidates allOf(std::size_t few) { return {0, (std::uint64_t{1} << few) - 1}; }
 
 /// Takes one.
 struct First {
@@ -178,61 +140,60 @@ struct First {
 
 /// Adds the matches as addLinear does, by candidates as long as these are not too many.
 template <class Found>
-KELCL_BLOCKS_INLINE void addByCandidates(std::string_view text, std::string_view pattern, Found& found) {
-    Candidates candidates(text, pattern);
-    std::size_t const places = candidates.places();
-    std::size_t next = 0;
-    for (std::size_t at = 0; at < places; at = std::max(at + 64, next)) {
-        std::uint64_t mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
-        if (mask == 0 && places - at > 64) {
-            at = candidates.passedBy(at + 64);
-            mask = candidates.mask(at, std::min<std::size_t>(places - at, 64));
-            while (mask == 0 && places - at > 128)
-                mask = candidates.mask(at += 64, 64);
-        }
-        for (; mask != 0; mask &= mask - 1) {
-            std::size_t const place = at + blocks::lowestBit(mask);
+KELCL_INLINED void addByCandidates(std::string_view text, std::string_view pattern, Found& found) {
+    Comparison comparison(pattern);
+    char const* const bytes = text.data();
+    std::size_t const places = text.size() - pattern.size() + 1;
+    for (std::size_t at = 0, next = 0; at < places;) {
+        std::size_t const left = places - at;
+        auto const [offset, mask] =
+            left <= fewPlaces ? allOf(left) : firstCandidates(bytes + at, left, pattern);
+        at += offset;
+        for (std::uint64_t candidates = mask; candidates != 0; candidates &= candidates - 1) {
+            std::size_t const place = at + static_cast<std::size_t>(std::countr_zero(candidates));
             if (place < next) continue;
-            if (candidates.matches(place)) {
+            if (comparison.matches(bytes + place)) {
                 if (!found.add(place)) return;
                 next = place + pattern.size();
-            } else if (candidates.areTooCostly(at)) {
+            } else if (comparison.isTooCostly(at)) {
                 return addLinear(text, pattern, place + 1, found);
             }
         }
+        at += 64;
+        if (next > at) at = next;
     }
 }
 
-KELCL_BLOCKS std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
+std::size_t findByCandidates(std::string_view text, std::string_view pattern) {
     First first;
     addByCandidates(text, pattern, first);
     return first.offset;
 }
 
-KELCL_BLOCKS std::size_t listByCandidates(std::string_view text, std::string_view pattern, List list) {
+std::size_t listByCandidates(std::string_view text, std::string_view pattern, List list) {
     addByCandidates(text, pattern, list);
     return list.count;
 }
 
-KELCL_BLOCKS std::size_t countByCandidates(std::string_view text, std::string_view pattern) {
+std::size_t countByCandidates(std::string_view text, std::string_view pattern) {
     Count count;
     addByCandidates(text, pattern, count);
     return count.count;
 }
 
-KELCL_BLOCKS std::size_t findLastByCandidates(std::string_view text, std::string_view pattern) {
-    Candidates candidates(text, pattern);
-    for (std::size_t end = candidates.places(); end > 0;) {
-        std::size_t const n = std::min<std::size_t>(end, 64);
-        end -= n;
-        std::uint64_t mask = candidates.mask(end, n);
-        while (mask != 0) {
-            std::size_t const bit = blocks::highestBit(mask);
-            if (candidates.matches(end + bit)) return end + bit;
-            if (candidates.areTooCostly(candidates.places() - end))
-                return findLastLinear(text.substr(0, end + bit + pattern.size() - 1), pattern);
-            mask ^= std::uint64_t{1} << bit;
+std::size_t findLastByCandidates(std::string_view text, std::string_view pattern) {
+    Comparison comparison(pattern);
+    std::size_t const places = text.size() - pattern.size() + 1;
+    for (std::size_t end = places; end > 0;) {
+        auto const [at, mask] = end <= fewPlaces ? allOf(end) : lastCandidates(text.data(), end, pattern);
+        for (std::uint64_t candidates = mask; candidates != 0;) {
+            auto const bit = static_cast<std::size_t>(63 - std::countl_zero(candidates));
+            if (comparison.matches(text.data() + at + bit)) return at + bit;
+            if (comparison.isTooCostly(places - at))
+                return findLastLinear(text.substr(0, at + bit + pattern.size() - 1), pattern);
+            candidates ^= std::uint64_t{1} << bit;
         }
+        end = at;
     }
     return notFound;
 }

@@ -15,9 +15,9 @@
 // is set once. There are no functions chosen by the loader (as target_clones makes): a library exports their
 // resolvers whatever their visibility, and the loader calls them before the run time of a sanitizer is ready.
 //
-// A third form is for long texts only, on x86-64 with AVX-512 VBMI, which takes 64 bytes at once and looks
-// them up in a table of 128: a search in blocks may be told by it how much of a text it can pass by. What it
-// is told that way stands in wide_search.h, and nowhere else.
+// A third form, on x86-64 with AVX-512 VBMI and VBMI2, takes 64 bytes at once and looks them up in a table of
+// 128. In wide_search.h it tells a search in blocks how much of a long text it can pass by; for patterns, in
+// pattern_candidates.h, and for UTF-8 it does the same as the form in blocks beside it.
 //
 // Building with KELCL_PORTABLE_KERNELS, or for any other machine, leaves only the plain forms; then the names
 // of forms in blocks are not even declared, which is why KELCL_DISPATCH is a macro.
@@ -52,8 +52,9 @@
 #if defined(__x86_64__)
 #define KELCL_HAS_WIDE 1
 /// A function of that third form; to be called where processorHasWide() says so.
-#define KELCL_WIDE __attribute__((target("avx512f,avx512bw,avx512vbmi")))
-#define KELCL_WIDE_INLINE inline __attribute__((target("avx512f,avx512bw,avx512vbmi"), always_inline))
+#define KELCL_WIDE __attribute__((target("avx512f,avx512bw,avx512vbmi,avx512vbmi2")))
+#define KELCL_WIDE_INLINE                                                                                    \
+    inline __attribute__((target("avx512f,avx512bw,avx512vbmi,avx512vbmi2"), always_inline))
 #else
 #define KELCL_HAS_WIDE 0
 #endif
@@ -82,7 +83,8 @@ inline bool processorHasBlocks() {
 
 #if KELCL_HAS_WIDE
 inline bool processorHasWide() {
-    return __builtin_cpu_supports("avx512vbmi") != 0 && __builtin_cpu_supports("avx512bw") != 0;
+    return __builtin_cpu_supports("avx512vbmi") != 0 && __builtin_cpu_supports("avx512vbmi2") != 0 &&
+           __builtin_cpu_supports("avx512bw") != 0;
 }
 #endif
 

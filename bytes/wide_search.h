@@ -1,6 +1,6 @@
 // How much of a long text a search can pass by, told 64 bytes at a time on processors that can: for one byte,
-// for the members of a set, by tables of 128 entries, and for the first, the middle and the last byte of a
-// pattern.
+// and for the members of a set, by tables of 128 entries. What is for patterns stands in
+// pattern_candidates.h.
 #ifndef KELCL_BYTES_WIDE_SEARCH_H
 #define KELCL_BYTES_WIDE_SEARCH_H
 
@@ -156,25 +156,6 @@ KELCL_WIDE inline std::size_t countBefore(std::string_view text, char byte) {
 }
 KELCL_WIDE inline std::size_t countUpTo(std::string_view text, char byte) {
     return countUpTo(text, OneByte(byte));
-}
-
-/// A place from `at` on up to which the pattern does not stand anywhere, because of its first, its middle or
-/// its last byte. The text has `places` where it could stand.
-KELCL_WIDE inline std::size_t passedBy(char const* text, std::size_t at, std::size_t places,
-                                       std::string_view pattern) {
-    std::size_t const toMiddle = pattern.size() / 2;
-    std::size_t const toLast = pattern.size() - 1;
-    __m512i const first = _mm512_set1_epi8(pattern.front());
-    __m512i const middle = _mm512_set1_epi8(pattern[toMiddle]);
-    __m512i const last = _mm512_set1_epi8(pattern.back());
-    auto const candidates = [&](char const* place) KELCL_WIDE {
-        __mmask64 mask = _mm512_cmpeq_epi8_mask(_mm512_loadu_si512(place), first);
-        mask = _mm512_mask_cmpeq_epi8_mask(mask, _mm512_loadu_si512(place + toMiddle), middle);
-        return _mm512_mask_cmpeq_epi8_mask(mask, _mm512_loadu_si512(place + toLast), last);
-    };
-    for (; places - at >= 2 * step; at += 2 * step)
-        if ((candidates(text + at) | candidates(text + at + step)) != 0) break;
-    return at;
 }
 
 } // namespace kelcl::wide

@@ -23,6 +23,17 @@ struct CharacterClass {
     /// Whether all of those in ASCII can never be part of longer characters, whatever the encoding.
     bool standsAloneAnywhere = allStandAlone(ascii);
 
+    /// Whether all of those in ASCII have the same values in every encoding, where they are characters of
+    /// their own: letters and digits have, some punctuation has not.
+    bool isAlphanumericInAscii = allAreAlphanumeric(ascii);
+
+    static constexpr bool allAreAlphanumeric(ByteSet const& members) {
+        for (int c = 0; c < 128; ++c) {
+            bool const isLetter = (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
+            if (members.contains(static_cast<char>(c)) && !isLetter && !(c >= '0' && c <= '9')) return false;
+        }
+        return true;
+    }
     static constexpr bool allStandAlone(ByteSet const& members) {
         for (int c = 0; c < 128; ++c)
             if (members.contains(static_cast<char>(c)) && !kelcl::standsAloneAnywhere(static_cast<char>(c)))

@@ -93,6 +93,10 @@ unsigned int findBytePos(char const* s, unsigned int len, unsigned int charNum) 
 
 unsigned int findCharNum(char const* s, unsigned int len, unsigned int bytePos) {
     if (isOutside(s, len, bytePos)) return 0;
+    if (kelcl::isUtf8Locale()) { // mostly there is nothing to walk
+        kelcl::Extent const run = kelcl::plainUtf8Run(s, bytePos);
+        if (run.bytes == bytePos) return static_cast<unsigned int>(run.characters);
+    }
     ForwardWalk walk(s);
     return walk.passes(bytePos) ? walk.number() : 0;
 }

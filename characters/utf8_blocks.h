@@ -4,6 +4,7 @@
 #define KELCL_CHARACTERS_UTF8_BLOCKS_H
 
 #include "bytes/block.h"
+#include "characters/utf8.h"
 
 #include <array>
 #include <cstddef>
@@ -22,6 +23,13 @@ namespace blocks {
 /// Where each of 16 bytes comes from among 16 others, for lookUp.
 using Shuffle = std::array<unsigned char, 16>;
 inline constexpr unsigned char noByte = 0x80; ///< Gives 0.
+
+/// widenUtf8() in blocks: for a text of at least 16 bytes, up to a block with a mistake.
+KELCL_BLOCKS Extent widen(wchar_t* out, char const* in, std::size_t n);
+
+/// narrowUtf8() in blocks: up to 16 values that are not all code points of at most three bytes, or have no
+/// room.
+KELCL_BLOCKS Extent narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n);
 
 } // namespace blocks
 #endif

@@ -17,6 +17,7 @@
 //   moved together       41 C3 A4 E2 82 AC 42
 #include "characters/utf8.h"
 #include "characters/utf8_blocks.h"
+#include "characters/utf8_narrow_wide.h"
 
 #include <algorithm>
 #include <cstring>
@@ -115,8 +116,10 @@ KELCL_BLOCKS inline std::size_t narrowEnd(char* out, std::size_t room, wchar_t c
     return size;
 }
 
-/// What is written too much lies within what the following characters take.
-KELCL_BLOCKS inline Extent narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+} // namespace
+
+// What is written too much lies within what the following characters take.
+KELCL_BLOCKS Extent narrow(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     constexpr std::size_t marginIn = narrowStep + narrowExcess;
     constexpr std::size_t marginOut = 3 * narrowStep + narrowExcess + 4; // one of four bytes may not fit
     Extent done{0, 0};
@@ -139,6 +142,16 @@ KELCL_BLOCKS inline Extent narrow(char* out, std::size_t room, wchar_t const* in
     return done;
 }
 
+namespace {
+
+/// In the form for this processor.
+inline Extent narrowByProcessor(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
+#if KELCL_HAS_WIDE
+    if (processorHasWide()) return wide_utf8::narrow(out, room, in, n);
+#endif
+    return narrow(out, room, in, n);
+}
+
 } // namespace
 } // namespace blocks
 #endif
@@ -157,15 +170,19 @@ KELCL_INLINED std::size_t lengthOfAll(wchar_t const* values, std::size_t n) {
 } // namespace
 
 std::size_t utf8LengthOfAll(wchar_t const* values, std::size_t n) {
+#if KELCL_HAS_WIDE
+    if (processorHasWide()) return wide_utf8::lengthOfAll(values, n);
+#endif
     return multiversioned<lengthOfAll>(values, n);
 }
 
 Extent narrowUtf8(char* out, std::size_t room, wchar_t const* in, std::size_t n) {
     Extent done{0, 0};
     while (done.characters < n) {
-        Extent const more = KELCL_DISPATCH(
-            blocks::narrow(out + done.bytes, room - done.bytes, in + done.characters, n - done.characters),
-            Extent{});
+        Extent const more =
+            KELCL_DISPATCH(blocks::narrowByProcessor(out + done.bytes, room - done.bytes,
+                                                     in + done.characters, n - done.characters),
+                           Extent{});
         done = {done.bytes + more.bytes, done.characters + more.characters};
         for (std::size_t const stop = std::min(n, done.characters + takenWithoutBlocks);
              done.characters < stop; ++done.characters) {

@@ -45,15 +45,20 @@ public:
     /// What is wrong in the 64 bytes at a place, which three bytes stand before: bits that are all 0 where
     /// they continue plain text.
     KELCL_WIDE_INLINE __m512i at(char const* p) const {
+        return in(load(p), load(p - 1), load(p - 2), load(p - 3));
+    }
+
+    /// The same, given the bytes and those one, two and three places earlier.
+    KELCL_WIDE_INLINE __m512i in(__m512i bytes, __m512i oneEarlier, __m512i twoEarlier,
+                                 __m512i threeEarlier) const {
         constexpr int orAnd = 0xA8; // (a | b) & c
-        __m512i const third = _mm512_subs_epu8(load(p - 2), repeated(0xE0 - 0x80));
-        __m512i const fourth = _mm512_subs_epu8(load(p - 3), repeated(0xF0 - 0x80));
+        __m512i const third = _mm512_subs_epu8(twoEarlier, repeated(0xE0 - 0x80));
+        __m512i const fourth = _mm512_subs_epu8(threeEarlier, repeated(0xF0 - 0x80));
         __m512i const due =
             _mm512_ternarylogic_epi64(third, fourth, repeated(blocks::twoContinuations), orAnd);
-        __m512i const bytes = load(p);
         __m512i const high = _mm512_and_si512(_mm512_srli_epi16(bytes, 4), repeated(0x0F));
         constexpr int andXor = 0x6A; // (a & b) ^ c
-        return _mm512_ternarylogic_epi64(after(load(p - 1)), _mm512_shuffle_epi8(rowsOfHigh_, high), due,
+        return _mm512_ternarylogic_epi64(after(oneEarlier), _mm512_shuffle_epi8(rowsOfHigh_, high), due,
                                          andXor);
     }
 

@@ -14,9 +14,9 @@
 //   summed up        00000041        00003164        000E412C        00000000
 //   less the marks   00000000        00003080        000E2080        00000000
 //   code points      U+0041          U+00E4          U+20AC          none: three begin in the window
-#include "characters/utf8_validate.h"
-
 #include "characters/utf8.h"
+#include "characters/utf8_validate.h"
+#include "characters/utf8_widen_wide.h"
 
 #include <algorithm>
 #include <utility>
@@ -142,9 +142,11 @@ KELCL_BLOCKS_INLINE Extent widenLast(wchar_t* out, char const* in, Extent done, 
     return end;
 }
 
-/// For a text of at least 16 bytes. A block is widened once the next one is known, which tells where its last
-/// character ends and has room for what is written too much.
-KELCL_BLOCKS inline Extent widen(wchar_t* out, char const* in, std::size_t n) {
+} // namespace
+
+// A block is widened once the next one is known, which tells where its last character ends and has room for
+// what is written too much.
+KELCL_BLOCKS Extent widen(wchar_t* out, char const* in, std::size_t n) {
     Piece const nothing{Block::zero(), ~std::uint32_t{0}};
     Piece previous = nothing;
     Extent done{0, 0};
@@ -164,12 +166,23 @@ KELCL_BLOCKS inline Extent widen(wchar_t* out, char const* in, std::size_t n) {
     }
 }
 
+namespace {
+
 /// As many whole blocks as are ASCII; returns how many bytes.
 KELCL_BLOCKS inline std::size_t widenAsciiBlocks(wchar_t* out, char const* in, std::size_t n) {
     std::size_t at = 0;
     for (; n - at >= blockSize && !Block::load(in + at).anyTopBit(); at += blockSize)
         widenAscii(out + at, in + at);
     return at;
+}
+
+/// In the form for this processor, and for so much: only where a text ends soon is the wider one faster.
+inline Extent widenByProcessor(wchar_t* out, char const* in, std::size_t n) {
+#if KELCL_HAS_WIDE
+    constexpr std::size_t most = 2 * wide_utf8::step;
+    if (n <= most && processorHasWide()) return wide_utf8::widen(out, in, n);
+#endif
+    return widen(out, in, n);
 }
 
 } // namespace
@@ -186,7 +199,7 @@ Extent widenUtf8(wchar_t* out, char const* in, std::size_t n) {
         }
         if (n - done.bytes >= shortestForBlocks) {
             Extent const more = KELCL_DISPATCH(
-                blocks::widen(out + done.characters, in + done.bytes, n - done.bytes), Extent{});
+                blocks::widenByProcessor(out + done.characters, in + done.bytes, n - done.bytes), Extent{});
             done = {done.bytes + more.bytes, done.characters + more.characters};
         }
         for (std::size_t const stop = std::min(n, done.bytes + takenWithoutBlocks); done.bytes < stop;) {

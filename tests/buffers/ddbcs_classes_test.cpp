@@ -111,6 +111,36 @@ TEST(Classes, AreThoseOfAllCharactersAndOfNoEmptyText) {
     }
 }
 
+TEST(Classes, OfEachTwoAsciiBytesAreThoseOfTheCharactersThatTheyAre) {
+    for (int first = 1; first < 128; ++first)
+        for (int second = 1; second < 128; ++second) {
+            std::string const text{static_cast<char>(first), static_cast<char>(second)};
+            operations::Owned const owned = buffer(text);
+            for (Class const& type : classes) {
+                bool expected = true;
+                for (mb::Character const& character : mb::charactersOf(text))
+                    expected = expected && isInClass(type, mb::valueOf(character.bytes));
+                ASSERT_EQ((owned.get()->*type.test)(), expected) << type.name << " of " << hex(text);
+            }
+        }
+}
+
+TEST(Classes, OfAsciiOfEveryLengthHaveNoOtherByteAnywhere) {
+    for (std::size_t n = 1; n <= 130; ++n) {
+        std::string text(n, '4');
+        EXPECT_TRUE(buffer(text)->isDigits());
+        EXPECT_TRUE(buffer(text)->isAlphanumeric());
+        for (std::size_t other = 0; other < n; ++other) {
+            text[other] = 'a';
+            EXPECT_FALSE(buffer(text)->isDigits());
+            EXPECT_TRUE(buffer(text)->isHexDigits());
+            text[other] = '-';
+            EXPECT_FALSE(buffer(text)->isAlphanumeric());
+            text[other] = '4';
+        }
+    }
+}
+
 /// All characters that come back as themselves, in random order, but for the marks that some encodings join
 /// with the letter before them.
 std::vector<mb::Character> allCharacters() {

@@ -174,7 +174,8 @@ TEST(PatternSearch, FindsTheSingleHitAtEveryOffsetOfEveryLength) {
 
 TEST(PatternSearch, FindsTheSingleHitAtEveryOffsetOfLongTexts) {
     static GuardedPages pages;
-    for (std::string const word : {"xy", "x2y", "x234567y", "x234567890123456789012345678901234567890y"})
+    for (std::string const word :
+         {"xy", "x2y", "x234567y", "\xE4\xB8\x96\xE7\x95\x8C", "x234567890123456789012345678901234567890y"})
         for (std::size_t const n : {319U, 320U, 383U, 513U, 700U})
             for (std::size_t hit = 0; hit + word.size() <= n; ++hit) {
                 std::string text(n, '.');

@@ -1,5 +1,8 @@
 // The UTF-8 kernels against a plain model, on valid text, on every kind of mistake, and at the end of a page.
 #include "characters/utf8.h"
+#include "characters/utf8_blocks.h"
+#include "characters/utf8_narrow_wide.h"
+#include "characters/utf8_widen_wide.h"
 
 #include <gtest/gtest.h>
 
@@ -81,6 +84,35 @@ private:
     char* begin_;
 };
 
+/// One form of the widening: as in the model as far as it goes, which is to the end where there is no
+/// mistake.
+[[maybe_unused]] void expectWidenedAsInModel(kelcl::Extent (*widen)(wchar_t*, char const*, size_t),
+                                             Model const& model, char const* p, size_t n, wchar_t* wide) {
+    kelcl::Extent const widened = widen(wide, p, n);
+    ASSERT_LE(widened.bytes, model.bytes);
+    ASSERT_LE(widened.characters, model.values.size());
+    ASSERT_TRUE(std::equal(wide, wide + widened.characters, model.values.begin()));
+    ASSERT_TRUE(model.bytes != n || widened.characters == model.values.size());
+}
+
+/// One form of the narrowing: the text itself, as far as it goes, with exactly the room for it and with less.
+[[maybe_unused]] void expectNarrowedAsInModel(kelcl::Extent (*narrow)(char*, size_t, wchar_t const*, size_t),
+                                              Model const& model, std::string const& text,
+                                              GuardedPages& output) {
+    for (size_t const less : {0U, 1U, 3U, 40U}) {
+        if (less > model.bytes) continue;
+        size_t const room = model.bytes - less;
+        char* const out = output.last(room);
+        kelcl::Extent const narrowed = narrow(out, room, model.values.data(), model.values.size());
+        ASSERT_LE(narrowed.bytes, room);
+        ASSERT_EQ(std::memcmp(out, text.data(), narrowed.bytes), 0);
+        size_t bytes = 0;
+        for (size_t i = 0; i < narrowed.characters; ++i)
+            bytes += kelcl::utf8LengthOf(model.values[i]);
+        ASSERT_EQ(narrowed.bytes, bytes);
+    }
+}
+
 void expectAsInModel(std::string const& text) {
     static GuardedPages input;
     static GuardedPages output;
@@ -103,6 +135,26 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(widened.characters, model.values.size());
     ASSERT_TRUE(std::equal(model.values.begin(), model.values.end(), wide));
 
+#if KELCL_HAS_BLOCKS
+    if (kelcl::processorHasBlocks() && text.size() >= kelcl::shortestForBlocks)
+        expectWidenedAsInModel(kelcl::blocks::widen, model, p, text.size(), wide);
+#endif
+#if KELCL_HAS_BLOCKS
+    if (kelcl::processorHasBlocks()) expectNarrowedAsInModel(kelcl::blocks::narrow, model, text, output);
+#endif
+#if KELCL_HAS_WIDE
+    if (kelcl::processorHasWide()) {
+        expectWidenedAsInModel(kelcl::wide_utf8::widen, model, p, text.size(), wide);
+        expectNarrowedAsInModel(kelcl::wide_utf8::narrow, model, text, output);
+        // All of it, as there is room for it and no value that is no code point.
+        std::string again(model.bytes, '\0');
+        ASSERT_EQ(
+            kelcl::wide_utf8::narrow(again.data(), again.size(), model.values.data(), model.values.size())
+                .characters,
+            model.values.size());
+    }
+#endif
+
     std::string const plain = text.substr(0, model.bytes);
     std::string backwards;
     for (size_t at = 0; at < plain.size(); at += decodeByDefinition(plain, at).length)
@@ -117,6 +169,7 @@ void expectAsInModel(std::string const& text) {
     ASSERT_EQ(narrowed.bytes, model.bytes);
     ASSERT_EQ(narrowed.characters, model.values.size());
     ASSERT_EQ(std::memcmp(narrow, text.data(), model.bytes), 0);
+    ASSERT_EQ(kelcl::utf8LengthOfAll(model.values.data(), model.values.size()), model.bytes);
 }
 
 class Texts {
