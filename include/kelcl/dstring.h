@@ -10,7 +10,7 @@
 #include <kelcl/detail/text.h>
 #include <kelcl/dexport.h>
 
-#if __has_include(<compare>)
+#if defined(__cpp_impl_three_way_comparison) && __has_include(<compare>)
 #include <compare>
 #endif
 #include <cstddef>
@@ -286,7 +286,7 @@ public:
     /// Makes a `std::filesystem::path`, so that a string can be given where one is taken.
     template <class Path, class = kelcl::IfPath<Path>>
     operator Path() const {
-        return Path(std::string_view(*this));
+        return Path(std::string_view(data(), std::size_t{length()}));
     }
     /// Returns the text with its terminating NUL, for code that casts.
     explicit operator char const*() const noexcept KELCL_LIFETIME_BOUND { return text_; }
@@ -378,7 +378,7 @@ public:
     /// @throws DInvalidRequest (recoverable; its id is the `errno` value) when the locale cannot collate
     /// the texts, as every comparison does.
     friend bool operator==(DString const& left, DString const& right) {
-        return left.equals({right.text_, right.length()});
+        return left.equals(right.bytes());
     }
     /// Whether the string is equal to a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -393,7 +393,7 @@ public:
 
     /// Whether the texts differ.
     friend bool operator!=(DString const& left, DString const& right) {
-        return !left.equals({right.text_, right.length()});
+        return !left.equals(right.bytes());
     }
     /// Whether the string differs from a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -409,7 +409,7 @@ public:
 #if defined(__cpp_impl_three_way_comparison) && __has_include(<compare>)
     /// How the left string sorts to the right one. Strings that collate alike are equivalent.
     friend std::weak_ordering operator<=>(DString const& left, DString const& right) {
-        return left.order({right.text_, right.length()}) <=> 0;
+        return left.order(right.bytes()) <=> 0;
     }
     /// How the string sorts to a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -420,7 +420,7 @@ public:
 
     /// Whether the left string sorts before the right one.
     friend bool operator<(DString const& left, DString const& right) {
-        return left.order({right.text_, right.length()}) < 0;
+        return left.order(right.bytes()) < 0;
     }
     /// Whether the string sorts before a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -435,7 +435,7 @@ public:
 
     /// Whether the left string sorts before the right one or is equal to it.
     friend bool operator<=(DString const& left, DString const& right) {
-        return left.order({right.text_, right.length()}) <= 0;
+        return left.order(right.bytes()) <= 0;
     }
     /// Whether the string sorts before a text or is equal to it.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -450,7 +450,7 @@ public:
 
     /// Whether the left string sorts after the right one.
     friend bool operator>(DString const& left, DString const& right) {
-        return left.order({right.text_, right.length()}) > 0;
+        return left.order(right.bytes()) > 0;
     }
     /// Whether the string sorts after a text.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -465,7 +465,7 @@ public:
 
     /// Whether the left string sorts after the right one or is equal to it.
     friend bool operator>=(DString const& left, DString const& right) {
-        return left.order({right.text_, right.length()}) >= 0;
+        return left.order(right.bytes()) >= 0;
     }
     /// Whether the string sorts after a text or is equal to it.
     template <class T, class = kelcl::IfOtherText<T>>
@@ -968,16 +968,16 @@ public:
     DString& operator+=(T const& piece);
     /// Returns a new string of both texts.
     friend DString operator+(DString const& left, DString const& right) {
-        return joined(left.text_, left.length(), right.text_, right.length());
+        return joined(left.bytes(), right.bytes());
     }
     /// Returns a string of both texts, which takes over the text of `left` where it has room.
     friend DString operator+(DString&& left, DString const& right) {
-        return std::move(left).followedBy({right.text_, right.length()});
+        return std::move(left).followedBy(right.bytes());
     }
     /// Returns a new string of the string's text, then a text or one byte.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(DString const& left, T const& right) {
-        return joined({left.text_, left.length()}, kelcl::textOf(right));
+        return joined(left.bytes(), kelcl::textOf(right));
     }
     /// Returns a string of both texts, which takes over the text of `left` where it has room.
     template <class T, class = kelcl::IfOtherPiece<T>>
@@ -987,7 +987,7 @@ public:
     /// Returns a new string of a text or one byte, then the string's text.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator+(T const& left, DString const& right) {
-        return joined(kelcl::textOf(left), {right.text_, right.length()});
+        return joined(kelcl::textOf(left), right.bytes());
     }
 
     /// @}
@@ -1278,6 +1278,7 @@ private:
     explicit DString(kelcl::Text text);
 
     DBuffer* buffer() const noexcept { return DBuffer::fromContents(text_); }
+    kelcl::Text bytes() const noexcept { return {text_, length()}; }
 
     static char* sharedEmpty();
     static char* makeSharedEmpty();
@@ -1301,6 +1302,9 @@ private:
     // Whether the text could be appended so.
     bool appendInPlace(kelcl::Text text) noexcept;
     DString& append(char const* data, unsigned int count);
+    DString& append(kelcl::Text text) {
+        return appendInPlace(text) ? *this : append(text.data, text.length);
+    }
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
     static DString joined(kelcl::Text left, kelcl::Text right) {

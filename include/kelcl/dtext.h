@@ -12,7 +12,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
-#if __has_include(<version>)
+#if __cplusplus >= 202002L && __has_include(<version>)
 #include <version>
 #endif
 

@@ -268,7 +268,7 @@ inline bool DString::appendInPlace(kelcl::Text text) noexcept {
     return true;
 }
 
-inline DString& DString::operator+=(DString const& text) { return *this += std::string_view(text); }
+inline DString& DString::operator+=(DString const& text) { return append(text.bytes()); }
 
 template <class T, class>
 DString& DString::operator+=(T const& piece) {
@@ -279,8 +279,7 @@ DString& DString::operator+=(T const& piece) {
         *end = byte;
         return *this;
     } else {
-        kelcl::Text const text = kelcl::textOf(piece);
-        return appendInPlace(text) ? *this : append(text.data, text.length);
+        return append(kelcl::textOf(piece));
     }
 }
 
@@ -288,7 +287,7 @@ DString& DString::operator+=(T const& piece) {
 inline DString DString::followedBy(kelcl::Text text) && {
     if (kelcl::haveOneClass(*buffer(), *DBuffer::fromContents(sharedEmpty())) && appendInPlace(text))
         return std::move(*this);
-    return joined({text_, length()}, text);
+    return joined(bytes(), text);
 }
 
 // Bitwise operators
