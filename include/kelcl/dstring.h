@@ -377,9 +377,7 @@ public:
     /// Whether the texts are equal.
     /// @throws DInvalidRequest (recoverable; its id is the `errno` value) when the locale cannot collate
     /// the texts, as every comparison does.
-    friend bool operator==(DString const& left, DString const& right) {
-        return left.equals(right.bytes());
-    }
+    friend bool operator==(DString const& left, DString const& right) { return left.equals(right.bytes()); }
     /// Whether the string is equal to a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator==(DString const& left, T const& right) {
@@ -392,9 +390,7 @@ public:
     }
 
     /// Whether the texts differ.
-    friend bool operator!=(DString const& left, DString const& right) {
-        return !left.equals(right.bytes());
-    }
+    friend bool operator!=(DString const& left, DString const& right) { return !left.equals(right.bytes()); }
     /// Whether the string differs from a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator!=(DString const& left, T const& right) {
@@ -419,9 +415,7 @@ public:
 #endif
 
     /// Whether the left string sorts before the right one.
-    friend bool operator<(DString const& left, DString const& right) {
-        return left.order(right.bytes()) < 0;
-    }
+    friend bool operator<(DString const& left, DString const& right) { return left.order(right.bytes()) < 0; }
     /// Whether the string sorts before a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator<(DString const& left, T const& right) {
@@ -449,9 +443,7 @@ public:
     }
 
     /// Whether the left string sorts after the right one.
-    friend bool operator>(DString const& left, DString const& right) {
-        return left.order(right.bytes()) > 0;
-    }
+    friend bool operator>(DString const& left, DString const& right) { return left.order(right.bytes()) > 0; }
     /// Whether the string sorts after a text.
     template <class T, class = kelcl::IfOtherText<T>>
     friend bool operator>(DString const& left, T const& right) {
@@ -1112,7 +1104,7 @@ public:
     DString& operator^=(T const& operand);
 
     /// Returns the bits that both have, in the length of `left`.
-    friend DString operator&(DString left, DString const& right) { return left &= right; }
+    friend DString operator&(DString left, DString const& right) { return (left &= right).asString(); }
     /// Returns the bits that both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator&(DString left, T const& right) {
@@ -1124,7 +1116,7 @@ public:
         return DString(left) &= right;
     }
     /// Returns the bits that one or both have, in the length of `left`.
-    friend DString operator|(DString left, DString const& right) { return left |= right; }
+    friend DString operator|(DString left, DString const& right) { return (left |= right).asString(); }
     /// Returns the bits that one or both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator|(DString left, T const& right) {
@@ -1136,7 +1128,7 @@ public:
         return DString(left) |= right;
     }
     /// Returns the bits that exactly one has, in the length of `left`.
-    friend DString operator^(DString left, DString const& right) { return left ^= right; }
+    friend DString operator^(DString left, DString const& right) { return (left ^= right).asString(); }
     /// Returns the bits that exactly one has, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator^(DString left, T const& right) {
@@ -1302,9 +1294,7 @@ private:
     // Whether the text could be appended so.
     bool appendInPlace(kelcl::Text text) noexcept;
     DString& append(char const* data, unsigned int count);
-    DString& append(kelcl::Text text) {
-        return appendInPlace(text) ? *this : append(text.data, text.length);
-    }
+    DString& append(kelcl::Text text) { return appendInPlace(text) ? *this : append(text.data, text.length); }
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);
     static DString joined(kelcl::Text left, kelcl::Text right) {

@@ -30,9 +30,8 @@ namespace kelcl {
 /// @endcode
 template <class T, class U, class = IfText<T>, class = IfText<U>>
 bool startsWith(T const& text, U const& prefix) {
-    std::string_view const whole = detail::viewOf(text);
     std::string_view const front = detail::viewOf(prefix);
-    return whole.substr(0, front.size()) == front;
+    return detail::viewOf(text).compare(0, front.size(), front) == 0;
 }
 
 /// Whether `text` ends with `suffix`, from the start of a character on; every text ends with the empty one.
@@ -46,7 +45,7 @@ bool endsWith(T const& text, U const& suffix) {
     std::string_view const back = detail::viewOf(suffix);
     if (back.size() > whole.size()) return false;
     std::size_t const at = whole.size() - back.size();
-    return whole.substr(at) == back && detail::CharacterSteps().isStart(whole, at);
+    return whole.compare(at, back.size(), back) == 0 && detail::CharacterSteps().isStart(whole, at);
 }
 
 /// Whether the texts are the same but for letter case: ASCII letters are, and with the switch

@@ -142,7 +142,7 @@ inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) con
 
 inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {
     if (comparesBytes()) return indexOfAnyOf(test, startPos);
-    return DString(*this).buffer()->indexOf(test, startPos);
+    return asString().buffer()->indexOf(test, startPos);
 }
 
 template <class T, class>
@@ -152,7 +152,7 @@ unsigned int DString::indexOf(T const& text, unsigned int startPos) const {
 }
 
 inline unsigned int DString::indexOfAnyOf(DStringTest const& test, unsigned int startPos) const {
-    DString const held(*this);
+    DString const held = asString();
     if (startPos <= 1 && comparesBytes())
         if (kelcl::TestFunction const accepts = kelcl::functionOf(test))
             return kelcl::firstPositionAccepted(*held.buffer(), accepts);
@@ -166,7 +166,7 @@ unsigned int DString::indexOfAnyOf(T const& text, unsigned int startPos) const {
 }
 
 inline unsigned int DString::indexOfAnyBut(DStringTest const& test, unsigned int startPos) const {
-    return DString(*this).buffer()->indexOfAnyBut(test, startPos);
+    return asString().buffer()->indexOfAnyBut(test, startPos);
 }
 
 template <class T, class>
@@ -176,7 +176,7 @@ unsigned int DString::indexOfAnyBut(T const& text, unsigned int startPos) const 
 }
 
 inline unsigned int DString::lastIndexOf(DStringTest const& test, unsigned int startPos) const {
-    return DString(*this).buffer()->lastIndexOf(test, startPos);
+    return asString().buffer()->lastIndexOf(test, startPos);
 }
 
 template <class T, class>
@@ -186,7 +186,7 @@ unsigned int DString::lastIndexOf(T const& text, unsigned int startPos) const {
 }
 
 inline unsigned int DString::lastIndexOfAnyOf(DStringTest const& test, unsigned int startPos) const {
-    return DString(*this).buffer()->lastIndexOfAnyOf(test, startPos);
+    return asString().buffer()->lastIndexOfAnyOf(test, startPos);
 }
 
 template <class T, class>
@@ -196,7 +196,7 @@ unsigned int DString::lastIndexOfAnyOf(T const& text, unsigned int startPos) con
 }
 
 inline unsigned int DString::lastIndexOfAnyBut(DStringTest const& test, unsigned int startPos) const {
-    return DString(*this).buffer()->lastIndexOfAnyBut(test, startPos);
+    return asString().buffer()->lastIndexOfAnyBut(test, startPos);
 }
 
 template <class T, class>
