@@ -23,9 +23,11 @@ struct Form {
 };
 
 std::vector<Form> forms() {
-    std::vector<Form> result{{"chosen", kelcl::firstCandidates, kelcl::lastCandidates}};
-    if (kelcl::processorHasBlocks())
+    std::vector<Form> result;
+    if (kelcl::processorHasBlocks()) {
         result.push_back({"blocks", kelcl::blocks::firstCandidates, kelcl::blocks::lastCandidates});
+        result.push_back({"chosen", kelcl::firstCandidates, kelcl::lastCandidates});
+    }
 #if KELCL_HAS_WIDE
     if (kelcl::processorHasWide())
         result.push_back({"wide", kelcl::wide::firstCandidates, kelcl::wide::lastCandidates});
