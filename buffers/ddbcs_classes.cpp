@@ -134,13 +134,14 @@ bool charactersConsistOf(kelcl::CharacterClass const& members, DBuffer const& bu
     if (buffer.length == 0) return false;
     unsigned int const first = kelcl::isLibraryClass(buffer) ? 1 : buffer.startSearch(1, 1);
     if (first == 0 || first > buffer.length) return true;
+    // Where there is nothing but letters and digits of ASCII, each byte is a character in every encoding, and
+    // stands for itself; in UTF-8 all of ASCII does, whatever is beside it.
+    bool const isKnownAnywhere = members.isAlphanumericInAscii;
+    if (!isKnownAnywhere && !kelcl::isUtf8Codeset()) return restConsistsOf(members, buffer, first - 1);
     std::string_view const rest(buffer.contents() + first - 1, buffer.length - first + 1);
     std::size_t const skipped = kelcl::findFirstNotIn(rest, members.ascii);
-    // Where there is nothing but ASCII, each byte is a character in every encoding.
-    if (skipped == kelcl::notFound && members.isAlphanumericInAscii) return true;
-    if (!kelcl::isUtf8Codeset()) return restConsistsOf(members, buffer, first - 1);
-    // In UTF-8 ASCII bytes always are, and stand for themselves.
     if (skipped == kelcl::notFound) return true;
+    if (isKnownAnywhere && !kelcl::isUtf8Codeset()) return restConsistsOf(members, buffer, first - 1);
     return static_cast<signed char>(rest[skipped]) < 0 &&
            restConsistsOf(members, buffer, first - 1 + skipped);
 }
