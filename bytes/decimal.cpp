@@ -22,13 +22,13 @@ namespace {
 
 using limbs::Limb;
 
-/// Up to so many chunks are joined one by one, which is faster then, though quadratic.
+/// Up to so many chunks are joined by appending, which is faster then, though quadratic.
 constexpr std::size_t fewChunks = 320;
 
 /// Blocks that a longer number is made of: a power of two or three times one, as transforms have them.
 constexpr std::size_t blockChunks = 64;
 
-/// Turns n chunks into a number of n limbs, in place, by appending two after two.
+/// Turns n chunks into a number of n limbs, in place, by appending two at a time.
 template <class Base>
 void joinFew(Limb* chunks, std::size_t n) {
     std::array<Limb, fewChunks> number;

@@ -90,7 +90,7 @@ class CandidateTest {
 public:
     KELCL_WIDE_INLINE CandidateTest(char const* text, std::string_view pattern)
         : text_(text), toMiddle_(pattern.size() / 2), toLast_(pattern.size() - 1),
-          isAsciiByLast_(static_cast<signed char>(pattern[toMiddle_] & pattern[toLast_]) >= 0),
+          isByThree_(static_cast<signed char>(pattern[toMiddle_] & pattern[toLast_]) >= 0),
           first_(_mm512_set1_epi8(pattern.front())), middle_(_mm512_set1_epi8(pattern[toMiddle_])),
           last_(_mm512_set1_epi8(pattern.back())) {}
 
@@ -110,7 +110,7 @@ public:
     /// Up to which place from `at` on, which is 64 at least, there are none, as far as it is told for 128 at
     /// a time. Bytes of characters that are not ASCII are so rare that the middle and the last one tell.
     KELCL_WIDE_INLINE std::size_t passedBy(std::size_t at, std::size_t places) const {
-        return isAsciiByLast_ ? passedBy<true>(at, places) : passedBy<false>(at, places);
+        return isByThree_ ? passedBy<true>(at, places) : passedBy<false>(at, places);
     }
 
 private:
@@ -151,7 +151,7 @@ private:
     char const* text_;
     std::size_t toMiddle_;
     std::size_t toLast_;
-    bool isAsciiByLast_;
+    bool isByThree_;
     __m512i first_;
     __m512i middle_;
     __m512i last_;

@@ -1294,6 +1294,7 @@ private:
     // Whether the text could be appended so.
     bool appendInPlace(kelcl::Text text) noexcept;
     DString& append(char const* data, unsigned int count);
+    // The same, without a call where the text has room.
     DString& append(kelcl::Text text) { return appendInPlace(text) ? *this : append(text.data, text.length); }
     static DString joined(char const* left, unsigned int leftLength, char const* right,
                           unsigned int rightLength);

@@ -138,8 +138,6 @@ void expectAsInModel(std::string const& text) {
 #if KELCL_HAS_BLOCKS
     if (kelcl::processorHasBlocks() && text.size() >= kelcl::shortestForBlocks)
         expectWidenedAsInModel(kelcl::blocks::widen, model, p, text.size(), wide);
-#endif
-#if KELCL_HAS_BLOCKS
     if (kelcl::processorHasBlocks()) expectNarrowedAsInModel(kelcl::blocks::narrow, model, text, output);
 #endif
 #if KELCL_HAS_WIDE

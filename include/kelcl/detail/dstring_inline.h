@@ -138,7 +138,8 @@ inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) con
                                            : kelcl::askForByte<&DBuffer::lastIndexOfAnyOf>(text, c, startPos);
 }
 
-// A test is a host's code and may change this very string: a copy keeps the text that is searched.
+// A test is a host's code and may change this very string: a copy keeps the text that is searched. Copies in
+// these headers are made by asString(), as one by constructor has compilers look at thirty of them.
 
 inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {
     if (comparesBytes()) return indexOfAnyOf(test, startPos);
