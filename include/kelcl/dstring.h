@@ -14,8 +14,7 @@
 #include <compare>
 #endif
 #include <cstddef>
-#include <iosfwd>
-#include <string>
+#include <iosfwd> // declares std::string as well; <string> itself costs a compiler more than this header
 #include <string_view>
 #include <utility>
 
@@ -258,27 +257,18 @@ public:
     [[nodiscard]] char const* cbegin() const noexcept KELCL_LIFETIME_BOUND { return begin(); }
     /// The same as end().
     [[nodiscard]] char const* cend() const noexcept KELCL_LIFETIME_BOUND { return end(); }
-    // Templates, as the class of these iterators costs a compiler much in C++20: only where they are used.
     /// Begins the bytes from the last one to the first.
-    template <class Iterator = const_iterator>
-    [[nodiscard]] std::reverse_iterator<Iterator> rbegin() const noexcept KELCL_LIFETIME_BOUND {
-        return std::reverse_iterator<Iterator>(end());
+    [[nodiscard]] const_reverse_iterator rbegin() const noexcept KELCL_LIFETIME_BOUND {
+        return const_reverse_iterator(end());
     }
     /// Ends the bytes from the last one to the first.
-    template <class Iterator = const_iterator>
-    [[nodiscard]] std::reverse_iterator<Iterator> rend() const noexcept KELCL_LIFETIME_BOUND {
-        return std::reverse_iterator<Iterator>(begin());
+    [[nodiscard]] const_reverse_iterator rend() const noexcept KELCL_LIFETIME_BOUND {
+        return const_reverse_iterator(begin());
     }
     /// The same as rbegin().
-    template <class Iterator = const_iterator>
-    [[nodiscard]] std::reverse_iterator<Iterator> crbegin() const noexcept KELCL_LIFETIME_BOUND {
-        return rbegin<Iterator>();
-    }
+    [[nodiscard]] const_reverse_iterator crbegin() const noexcept KELCL_LIFETIME_BOUND { return rbegin(); }
     /// The same as rend().
-    template <class Iterator = const_iterator>
-    [[nodiscard]] std::reverse_iterator<Iterator> crend() const noexcept KELCL_LIFETIME_BOUND {
-        return rend<Iterator>();
-    }
+    [[nodiscard]] const_reverse_iterator crend() const noexcept KELCL_LIFETIME_BOUND { return rend(); }
     /// Views all bytes, NULs included.
     operator std::string_view() const noexcept KELCL_LIFETIME_BOUND {
         return {data(), std::size_t{length()}};
@@ -1104,7 +1094,7 @@ public:
     DString& operator^=(T const& operand);
 
     /// Returns the bits that both have, in the length of `left`.
-    friend DString operator&(DString left, DString const& right) { return (left &= right).asString(); }
+    friend DString operator&(DString left, DString const& right) { return left &= right; }
     /// Returns the bits that both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator&(DString left, T const& right) {
@@ -1116,7 +1106,7 @@ public:
         return DString(left) &= right;
     }
     /// Returns the bits that one or both have, in the length of `left`.
-    friend DString operator|(DString left, DString const& right) { return (left |= right).asString(); }
+    friend DString operator|(DString left, DString const& right) { return left |= right; }
     /// Returns the bits that one or both have, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator|(DString left, T const& right) {
@@ -1128,7 +1118,7 @@ public:
         return DString(left) |= right;
     }
     /// Returns the bits that exactly one has, in the length of `left`.
-    friend DString operator^(DString left, DString const& right) { return (left ^= right).asString(); }
+    friend DString operator^(DString left, DString const& right) { return left ^= right; }
     /// Returns the bits that exactly one has, in the length of the string.
     template <class T, class = kelcl::IfOtherPiece<T>>
     friend DString operator^(DString left, T const& right) {

@@ -3,10 +3,10 @@
 #ifndef KELCL_DTEXT_H
 #define KELCL_DTEXT_H
 
-#include <kelcl/detail/numbers.h>
 #include <kelcl/detail/text_tools.h>
 #include <kelcl/dstring.h>
 
+#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -178,9 +178,12 @@ template <class Range, class S>
 /// @endcode
 template <class Number, class T, class = IfText<T>>
 std::optional<Number> toNumber(T const& text) {
-    static_assert(detail::isNumber<Number>(), "a type of numbers");
+    static_assert(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>, "a type of numbers");
+    std::string_view const digits = detail::viewOf(text);
     Number number{};
-    if (!detail::readNumber(detail::viewOf(text), number)) return std::nullopt;
+    char const* const end = digits.data() + digits.size();
+    auto const [stop, error] = std::from_chars(digits.data(), end, number);
+    if (error != decltype(error)() || stop != end) return std::nullopt;
     return number;
 }
 
