@@ -22,25 +22,30 @@ inline void copyByTwo(char* out, char const* in, std::size_t n) {
     std::memcpy(out + n - size, &last, size);
 }
 
-/// Copies n bytes, of any number.
-///
-/// From a certain size on the C library copies by one instruction, and some processors take up to thirty
-/// times as long for that where the target lies a few bytes after the source modulo 4096. Pieces that move by
-/// a few bytes, as in an insertion, lie like that often. They are copied in parts that are too short for the
-/// instruction; at the very same distance from a page, as in an overlay, it is the fastest copy.
-inline void copyLongBytes(char* out, char const* in, std::size_t n) {
-    constexpr std::size_t part = 2048;
-    constexpr std::uintptr_t slowDistance = 64;
-    auto const distance = reinterpret_cast<std::uintptr_t>(out) - reinterpret_cast<std::uintptr_t>(in);
-    if (n <= part || (distance - 1) % 4096 >= slowDistance - 1) {
-        std::memcpy(out, in, n);
-        return;
-    }
-    // A number of bytes that the compiler knew it would copy by such an instruction itself.
+/// The C library copies so much by a loop, and more of it by one instruction.
+inline constexpr std::size_t longestCopiedByLoop = 2048;
+
+/// Copies n bytes in parts that are copied by a loop.
+[[gnu::noinline]] inline void copyInParts(char* out, char const* in, std::size_t n) {
     for (std::size_t size = 0; n != 0; n -= size, out += size, in += size) {
-        size = std::min(n, part);
+        size = std::min(n, longestCopiedByLoop);
+        asm(""
+            : "+r"(size)); // knowing how large it can be, compilers would write that instruction themselves
         std::memcpy(out, in, size);
     }
+}
+
+/// Copies n bytes, of any number.
+///
+/// For that one instruction some processors take up to thirty times as long where the target lies a few bytes
+/// after the source modulo 4096. Pieces that move by a few bytes, as in an insertion, lie like that often.
+/// They are copied in parts; at the very same distance from a page, as in an overlay, the instruction is the
+/// fastest copy.
+inline void copyLongBytes(char* out, char const* in, std::size_t n) {
+    constexpr std::uintptr_t slowDistance = 64;
+    auto const distance = reinterpret_cast<std::uintptr_t>(out) - reinterpret_cast<std::uintptr_t>(in);
+    if (n > longestCopiedByLoop && (distance - 1) % 4096 < slowDistance - 1) return copyInParts(out, in, n);
+    std::memcpy(out, in, n);
 }
 
 /// Copies n bytes, to a place that they do not overlap with. A few are copied without a call.

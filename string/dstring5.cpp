@@ -21,22 +21,11 @@ constexpr unsigned long writeNegative = 197;
         {"dstring5", nullptr, line});
 }
 
-/// Indexes 0 and 1 both mean the first byte.
-unsigned int offsetOf(unsigned int index) { return index == 0 ? 0 : index - 1; }
-
 } // namespace
 
-char const& DString::rareElement(unsigned int index) const {
-    if (offsetOf(index) >= length()) raiseOutsideString(readUnsignedPastEnd);
-    return text_[offsetOf(index)];
-}
+void DString::raiseOutside(int index) { raiseOutsideString(index < 0 ? readNegative : readPastEnd); }
 
-char const& DString::rareElement(int index) const {
-    if (index < 0) raiseOutsideString(readNegative);
-    unsigned int const offset = offsetOf(static_cast<unsigned int>(index));
-    if (offset >= length()) raiseOutsideString(readPastEnd);
-    return text_[offset];
-}
+void DString::raiseOutside(unsigned int /*index*/) { raiseOutsideString(readUnsignedPastEnd); }
 
 char& DString::rareElement(int index) {
     if (index < 0) raiseOutsideString(writeNegative);

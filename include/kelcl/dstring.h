@@ -1266,9 +1266,11 @@ private:
     static char* makeSharedEmpty();
     void becomeEmpty() noexcept;
 
-    // What the operators for single bytes leave over: index 0, indexes outside of the text, shared texts.
-    [[gnu::cold]] char const& rareElement(int index) const;
-    [[gnu::cold]] char const& rareElement(unsigned int index) const;
+    // Indexes 0 and 1 both mean the first byte.
+    static unsigned int offsetOf(unsigned int index) noexcept { return index == 0 ? 0 : index - 1; }
+    [[noreturn, gnu::cold]] static void raiseOutside(int index);
+    [[noreturn, gnu::cold]] static void raiseOutside(unsigned int index);
+    // What writing to single bytes leaves over: index 0, indexes outside of the text, shared texts.
     [[gnu::cold]] char& rareElement(int index);
     [[gnu::cold]] char& rareElement(unsigned int index);
 

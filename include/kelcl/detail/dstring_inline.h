@@ -53,16 +53,27 @@ inline DString& DString::operator=(DString&& other) noexcept {
 // Element access
 // ----------------------------------------------------------------------------------------------------
 
-// The index 0 becomes the largest of all, which no text reaches. A negative one is tested for, as it would be
-// within a text of more than 2 GB.
+// An index outside of the text never comes back here, so that compilers keep the place and the length of the
+// text in registers while a program goes through it.
 
 inline char const& DString::operator[](unsigned int index) const {
-    return index - 1 < length() ? text_[index - 1] : rareElement(index);
+    unsigned int offset = index - 1;
+    if (__builtin_expect(offset >= length(), false)) {
+        if (index != 0 || isEmpty()) raiseOutside(index);
+        offset = 0;
+    }
+    return text_[offset];
 }
 
 inline char const& DString::operator[](int index) const {
-    return index > 0 && static_cast<unsigned int>(index) <= length() ? text_[index - 1] : rareElement(index);
+    if (index < 0) raiseOutside(index);
+    unsigned int const offset = offsetOf(static_cast<unsigned int>(index));
+    if (offset >= length()) raiseOutside(index);
+    return text_[offset];
 }
+
+// The index 0 becomes the largest of all, which no text reaches. A negative one is tested for, as it would be
+// within a text of more than 2 GB.
 
 inline char& DString::operator[](unsigned int index) {
     char* const text = text_;
