@@ -3,6 +3,10 @@
 #ifndef KELCL_DEXPORT_H
 #define KELCL_DEXPORT_H
 
+#if __cplusplus < 201703L
+#error "the headers of kelcl need C++17 or later, as by -std=c++17"
+#endif
+
 /// Marks a class or function that the shared library exports.
 #define KELCL_EXPORT __attribute__((visibility("default")))
 
