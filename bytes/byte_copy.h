@@ -29,8 +29,8 @@ inline constexpr std::size_t longestCopiedByLoop = 2048;
 [[gnu::noinline]] inline void copyInParts(char* out, char const* in, std::size_t n) {
     for (std::size_t size = 0; n != 0; n -= size, out += size, in += size) {
         size = std::min(n, longestCopiedByLoop);
-        asm(""
-            : "+r"(size)); // knowing how large it can be, compilers would write that instruction themselves
+        // Hides from compilers how large it can be: they would write that instruction themselves.
+        asm("" : "+r"(size));
         std::memcpy(out, in, size);
     }
 }

@@ -344,6 +344,12 @@ TEST(ToNumber, TakesAllOfTheTextOrNothing) {
     EXPECT_EQ(kelcl::toNumber<long long>("9223372036854775808"), std::nullopt);
     EXPECT_EQ(kelcl::toNumber<double>("2.5e3"), 2500.0);
     EXPECT_EQ(kelcl::toNumber<float>("0.5"), 0.5F);
+    EXPECT_EQ(kelcl::toNumber<signed char>("-128"), -128);
+    EXPECT_EQ(kelcl::toNumber<signed char>("-129"), std::nullopt);
+    EXPECT_EQ(kelcl::toNumber<float>("1e39"), std::nullopt);
+    EXPECT_EQ(kelcl::toNumber<double>("1e999"), std::nullopt);
+    EXPECT_EQ(kelcl::toNumber<long double>("-2.5"), -2.5L);
+    EXPECT_EQ(kelcl::toNumber<double>("2.5e"), std::nullopt);
     for (char const* const text : {"", " 1", "1 ", "+1", "0x10", "1,5", "one", "--1"}) {
         EXPECT_EQ(kelcl::toNumber<int>(text), std::nullopt) << text;
         EXPECT_EQ(kelcl::toNumber<double>(text), std::nullopt) << text;

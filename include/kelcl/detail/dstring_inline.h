@@ -54,7 +54,8 @@ inline DString& DString::operator=(DString&& other) noexcept {
 // ----------------------------------------------------------------------------------------------------
 
 // An index outside of the text never comes back here, so that compilers keep the place and the length of the
-// text in registers while a program goes through it.
+// text in registers while a program goes through it. Index 0 means the first byte, as 1 does; among unsigned
+// ones it is apart, lest each pass of a loop ask for it.
 
 inline char const& DString::operator[](unsigned int index) const {
     unsigned int offset = index - 1;
@@ -149,8 +150,8 @@ inline unsigned int DString::lastIndexOfAnyOf(char c, unsigned int startPos) con
                                            : kelcl::askForByte<&DBuffer::lastIndexOfAnyOf>(text, c, startPos);
 }
 
-// A test is a host's code and may change this very string: a copy keeps the text that is searched. Copies in
-// these headers are made by asString(), as one by constructor has compilers look at thirty of them.
+// A test is a host's code and may change this very string: a copy keeps the text that is searched. It is made
+// by asString(), as calling a constructor has compilers look at thirty of them.
 
 inline unsigned int DString::indexOf(DStringTest const& test, unsigned int startPos) const {
     if (comparesBytes()) return indexOfAnyOf(test, startPos);
