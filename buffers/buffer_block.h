@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <string_view>
 
@@ -32,6 +33,12 @@ Buffer* construct(unsigned int length) {
 
 /// The text of a buffer.
 inline std::string_view bytesOf(DBuffer const& buffer) { return {buffer.contents(), buffer.length}; }
+
+/// Whether a pointer points into the text of a buffer, or to its end.
+inline bool pointsInto(DBuffer const& buffer, char const* bytes) {
+    std::less_equal<char const*> const notAfter;
+    return notAfter(buffer.contents(), bytes) && notAfter(bytes, buffer.contents() + buffer.length);
+}
 
 /// The position, counted from 1, of what was found at an offset of the text; 0 for nothing.
 inline unsigned int positionOf(std::size_t offset) {

@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -109,15 +108,10 @@ void findOccurrences(GapList& found, DBuffer const& text, std::string_view patte
     });
 }
 
-bool overlaps(DBuffer const& buffer, char const* bytes) {
-    std::less_equal<char const*> const notAfter;
-    return notAfter(buffer.contents(), bytes) && notAfter(bytes, buffer.contents() + buffer.length);
-}
-
 template <class Gaps>
 DBuffer* changeSameLength(DBuffer& buffer, Gaps const& found, char const* replacement, unsigned int length) {
     std::string copy; // a replacement that is part of the text must not change while it is written
-    if (buffer.hasOneOwner() && overlaps(buffer, replacement)) {
+    if (buffer.hasOneOwner() && kelcl::pointsInto(buffer, replacement)) {
         copy = std::string(replacement, length);
         replacement = copy.data();
     }

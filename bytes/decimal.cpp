@@ -6,6 +6,7 @@
 
 #include "bytes/byte_search.h"
 #include "bytes/decimal_limbs.h"
+#include "bytes/digit_pairs.h"
 
 #include <algorithm>
 #include <array>
@@ -81,16 +82,6 @@ void joinChunks(Limb* chunks, std::size_t n) {
         power = size < n ? multiplier.square() : std::vector<Limb>();
     }
 }
-
-constexpr std::array<char, 200> makeDigitPairs() {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}
-constexpr std::array<char, 200> digitPairs = makeDigitPairs();
 
 /// Writes the lowest `digits` digits of the value, an even number of them.
 void writeDigits(char* out, std::uint32_t value, std::size_t digits) {

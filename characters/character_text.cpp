@@ -25,7 +25,7 @@ std::size_t startAtOrAfter(std::string_view text, std::size_t at) {
     return at;
 }
 
-/// Mostly there is nothing to pad, and a call would be felt.
+/// Mostly there is nothing to pad, and a call would be noticeable.
 void pad(char* out, std::size_t count, char padChar) {
     if (count != 0) std::memset(out, padChar, count);
 }

@@ -2,15 +2,14 @@
 // made up of them.
 #include "datetime/number_format.h"
 
+#include "bytes/digit_pairs.h"
+
 #include <cstring>
 
 #include <langinfo.h>
 
 namespace {
 
-constexpr char pairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-                         "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-                         "8081828384858687888990919293949596979899";
 constexpr int yearZero = 1900; // of tm_year
 constexpr std::ptrdiff_t longestNumber = 4;
 
@@ -18,7 +17,7 @@ constexpr std::ptrdiff_t longestNumber = 4;
 
 char* writeTwoDigits(char* out, int number) {
     if (number < 0 || number > 99) return nullptr;
-    std::memcpy(out, pairs + 2 * number, 2);
+    std::memcpy(out, &kelcl::digitPairs[2 * static_cast<std::size_t>(number)], 2);
     return out + 2;
 }
 

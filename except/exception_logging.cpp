@@ -1,4 +1,4 @@
-// The report of an exception. The holder of the functions that write it is set up in base/dbase.cpp.
+// The report of an exception. The holder of the functions that write it is set up in base/start_up.cpp.
 #include "except/cancellation.h"
 #include "except/new_handler_suspension.h"
 #include "except/text_chain.h"

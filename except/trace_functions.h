@@ -1,4 +1,4 @@
-// The state in which reports begin: nobody is registered as the trace function.
+// Clears the holder of trace functions when the library starts: nobody is registered.
 #ifndef KELCL_EXCEPT_TRACE_FUNCTIONS_H
 #define KELCL_EXCEPT_TRACE_FUNCTIONS_H
 

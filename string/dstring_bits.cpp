@@ -3,7 +3,6 @@
 #include "bytes/byte_edit.h"
 #include "string/dstring_edit.h"
 
-#include <functional>
 #include <string>
 
 static_assert(static_cast<int>(kelcl::BitOperation::bitAnd) == DString::bitAnd);
@@ -20,11 +19,9 @@ DString& DString::applyBitOp(char const* operand, unsigned int operandLength, Bi
         return install(combined);
     }
 
-    std::less_equal<char const*> const notAfter;
-    bool const insideText = notAfter(text_, operand) && notAfter(operand, text_ + length());
     bool const sameText = operand == text_ && operandLength >= length() && operandLength > 1;
     std::string copy; // an operand that is part of the text must not change while it is used
-    if (insideText && !sameText) {
+    if (kelcl::pointsInto(*buffer(), operand) && !sameText) {
         copy.assign(operand, operandLength);
         operand = copy.data();
     }

@@ -118,22 +118,22 @@ public:
     ///
     /// The rule holds for years before 1 as well, although the day arithmetic has other leap years there: -1,
     /// -5, -9 and so on.
-    static constexpr bool isLeapYear(int year) noexcept;
+    [[nodiscard]] static constexpr bool isLeapYear(int year) noexcept;
 
     /// The number of days in `year`: 355 for 1752, else 366 or 365.
-    static constexpr int daysInYear(int year) noexcept;
+    [[nodiscard]] static constexpr int daysInYear(int year) noexcept;
 
     /// The number of days in a month: 19 for September 1752. 0 when `month` is not one of the twelve.
-    static constexpr int daysInMonth(Month month, int year) noexcept;
+    [[nodiscard]] static constexpr int daysInMonth(Month month, int year) noexcept;
 
     /// Whether there is such a date. There is no year 0, and no 3 to 13 September 1752.
-    static constexpr bool isValid(Month month, int day, int year) noexcept;
+    [[nodiscard]] static constexpr bool isValid(Month month, int day, int year) noexcept;
 
-    /// The locale's full name of `month`.
-    static DString monthName(Month month);
+    /// The locale's full name of `month`; for what is no month, what the C library writes.
+    [[nodiscard]] static DString monthName(Month month);
 
-    /// The locale's full name of `day`.
-    static DString dayName(DayOfWeek day);
+    /// The locale's full name of `day`; from 7 on days are counted further.
+    [[nodiscard]] static DString dayName(DayOfWeek day);
     /// @}
 
     /// @name Construction
@@ -156,16 +156,18 @@ public:
     /// A day that the year does not have is taken as a day of January and so reaches into other years; in
     /// year 0 every day is.
     constexpr DDate(int dayOfYear, int year) noexcept;
+    /// Not made: a month and a year are no date.
+    DDate(Month, int) = delete;
 
     /// Makes the date of a record, whose fields are not validated; see initialize().
     constexpr DDate(DCnrDate const& date) noexcept
         : DDate(static_cast<Month>(date.month), date.day, date.year) {}
 
     /// The date with the given day number.
-    static constexpr DDate fromJulianDay(unsigned long julianDay) noexcept;
+    [[nodiscard]] static constexpr DDate fromJulianDay(unsigned long julianDay) noexcept;
 
     /// Today's date in the time zone of the process.
-    static DDate today();
+    [[nodiscard]] static DDate today();
 
     /// Makes this the date of three values, which are not validated, and returns `*this`.
     ///
@@ -185,31 +187,31 @@ public:
     /// @{
 
     /// The day number: the days since 1 January -4713. Modulo 7 it is the DayOfWeek, from day number 0 on.
-    constexpr unsigned long julianDay() const noexcept { return julianDay_; }
+    [[nodiscard]] constexpr unsigned long julianDay() const noexcept { return julianDay_; }
 
     /// The year; never 0, -1 is the year before 1.
-    constexpr int year() const noexcept;
+    [[nodiscard]] constexpr int year() const noexcept;
 
     /// The month.
-    constexpr Month monthOfYear() const noexcept;
+    [[nodiscard]] constexpr Month monthOfYear() const noexcept;
 
     /// The day of the month, from 1.
-    constexpr int dayOfMonth() const noexcept;
+    [[nodiscard]] constexpr int dayOfMonth() const noexcept;
 
     /// The day of the year, from 1. 14 September 1752 follows the 2nd here too.
-    constexpr int dayOfYear() const noexcept;
+    [[nodiscard]] constexpr int dayOfYear() const noexcept;
 
     /// The day of the week, on days before day number 0 too.
-    constexpr DayOfWeek dayOfWeek() const noexcept;
+    [[nodiscard]] constexpr DayOfWeek dayOfWeek() const noexcept;
 
     /// The record of the date, with only the low 16 bits of the year.
-    constexpr DCnrDate asICnrDate() const noexcept;
+    [[nodiscard]] constexpr DCnrDate asICnrDate() const noexcept;
 
     /// The locale's full name of the date's month.
-    DString monthName() const;
+    [[nodiscard]] DString monthName() const;
 
     /// The locale's full name of the date's weekday.
-    DString dayName() const;
+    [[nodiscard]] DString dayName() const;
     /// @}
 
     /// @name Formatting
@@ -227,13 +229,13 @@ public:
     /// anywhere, a year before 1900 is passed so that a two-digit year comes out right; other conversions of
     /// the year are then 1900 too high.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
-    DString asString(YearFormat format = localeYear) const;
+    [[nodiscard]] DString asString(YearFormat format = localeYear) const;
 
     /// The date in a `strftime` format, with the same limits. Null gives the empty string.
     ///
     /// A text of more than 64 MiB comes out empty.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
-    DString asString(char const* format) const;
+    [[nodiscard]] DString asString(char const* format) const;
 
     /// Writes the date in the locale's date format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DDate const& date);
@@ -290,47 +292,47 @@ public:
     [[nodiscard]] constexpr DDate addMonths(int months) const noexcept;
 
     /// The date `days` days later; earlier if negative.
-    friend constexpr DDate operator+(DDate date, long days) noexcept {
+    [[nodiscard]] friend constexpr DDate operator+(DDate date, long days) noexcept {
         return fromJulianDay(date.julianDay_ + static_cast<unsigned long>(days));
     }
 
     /// The date `days` days earlier; later if negative.
-    friend constexpr DDate operator-(DDate date, long days) noexcept {
+    [[nodiscard]] friend constexpr DDate operator-(DDate date, long days) noexcept {
         return fromJulianDay(date.julianDay_ - static_cast<unsigned long>(days));
     }
 
     /// The days from `right` to `left`; negative when `left` is the earlier date.
-    friend constexpr long operator-(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr long operator-(DDate left, DDate right) noexcept {
         return static_cast<long>(left.julianDay_ - right.julianDay_);
     }
 
     /// Whether both are the same day.
-    friend constexpr bool operator==(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator==(DDate left, DDate right) noexcept {
         return left.signedDay() == right.signedDay();
     }
 
     /// Whether they are different days.
-    friend constexpr bool operator!=(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator!=(DDate left, DDate right) noexcept {
         return left.signedDay() != right.signedDay();
     }
 
     /// Whether `left` is earlier.
-    friend constexpr bool operator<(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator<(DDate left, DDate right) noexcept {
         return left.signedDay() < right.signedDay();
     }
 
     /// Whether `left` is not later.
-    friend constexpr bool operator<=(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator<=(DDate left, DDate right) noexcept {
         return left.signedDay() <= right.signedDay();
     }
 
     /// Whether `left` is later.
-    friend constexpr bool operator>(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator>(DDate left, DDate right) noexcept {
         return left.signedDay() > right.signedDay();
     }
 
     /// Whether `left` is not earlier.
-    friend constexpr bool operator>=(DDate left, DDate right) noexcept {
+    [[nodiscard]] friend constexpr bool operator>=(DDate left, DDate right) noexcept {
         return left.signedDay() >= right.signedDay();
     }
     /// @}

@@ -77,7 +77,8 @@ private:
 /// }
 /// @endcode
 ///
-/// No operation of this class throws, except assertParameter(). If out of memory, a text is left out; the
+/// No operation of this class throws, except assertParameter(), and logExceptionData() if a trace function of
+/// the host does. If out of memory, a text is left out; the
 /// process's new-handler is not called while a text is being stored. An exception owns its texts; the names
 /// in its locations and its group belong to others. It is for one thread at a time.
 class KELCL_EXPORT DException {
@@ -216,14 +217,14 @@ public:
     ///
     /// It belongs to the exception and is valid until that text is appended to, or the
     /// exception is assigned to or destroyed.
-    char const* text(unsigned long index) const noexcept;
+    char const* text(unsigned long index) const noexcept KELCL_LIFETIME_BOUND;
 
     /// The number of texts.
     unsigned long textCount() const noexcept { return textCount_; }
 
     /// The location at `index`, 0 being the first one added; null from locationCount() on. It belongs to the
     /// exception.
-    DExceptionLocation const* locationAtIndex(unsigned long index) const noexcept;
+    DExceptionLocation const* locationAtIndex(unsigned long index) const noexcept KELCL_LIFETIME_BOUND;
 
     /// The number of locations, 0 to 5.
     unsigned long locationCount() const noexcept { return locationCount_; }

@@ -43,10 +43,10 @@ public:
     ~DMessageText();
 
     /// The text, owned by this object; null only if memory ran out.
-    char const* text() const noexcept { return text_.get(); }
+    char const* text() const noexcept KELCL_LIFETIME_BOUND { return text_.get(); }
 
     /// The same as text().
-    operator char const*() const noexcept { return text_.get(); }
+    operator char const*() const noexcept KELCL_LIFETIME_BOUND { return text_.get(); }
 
     /// Whether the text came from the catalog.
     bool isLoaded() const noexcept { return loaded_; }
@@ -69,7 +69,8 @@ public:
     /// std::cout << text << '\n'; // line 12 of letter.txt, 50 %
     /// delete[] text;
     /// @endcode
-    static char* replaceVars(char const* pattern, char const* const* values, unsigned long count) noexcept;
+    [[nodiscard]] static char* replaceVars(char const* pattern, char const* const* values,
+                                           unsigned long count) noexcept;
 
 private:
     kelcl::OwnedText text_;

@@ -139,7 +139,7 @@ public:
     /// @endcode
     /// @{
 
-    /// Makes an empty string. Allocates nothing.
+    /// Makes an empty string, which shares the one empty text.
     DString() : text_(sharedEmpty()) { buffer()->take(); }
     /// Makes an empty string; `DString s = 0` makes the number instead.
     DString(std::nullptr_t) : DString() {}
@@ -562,10 +562,11 @@ public:
     ///
     /// In the pattern `anyString` stands for any run of bytes, also an empty one, `anyChar` for one byte,
     /// and every other byte for itself. For a pattern of dates, `isLike("####-##-##", '*', '#')`: compilers
-    /// read a `?` twice before another character as a trigraph.
+    /// may warn of `??-`, which was a trigraph before C++17.
     ///
     /// A string that is equal to the pattern by `==` matches too. An empty pattern matches the empty string
-    /// only. At worst the cost is the product of both lengths.
+    /// only. Linear in both lengths without an `anyChar`; with them at most the text times the stretches of
+    /// the pattern between wildcards.
     [[nodiscard]] bool isLike(char const* pattern, unsigned int patternLength, char anyString = '*',
                               char anyChar = '?') const;
     /// Whether the whole string matches `pattern`, in which `anyString` stands for any run of bytes and
@@ -1168,6 +1169,9 @@ public:
     /// @cond
     template <class... A, class = kelcl::IfCharIsAmong<1, A...>>
     DString(void const*, A...) = delete;
+    DString(wchar_t) = delete;
+    DString(char16_t) = delete;
+    DString(char32_t) = delete;
     template <class... A, class = kelcl::IfCharIsAmong<2, A...>>
     DString subString(A...) const = delete;
     template <class... A, class = kelcl::IfCharIsAmong<1, A...>>

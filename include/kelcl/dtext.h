@@ -29,7 +29,7 @@ namespace kelcl {
 /// std::cout << kelcl::startsWith("2024-05-17 ERROR", "2024-") << '\n'; // 1
 /// @endcode
 template <class T, class U, class = IfText<T>, class = IfText<U>>
-bool startsWith(T const& text, U const& prefix) {
+[[nodiscard]] bool startsWith(T const& text, U const& prefix) {
     std::string_view const front = detail::viewOf(prefix);
     return detail::viewOf(text).compare(0, front.size(), front) == 0;
 }
@@ -40,7 +40,7 @@ bool startsWith(T const& text, U const& prefix) {
 /// std::cout << kelcl::endsWith("journal.txt", ".txt") << '\n'; // 1
 /// @endcode
 template <class T, class U, class = IfText<T>, class = IfText<U>>
-bool endsWith(T const& text, U const& suffix) {
+[[nodiscard]] bool endsWith(T const& text, U const& suffix) {
     std::string_view const whole = detail::viewOf(text);
     std::string_view const back = detail::viewOf(suffix);
     if (back.size() > whole.size()) return false;
@@ -55,7 +55,7 @@ bool endsWith(T const& text, U const& suffix) {
 /// std::cout << kelcl::equalsIgnoringCase("Content-Length", "content-length") << '\n'; // 1
 /// @endcode
 template <class T, class U, class = IfText<T>, class = IfText<U>>
-bool equalsIgnoringCase(T const& left, U const& right) {
+[[nodiscard]] bool equalsIgnoringCase(T const& left, U const& right) {
     return DString::fgI18NState == 1 ? detail::equalInLocale(detail::viewOf(left), detail::viewOf(right))
                                      : detail::equalInAscii(detail::viewOf(left), detail::viewOf(right));
 }
@@ -70,7 +70,7 @@ bool equalsIgnoringCase(T const& left, U const& right) {
 /// std::cout << kelcl::indexOfIgnoringCase("Content-Type: TEXT/html", "text/") << '\n'; // 15
 /// @endcode
 template <class T, class U, class = IfText<T>, class = IfText<U>>
-unsigned int indexOfIgnoringCase(T const& text, U const& pattern, unsigned int startPos = 1) {
+[[nodiscard]] unsigned int indexOfIgnoringCase(T const& text, U const& pattern, unsigned int startPos = 1) {
     std::string_view const whole = detail::viewOf(text);
     std::string_view const part = detail::viewOf(pattern);
     if (DString::fgI18NState == 1) return detail::indexInLocale(whole, part, startPos);
@@ -80,8 +80,8 @@ unsigned int indexOfIgnoringCase(T const& text, U const& pattern, unsigned int s
 /// @}
 
 /// @name Ranges
-/// They are lazy: a piece is looked for when the loop comes to it, in time linear in what it passes,
-/// and without memory of its own. A piece is a `std::string_view` of the text. The range shares the text of a
+/// They are lazy: a piece is looked for when the loop comes to it, in time linear in what it passes.
+/// A piece is a `std::string_view` of the text. The range shares the text of a
 /// `DString` and keeps a copy of a `std::string` that is a temporary; any other text must stay as it is while
 /// the range or one of its pieces is in use. Pieces of a shared or copied text must not outlive the range.
 /// @{
@@ -95,7 +95,7 @@ unsigned int indexOfIgnoringCase(T const& text, U const& pattern, unsigned int s
 /// std::cout << '\n';
 /// @endcode
 template <class T, class = IfText<std::decay_t<T>>>
-auto words(T&& text) {
+[[nodiscard]] auto words(T&& text) {
     return detail::Pieces(detail::hold(std::forward<T>(text)), detail::WordFinder());
 }
 
@@ -103,7 +103,7 @@ auto words(T&& text) {
 /// on. They may be empty: there is one more of them than separators, for an empty text one. With an empty
 /// separator the text is one piece.
 ///
-/// The separator must stay as it is while the range is in use.
+/// A separator that has a name must stay as it is while the range is in use; a temporary one is kept.
 ///
 /// @code
 /// for (std::string_view const field : kelcl::split("1275;Amsterdam;;NL", ';'))
@@ -111,7 +111,7 @@ auto words(T&& text) {
 /// std::cout << '\n';
 /// @endcode
 template <class T, class S, class = IfText<std::decay_t<T>>>
-auto split(T&& text, S&& separator) {
+[[nodiscard]] auto split(T&& text, S&& separator) {
     return detail::Pieces(detail::hold(std::forward<T>(text)),
                           detail::SeparatorFinder(detail::holdSeparator(std::forward<S>(separator))));
 }
@@ -126,7 +126,7 @@ auto split(T&& text, S&& separator) {
 /// std::cout << '\n';
 /// @endcode
 template <class T, class = IfText<std::decay_t<T>>>
-auto characters(T&& text) {
+[[nodiscard]] auto characters(T&& text) {
     return detail::Pieces(detail::hold(std::forward<T>(text)), detail::CharacterFinder());
 }
 
@@ -140,7 +140,7 @@ auto characters(T&& text) {
 /// std::cout << '\n';
 /// @endcode
 template <class Stream>
-detail::Lines<Stream> lines(Stream& stream, char delimiter = '\n') {
+[[nodiscard]] detail::Lines<Stream> lines(Stream& stream, char delimiter = '\n') {
     return detail::Lines<Stream>(stream, delimiter);
 }
 
@@ -168,8 +168,9 @@ template <class Range, class S>
 /// @{
 
 /// The number that all of the text is, written as C++ writes it, whatever the locale: an integer in decimal
-/// with a minus sign or none, a floating-point number with a point or an exponent as well. Nothing if the
-/// text is something else (blanks around it, a plus sign, a second word) or the number does not fit.
+/// with a minus sign or none, a floating-point number with a point or an exponent as well, or `inf` or `nan`.
+/// Nothing if the text is something else (blanks around it, a plus sign, a second word) or the number does
+/// not fit.
 ///
 /// @code
 /// std::cout << kelcl::toNumber<int>("-17").value_or(0) << '\n';         // -17
@@ -177,7 +178,7 @@ template <class Range, class S>
 /// std::cout << kelcl::toNumber<double>("2.5e3").value_or(0) << '\n';    // 2500
 /// @endcode
 template <class Number, class T, class = IfText<T>>
-std::optional<Number> toNumber(T const& text) {
+[[nodiscard]] std::optional<Number> toNumber(T const& text) {
     static_assert(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>, "a type of numbers");
     std::string_view const digits = detail::viewOf(text);
     Number number{};
@@ -202,7 +203,7 @@ std::optional<Number> toNumber(T const& text) {
 /// std::cout << kelcl::columns("\u6771\u4EAC Tokyo") << '\n'; // 10
 /// @endcode
 template <class T, class = IfText<T>>
-unsigned int columns(T const& text) {
+[[nodiscard]] unsigned int columns(T const& text) {
     return detail::columnsIn(detail::viewOf(text));
 }
 

@@ -61,14 +61,14 @@ public:
     constexpr DTime(DCnrTime const& time) noexcept : DTime(time.hours, time.minutes, time.seconds) {}
 
     /// The time `seconds` seconds after midnight, wrapped around; before it if negative.
-    static constexpr DTime fromSeconds(long seconds) noexcept {
+    [[nodiscard]] static constexpr DTime fromSeconds(long seconds) noexcept {
         DTime time;
         time.secondsOfDay_ = withinDay(seconds);
         return time;
     }
 
     /// The present time of day in the time zone of the process.
-    static DTime now();
+    [[nodiscard]] static DTime now();
     /// @}
 
     /// @name Reading
@@ -80,19 +80,19 @@ public:
     /// @{
 
     /// The seconds since midnight, 0 to 86399.
-    constexpr long secondsOfDay() const noexcept { return secondsOfDay_; }
+    [[nodiscard]] constexpr long secondsOfDay() const noexcept { return secondsOfDay_; }
 
     /// The hour, 0 to 23.
-    constexpr int hours() const noexcept { return static_cast<int>(seconds32() / 3600); }
+    [[nodiscard]] constexpr int hours() const noexcept { return static_cast<int>(seconds32() / 3600); }
 
     /// The minute of the hour, 0 to 59.
-    constexpr int minutes() const noexcept { return static_cast<int>(seconds32() / 60 % 60); }
+    [[nodiscard]] constexpr int minutes() const noexcept { return static_cast<int>(seconds32() / 60 % 60); }
 
     /// The second of the minute, 0 to 59.
-    constexpr int seconds() const noexcept { return static_cast<int>(seconds32() % 60); }
+    [[nodiscard]] constexpr int seconds() const noexcept { return static_cast<int>(seconds32() % 60); }
 
     /// The record of the time.
-    constexpr DCnrTime asICnrTime() const noexcept {
+    [[nodiscard]] constexpr DCnrTime asICnrTime() const noexcept {
         return {static_cast<std::uint8_t>(hours()), static_cast<std::uint8_t>(minutes()),
                 static_cast<std::uint8_t>(seconds()), 0};
     }
@@ -112,7 +112,7 @@ public:
     /// conversions of the date show that, and in a zone with summer time on that day the hour is one too
     /// high.
     /// @throws DInvalidRequest or DOutOfMemory, as making a string can.
-    DString asString(char const* format = "%X") const;
+    [[nodiscard]] DString asString(char const* format = "%X") const;
 
     /// Writes the time in the locale's format, as a DString is written: the stream's width counts.
     friend KELCL_EXPORT std::ostream& operator<<(std::ostream& out, DTime const& time);
@@ -127,37 +127,37 @@ public:
     /// @{
 
     /// The seconds from `right` to `left`; negative when `left` is earlier in the day.
-    friend constexpr long operator-(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr long operator-(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ - right.secondsOfDay_;
     }
 
     /// Whether both are the same second of the day.
-    friend constexpr bool operator==(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator==(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ == right.secondsOfDay_;
     }
 
     /// Whether they are different seconds of the day.
-    friend constexpr bool operator!=(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator!=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ != right.secondsOfDay_;
     }
 
     /// Whether `left` is earlier in the day.
-    friend constexpr bool operator<(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator<(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ < right.secondsOfDay_;
     }
 
     /// Whether `left` is not later in the day.
-    friend constexpr bool operator<=(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator<=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ <= right.secondsOfDay_;
     }
 
     /// Whether `left` is later in the day.
-    friend constexpr bool operator>(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator>(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ > right.secondsOfDay_;
     }
 
     /// Whether `left` is not earlier in the day.
-    friend constexpr bool operator>=(DTime left, DTime right) noexcept {
+    [[nodiscard]] friend constexpr bool operator>=(DTime left, DTime right) noexcept {
         return left.secondsOfDay_ >= right.secondsOfDay_;
     }
     /// @}

@@ -2,8 +2,8 @@
 /// Formatting by {fmt}: DString, DDate, DTime and exceptions as arguments of `fmt::format` and its kin. Not
 /// part of kelcl.h, as it needs the headers of {fmt}.
 ///
-/// A DString takes the format of a string, a date or a time a pattern of `strftime`; an exception is its name
-/// and text. Where the standard library has `std::format`, dtext.h does the same for that.
+/// A DString takes the format of a string, a date or a time a pattern of `strftime`, without width or
+/// alignment; an exception is its name and text. Where the standard library has `std::format`, dtext.h does the same for that.
 ///
 /// @code
 /// DDate const day(DDate::May, 17, 2024);

@@ -12,6 +12,11 @@
 
 namespace {
 
+TEST(DateConstruction, RefusesAMonthAndAYear) {
+    EXPECT_FALSE((std::is_constructible_v<DDate, DDate::Month, int>));
+    EXPECT_TRUE((std::is_constructible_v<DDate, int, int>));
+}
+
 TEST(DateRecord, IsFourBytesInOrder) {
     static_assert(sizeof(DCnrDate) == 4 && std::is_trivially_copyable_v<DCnrDate>);
     DCnrDate const record = DDate(DDate::December, 31, 1999).asICnrDate();

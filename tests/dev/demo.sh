@@ -69,9 +69,9 @@ FAILED: a.o
 c++ -c a.cpp
 a.cpp:1: error: which everybody needs to see
 ninja: build stopped: subcommand failed.
-dev: the build failed; its messages are above. Mend what the first of them names, then run this again.'
+dev: the build failed; its messages are above. Fix what the first of them names, then run this again.'
 
 echo 'CMake Error: which comes before any step' >"$STEPS"
 prints 2 'CMake Error: which comes before any step
-dev: the build failed; its messages are above. Mend what the first of them names, then run this again.'
+dev: the build failed; its messages are above. Fix what the first of them names, then run this again.'
 [ $failures -eq 0 ]

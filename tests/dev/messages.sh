@@ -43,7 +43,7 @@ refuses "setup takes no arguments: ./dev setup" setup all
     exit $failures
 ) || failures=$((failures + 1))
 case $(PATH=$work sh "$dev" format 2>&1) in
-"dev: this is no Debian: going on as if what Debian calls clang-format were there"*) ;;
+"dev: not a Debian system: assuming that what Debian calls clang-format is installed"*) ;;
 *) echo "where there are no packages, ./dev does not say what it needs" && failures=$((failures + 1)) ;;
 esac
 

@@ -1,6 +1,7 @@
 // What a programmer writes without looking up: indexes of any type, lambdas, paths, ranges, containers that
 // are searched for any text.
 #include "tests/buffers/buffer_support.h"
+#include "tests/buffers/operation_support.h"
 
 #include <kelcl/dexception.h>
 #include <kelcl/dstring.h>
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <iterator>
 #include <list>
 #include <string>
@@ -70,6 +72,24 @@ TEST(OrdinaryCode, TakesFunctionsThatCaptureAsTests) {
     EXPECT_EQ(calls, 12);
     EXPECT_EQ(textOf(text.strip([](int c) { return c == 'o' || c == 'e'; })), "ne 22 thr");
     EXPECT_EQ(textOf(text.strip(isLate, DStringEnum::trailing)), "ne 22 th");
+}
+
+bool isLetterQ(char c) { return c == 'q'; }
+
+TEST(OrdinaryCode, AsksFunctionsOfOneByteAboutBytesAndNoWiderCharacters) {
+    DString east("q"); // the low byte of U+6771 is a q
+    if (operations::localeModeIs("utf8")) east = "\u6771q";
+    unsigned int const wanted = east.length();
+    EXPECT_EQ(east.indexOf([](char c) { return c == 'q'; }), wanted);
+    EXPECT_EQ(east.indexOf([](char c) noexcept { return c == 'q'; }), wanted);
+    EXPECT_EQ(east.indexOf([](unsigned char const& c) { return c == 'q'; }), wanted);
+    EXPECT_EQ(east.indexOf([](auto c) { return c == 'q'; }), wanted);
+    EXPECT_EQ(east.indexOf(isLetterQ), wanted);
+    EXPECT_EQ(east.lastIndexOfAnyOf(&isLetterQ), wanted);
+    EXPECT_EQ(east.occurrencesOf(std::function<bool(char)>(isLetterQ)), 1U);
+    if (isMultiByte()) return;
+    EXPECT_EQ(DString("\xE9").indexOf([](unsigned char c) { return c == 0xE9; }), 1U);
+    EXPECT_EQ(DString("\xE9").indexOf([](char c) { return c == '\xE9'; }), 1U);
 }
 
 TEST(OrdinaryCode, IsGivenWhereTheStandardLibraryTakesTexts) {

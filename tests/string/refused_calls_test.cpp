@@ -51,6 +51,13 @@ TEST(RefusedCalls, LengthsOfWhatAStringIsMadeFrom) {
     EXPECT_TRUE((std::is_constructible_v<DString, char>));
 }
 
+TEST(RefusedCalls, WideCharactersWhichAreNoNumbers) {
+    EXPECT_FALSE((std::is_convertible_v<wchar_t, DString>));
+    EXPECT_FALSE((std::is_convertible_v<char16_t, DString>));
+    EXPECT_FALSE((std::is_convertible_v<char32_t, DString>));
+    EXPECT_TRUE((std::is_convertible_v<int, DString>));
+}
+
 TEST(RefusedCalls, Widths) {
     EXPECT_REFUSED(leftJustify('.'));
     EXPECT_REFUSED(leftJustify('.', 10));

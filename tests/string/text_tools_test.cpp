@@ -7,9 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cwchar>
 #include <cwctype>
+#include <limits>
 #include <list>
 #include <random>
 #include <sstream>
@@ -348,6 +350,8 @@ TEST(ToNumber, TakesAllOfTheTextOrNothing) {
     EXPECT_EQ(kelcl::toNumber<signed char>("-129"), std::nullopt);
     EXPECT_EQ(kelcl::toNumber<float>("1e39"), std::nullopt);
     EXPECT_EQ(kelcl::toNumber<double>("1e999"), std::nullopt);
+    EXPECT_EQ(kelcl::toNumber<double>("-inf"), -std::numeric_limits<double>::infinity());
+    EXPECT_TRUE(std::isnan(kelcl::toNumber<double>("nan").value_or(0)));
     EXPECT_EQ(kelcl::toNumber<long double>("-2.5"), -2.5L);
     EXPECT_EQ(kelcl::toNumber<double>("2.5e"), std::nullopt);
     for (char const* const text : {"", " 1", "1 ", "+1", "0x10", "1,5", "one", "--1"}) {

@@ -17,7 +17,7 @@
 namespace kelcl {
 
 /// Whether the buffer is of exactly that class of the library's, not of one that a host derived. By the
-/// address of the type, as comparing its name would be felt. A program without type information is told no,
+/// address of the type, as comparing its name would be noticeable. A program without type information is told no,
 /// and takes the general way.
 template <class Buffer>
 bool isExactly([[maybe_unused]] DBuffer const& buffer) noexcept {
@@ -174,7 +174,7 @@ inline unsigned int firstPositionAccepted(DBuffer const& buffer, TestFunction ac
     auto const* const text = reinterpret_cast<signed char const*>(buffer.contents());
     auto const* const end = text + buffer.length;
     auto const* at = text;
-    for (; end - at >= 4; at += 4) { // at once, as the jump back would be felt
+    for (; end - at >= 4; at += 4) { // at once, as the jump back would be noticeable
         if (accepts(at[0]) != 0) return static_cast<unsigned int>(at - text) + 1;
         if (accepts(at[1]) != 0) return static_cast<unsigned int>(at - text) + 2;
         if (accepts(at[2]) != 0) return static_cast<unsigned int>(at - text) + 3;

@@ -85,12 +85,42 @@ using IfTest = std::enable_if_t<std::is_convertible_v<std::invoke_result_t<F con
                                     !isText<F> && !std::is_convertible_v<F const&, DStringTest const&>,
                                 int>;
 
-/// Such a function as a test, while a call lasts.
+/// The type of what such a function takes, where its own type tells it; a generic lambda takes an `int`.
+template <class F, class = void>
+struct TakenBy {
+    using Type = int;
+};
+template <class R, class P>
+struct TakenBy<R(P)> {
+    using Type = std::decay_t<P>;
+};
+template <class R, class P>
+struct TakenBy<R (*)(P)> : TakenBy<R(P)> {};
+template <class R, class C, class P>
+struct TakenBy<R (C::*)(P) const> : TakenBy<R(P)> {};
+template <class R, class C, class P>
+struct TakenBy<R (C::*)(P) const noexcept> : TakenBy<R(P)> {};
+template <class F>
+struct TakenBy<F, std::void_t<decltype(&F::operator())>> : TakenBy<decltype(&F::operator())> {};
+
+/// Whether type P holds the value of a character: of a byte, which may be negative, or a wide one.
+template <class P>
+constexpr bool isHeldBy(int value) noexcept {
+    if constexpr (std::is_arithmetic_v<P>)
+        return value < 0 || static_cast<int>(static_cast<P>(value)) == value;
+    else
+        return true;
+}
+
+/// Such a function as a test, while a call lasts. What its parameter cannot hold it is not asked about, and
+/// does not want: a wide character cut to a `char` would be another one.
 template <class F>
 class TestBy : public DStringTest {
+    using Taken = typename TakenBy<F>::Type;
+
 public:
     explicit TestBy(F const& function) : DStringTest(plainFunction + 1, nullptr), wants_(function) {}
-    int test(int c) const override { return wants_(c) ? 1 : 0; }
+    int test(int c) const override { return isHeldBy<Taken>(c) && wants_(static_cast<Taken>(c)) ? 1 : 0; }
 
 private:
     F const& wants_;
