@@ -13,7 +13,8 @@ namespace kelcl {
 /// Whether characters of the current locale may have several bytes.
 inline bool isMultiByteLocale() { return MB_CUR_MAX >= 2; }
 
-/// Whether the C library's name of an encoding is that of UTF-8. Written out, as a call for it would be noticeable.
+/// Whether the C library's name of an encoding is that of UTF-8. Written out, as a call for it would be
+/// noticeable.
 inline bool isUtf8(char const* codeset) {
     for (char const expected : "UTF-8")
         if (*codeset++ != expected) return false;

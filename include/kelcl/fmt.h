@@ -3,7 +3,8 @@
 /// part of kelcl.h, as it needs the headers of {fmt}.
 ///
 /// A DString takes the format of a string, a date or a time a pattern of `strftime`, without width or
-/// alignment; an exception is its name and text. Where the standard library has `std::format`, dtext.h does the same for that.
+/// alignment; an exception is its name and text. Where the standard library has `std::format`, dtext.h does
+/// the same for that.
 ///
 /// @code
 /// DDate const day(DDate::May, 17, 2024);

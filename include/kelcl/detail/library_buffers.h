@@ -17,8 +17,8 @@
 namespace kelcl {
 
 /// Whether the buffer is of exactly that class of the library's, not of one that a host derived. By the
-/// address of the type, as comparing its name would be noticeable. A program without type information is told no,
-/// and takes the general way.
+/// address of the type, as comparing its name would be noticeable. A program without type information is told
+/// no, and takes the general way.
 template <class Buffer>
 bool isExactly([[maybe_unused]] DBuffer const& buffer) noexcept {
 #ifdef __cpp_rtti
