@@ -60,6 +60,8 @@ public:
     virtual operator char const*() const = 0;
 
     /// The text of the error, owned by this object; null if there was no memory for it.
+    ///
+    /// Write this to a stream: `<<` of the object itself writes what asString() says, "DVBase object".
     virtual char const* text() const = 0;
 
     /// The number of the error, which becomes the error id of the exception.
