@@ -7,7 +7,12 @@ void discard(DString const& text) {
     text.isEmpty();                          // warned
     DString::change(text, "a", "b", 1, 1);   // warned
     kelcl::leftJustifiedInColumns(text, 10); // warned
+    kelcl::startsWith(text, "a");            // warned
+    kelcl::toNumber<int>(text);              // warned
     DDate::today().addMonths(1);             // warned
+    DDate::today();                          // warned
+    DTime::now().asString();                 // warned
+    DMessageText::replaceVars("", {}, 0);    // warned
 }
 
 void use(DString& text) {
