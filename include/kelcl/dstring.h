@@ -594,7 +594,8 @@ public:
     [[nodiscard]] unsigned int indexOf(char c, unsigned int startPos = 1) const;
     /// Finds a byte or character that `test` accepts; see `indexOfAnyOf`.
     [[nodiscard]] unsigned int indexOf(DStringTest const& test, unsigned int startPos = 1) const;
-    /// The same for any function, such as a lambda that captures.
+    /// The same for any function, such as a lambda that captures. It is given values as DStringTest::test is;
+    /// one that takes a `char` is not asked about values that do not fit it, and does not want them.
     template <class F, kelcl::IfTest<F> = 0>
     [[nodiscard]] unsigned int indexOf(F const& test, unsigned int startPos = 1) const {
         return indexOf(kelcl::TestBy<F>(test), startPos);
