@@ -4,6 +4,7 @@
 #define KELCL_BUFFERS_MAPPING_H
 
 #include "buffers/wide_path.h"
+#include "bytes/byte_edit.h"
 #include "characters/narrowing.h"
 #include "characters/utf8.h"
 
@@ -11,11 +12,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 namespace kelcl {
 
@@ -32,11 +36,40 @@ template <class Mapped>
     return areOthers;
 }
 
+/// What a mapping makes of ASCII, as a table of bytes, if that is ASCII again. Made when it is first asked
+/// for.
+class AsciiMapping {
+public:
+    /// Maps bytes of ASCII, or returns false.
+    template <class Mapped>
+    bool write(char* out, char const* in, std::size_t n, Mapped& mapped) {
+        if (!staysAscii_) staysAscii_ = make(mapped);
+        if (*staysAscii_) copyTranslated(out, in, n, table_);
+        return *staysAscii_;
+    }
+
+private:
+    template <class Mapped>
+    bool make(Mapped& mapped) {
+        for (unsigned int byte = 0; byte < std::size(table_); ++byte) {
+            wchar_t const value = static_cast<wchar_t>(byte);
+            wchar_t const other = byte < 0x80 ? mapped(value) : value;
+            if (byte < 0x80 && static_cast<std::uint32_t>(other) >= 0x80) return false;
+            table_[byte] = static_cast<unsigned char>(other);
+        }
+        return true;
+    }
+
+    std::optional<bool> staysAscii_;
+    unsigned char table_[256];
+};
+
 /// A new buffer of plain UTF-8 with its characters mapped, which `mapAll(values, count)` does for some at a
-/// time, telling whether any became another. It is made in the hope that the length stays. Null when the text
-/// is not plain, or a value becomes one that is none of plain UTF-8.
-template <class MapAll>
-DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
+/// time, telling whether any became another; `mapAscii(out, in, n)`, if given, does it for bytes of ASCII or
+/// returns false. It is made in the hope that the length stays. Null when the text is not plain, or a value
+/// becomes one that is none of plain UTF-8.
+template <class MapAll, class MapAscii = std::nullptr_t>
+DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll, MapAscii mapAscii = nullptr) {
     OwnedBuffer result(allocateLike(buffer, buffer.length));
     std::unique_ptr<char[]> scratch; // where the text has grown
     char* out = result->contents();
@@ -44,11 +77,20 @@ DBuffer* mappedPlain(DBuffer const& buffer, MapAll mapAll) {
     std::size_t bytes = 0;
     for (std::size_t at = 0; at < buffer.length;) {
         wchar_t values[1024];
+        char const* const in = buffer.contents() + at;
         std::size_t const most = std::min(buffer.length - at, std::size(values));
-        Extent const from = widenUtf8(values, buffer.contents() + at, most);
+        // In a shorter text asking about all of ASCII takes longer.
+        if constexpr (!std::is_null_pointer_v<MapAscii>)
+            if (most == std::size(values) && most <= room - bytes && asciiRun(in, most) == most &&
+                mapAscii(out + bytes, in, most)) {
+                at += most;
+                bytes += most;
+                continue;
+            }
+        Extent const from = widenUtf8(values, in, most);
         if (from.bytes == 0) return nullptr;
         if (!mapAll(values, from.characters) && from.bytes <= room - bytes) {
-            std::memcpy(out + bytes, buffer.contents() + at, from.bytes);
+            std::memcpy(out + bytes, in, from.bytes);
             at += from.bytes;
             bytes += from.bytes;
             continue;
@@ -78,8 +120,13 @@ DBuffer* mapped(DBuffer const& buffer, Mapped mapped) {
     auto const mapAll = [&mapped](wchar_t* values, std::size_t count) {
         return mapEach(values, count, mapped);
     };
-    if (isUtf8Locale())
-        if (DBuffer* const result = mappedPlain(buffer, mapAll)) return result;
+    if (isUtf8Locale()) {
+        AsciiMapping ascii;
+        auto const mapAscii = [&](char* out, char const* in, std::size_t n) {
+            return ascii.write(out, in, n, mapped);
+        };
+        if (DBuffer* const result = mappedPlain(buffer, mapAll, mapAscii)) return result;
+    }
     DWBuffer const wide(buffer.contents(), buffer.length);
     mapAll(wide.wide, wide.length);
     std::size_t const room = maxBytesOf(wide.length);

@@ -44,6 +44,30 @@ TEST(MultiByteCase, WithTheSwitchOnEveryCharacterGoesThroughTheLocale) {
     EXPECT_EQ(lower("a" + capital + "B"), "a" + capital + "b");
 }
 
+TEST(MultiByteCase, WithTheSwitchOnLongRunsOfAsciiChangeAsTheirCharactersDo) {
+    SwitchAt const at(on);
+    string const small = mb::bytesOf(0x3B1);
+    for (std::size_t const length : {1023U, 1024U, 1025U, 2048U, 5000U}) {
+        string run;
+        for (std::size_t i = 0; i < length; ++i)
+            run += "The quick brown fox; I jump, 12 times.\n"[i % 39];
+        string const text = run + small + small + run + small + run;
+        string wantedUpper, wantedLower;
+        for (string const& character : {run, small + small, run, small, run})
+            for (std::size_t i = 0; i < character.size();) {
+                bool const isAscii = static_cast<signed char>(character[i]) >= 0;
+                wchar_t const value = isAscii ? static_cast<wchar_t>(character[i]) : 0x3B1;
+                wantedUpper +=
+                    mb::bytesOf(static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(value))));
+                wantedLower +=
+                    mb::bytesOf(static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(value))));
+                i += isAscii ? 1 : small.size();
+            }
+        EXPECT_EQ(upper(text), wantedUpper) << length;
+        EXPECT_EQ(lower(text), wantedLower) << length;
+    }
+}
+
 TEST(MultiByteCase, WithTheSwitchOffASoleOwnerIsChangedInPlaceAndASharedOneIsNot) {
     SwitchAt const at(off);
     string const two = mb::samples().two.bytes;
