@@ -51,12 +51,14 @@ public:
 private:
     template <class Mapped>
     bool make(Mapped& mapped) {
-        for (unsigned int byte = 0; byte < std::size(table_); ++byte) {
-            wchar_t const value = static_cast<wchar_t>(byte);
-            wchar_t const other = byte < 0x80 ? mapped(value) : value;
-            if (byte < 0x80 && static_cast<std::uint32_t>(other) >= 0x80) return false;
+        for (unsigned int byte = 0; byte < 0x80; ++byte) {
+            auto const other = static_cast<std::uint32_t>(mapped(static_cast<wchar_t>(byte)));
+            if (other >= 0x80) return false;
             table_[byte] = static_cast<unsigned char>(other);
         }
+        // No other bytes come, and rows without a change cost nothing.
+        for (unsigned int byte = 0x80; byte < std::size(table_); ++byte)
+            table_[byte] = static_cast<unsigned char>(byte);
         return true;
     }
 
